@@ -1,0 +1,62 @@
+// What every source of the library starts from: the public types, inlining, sizes known to the compiler, addresses.
+#ifndef KVLM_BASE_H
+#define KVLM_BASE_H
+
+#include "kvlm.h"
+
+#include <stddef.h>
+#include <stdint.h>
+#include <string.h>
+
+#define KVLM_INLINE  inline __attribute__((always_inline))
+#define KVLM_INLINED __attribute__((always_inline)) // behind the parameters of a lambda
+
+namespace kvlm {
+
+// A size that the compiler knows: a loop over it unrolls.
+template <int N>
+struct Fixed {
+    constexpr operator int() const { return N; }
+};
+
+// The stride of adjacent elements.
+template <class T>
+struct Unit {
+    constexpr operator int() const { return sizeof(T); }
+};
+
+// A stride that an operand does not have: single objects have no objStride, vectors no rowStride.
+struct None {
+    constexpr operator int() const { return 0; }
+};
+
+// Sizes, estimates and offsets wrap at 32 bits. That is settled: unsigned arithmetic does it, int carries it.
+KVLM_INLINE constexpr int wrapped(unsigned value)
+{
+    return static_cast<int>(value);
+}
+
+template <class T>
+KVLM_INLINE T *moved(T *p, ptrdiff_t bytes)
+{
+    return reinterpret_cast<T *>(reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(bytes));
+}
+
+// Elements may lie at any address: no alignment is asked of the caller.
+template <class T>
+KVLM_INLINE T get(const T *p)
+{
+    T value;
+    memcpy(&value, p, sizeof value);
+    return value;
+}
+
+template <class T>
+KVLM_INLINE void put(T *p, T value)
+{
+    memcpy(p, &value, sizeof value);
+}
+
+} // namespace kvlm
+
+#endif

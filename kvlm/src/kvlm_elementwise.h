@@ -1,0 +1,361 @@
+// Element-wise work on a batch: dst(i, r, c) = op(A(i, r, c), B(i, r, c)), in whatever way its operands lie.
+//
+// Each element is op of two elements and nothing else, so the order of work is free as far as the destination overlaps
+// nothing. Where destination objects overlap each other, they are written one after the other, ascending.
+#ifndef KVLM_ELEMENTWISE_H
+#define KVLM_ELEMENTWISE_H
+
+#include "kvlm_runs.h"
+
+namespace kvlm {
+
+template <class X>
+constexpr bool isSingle = false;
+template <class T, class Row, class Elem>
+constexpr bool isSingle<Strided<T, None, Row, Elem>> = true;
+template <class T>
+constexpr bool isSingle<Table<T, None>> = true;
+
+template <class X>
+constexpr bool isTable = false;
+template <class T, class Obj>
+constexpr bool isTable<Table<T, Obj>> = true;
+
+template <class X>
+constexpr bool isList = false;
+template <class T, class Row, class Elem>
+constexpr bool isList<List<T, Row, Elem>> = true;
+
+// f(width, height), with sizes that the compiler knows for the square orders 3 to 6.
+template <class F>
+KVLM_INLINE void bySquareOrder(int width, int height, F f)
+{
+    if (width == height)
+        switch (width) {
+        case 3:
+            return f(Fixed<3>(), Fixed<3>());
+        case 4:
+            return f(Fixed<4>(), Fixed<4>());
+        case 5:
+            return f(Fixed<5>(), Fixed<5>());
+        case 6:
+            return f(Fixed<6>(), Fixed<6>());
+        }
+    f(width, height);
+}
+
+// A copy of a single matrix of known size, in the order in which it lies. It belongs to the loop that reads it: the
+// compiler knows that nothing writes it there, and keeps it in registers.
+template <class T, int W, int H>
+struct LocalCopy {
+    T elements[W * H];
+
+    template <class X>
+    KVLM_INLINE explicit LocalCopy(const X &x)
+    {
+        for (int r = 0; r < H; ++r)
+            for (int c = 0; c < W; ++c)
+                elements[X::adjacentInColumns ? c * H + r : r * W + c] = get(x.at(r, c));
+    }
+    template <class X>
+    KVLM_INLINE auto viewLike(const X &) const
+    {
+        if constexpr (X::adjacentInColumns)
+            return View<const T, Unit<const T>, Fixed<H * sizeof(T)>>{elements, {}, {}};
+        else
+            return View<const T, Fixed<W * sizeof(T)>, Unit<const T>>{elements, {}, {}};
+    }
+};
+
+// The loop over objects, a function of its own for each shape: it has the registers for itself.
+template <class T, class Op, class A, class B, class D, class W, class H>
+__attribute__((noinline)) void objects(Op op, A a, B b, D d, W width, H height, int count)
+{
+    constexpr bool known = !std::is_same_v<W, int> && !std::is_same_v<H, int>;
+    if constexpr (known && isSingle<A> && !isSingle<D>) {
+        const auto single = a.view(0);
+        const LocalCopy<T, W{}, H{}> copy(single);
+        for (int i = 0; i < count; ++i)
+            object<T>(op, copy.viewLike(single), b.view(i), d.view(i), width, height);
+    } else if constexpr (known && isSingle<B> && !isSingle<D>) {
+        const auto single = b.view(0);
+        const LocalCopy<T, W{}, H{}> copy(single);
+        for (int i = 0; i < count; ++i)
+            object<T>(op, a.view(i), copy.viewLike(single), d.view(i), width, height);
+    } else {
+        for (int i = 0; i < count; ++i)
+            object<T>(op, a.view(i), b.view(i), d.view(i), width, height);
+    }
+}
+
+// The same operand with its lines packed behind each other, as the compiler then knows.
+template <int Bytes, class X>
+KVLM_INLINE auto withPackedLines(const X &x)
+{
+    if constexpr (X::View::adjacentInRows)
+        return x.withSteps(Fixed<Bytes>(), x.elemStride);
+    else
+        return x.withSteps(x.rowStride, Fixed<Bytes>());
+}
+
+template <class X>
+KVLM_INLINE bool linesPacked(const X &x, int width, int height)
+{
+    constexpr ptrdiff_t size = sizeof(typename X::Element);
+    return X::View::adjacentInRows ? height == 1 || x.rowStride == width * size
+                                   : width == 1 || x.elemStride == height * size;
+}
+
+// A single operand of at most this many elements is worth a packed copy of its own.
+constexpr int smallObject = 36;
+
+template <class T>
+using Packed = Strided<const T, None, int, Unit<const T>>;
+
+// A packed copy of a small single operand, made once for the batch.
+template <class T>
+struct PackedCopy {
+    T elements[smallObject];
+
+    template <class X>
+    Packed<T> of(const X &x, int width, int height)
+    {
+        for (int r = 0; r < height; ++r)
+            for (int c = 0; c < width; ++c)
+                elements[r * width + c] = get(x.view(0).at(r, c));
+        return {elements, {}, width * static_cast<int>(sizeof(T)), {}};
+    }
+};
+
+// ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
+
+// Packed objects of n elements with a single one of as many: the single one is repeated to fill whole registers.
+template <class T, bool SingleFirst, class Op>
+KVLM_INLINE void patternRuns(Op op, const T *single, const T *array, T *d, int n, int count)
+{
+    constexpr int L = Lanes<T>::count;
+    alignas(16) T pattern[smallObject * L];
+    const int copies = n % L == 0 ? 1 : n % 2 == 0 ? L / 2 : L;
+    for (int k = 0; k < copies; ++k)
+        memcpy(pattern + k * n, single, n * sizeof(T));
+
+    const ptrdiff_t end = static_cast<ptrdiff_t>(n) * count;
+    const auto runAt = [&](ptrdiff_t k, auto length) KVLM_INLINED {
+        if constexpr (SingleFirst)
+            run<T, Op>(op, pattern, array + k, d + k, length);
+        else
+            run<T, Op>(op, array + k, pattern, d + k, length);
+    };
+    const auto sweep = [&](auto length) KVLM_INLINED {
+        ptrdiff_t k = 0;
+        for (; k + length <= end; k += length)
+            runAt(k, length);
+        runAt(k, end - k);
+    };
+    if (n == 9)
+        sweep(Fixed<9 * L>());
+    else if (n == 16)
+        sweep(Fixed<16>());
+    else if (n == 25)
+        sweep(Fixed<25 * L>());
+    else if (n == 36)
+        sweep(Fixed<36>());
+    else
+        sweep(n * copies);
+}
+
+template <class X>
+KVLM_INLINE bool objectsPacked(const X &x, ptrdiff_t elements)
+{
+    if constexpr (isList<X>)
+        return false;
+    else
+        return isSingle<X> || x.objStride == elements * static_cast<ptrdiff_t>(sizeof(typename X::Element));
+}
+
+// d adjacent in rows, a and b in rows or in columns.
+template <class T, class Op, class A, class B, class D>
+__attribute__((noinline)) void contiguous(Op op, A a, B b, D d, int width, int height, int count)
+{
+    constexpr bool rowsOnly = A::View::adjacentInRows && B::View::adjacentInRows;
+    constexpr bool oneSingle = isSingle<A> != isSingle<B>;
+    const ptrdiff_t elements = static_cast<ptrdiff_t>(width) * height;
+
+    if constexpr (oneSingle && !rowsOnly && (isSingle<A> ? B::View::adjacentInRows : A::View::adjacentInRows))
+        if (elements <= smallObject) {
+            PackedCopy<T> copy;
+            if constexpr (isSingle<A>)
+                return contiguous<T>(op, copy.of(a, width, height), b, d, width, height, count);
+            else
+                return contiguous<T>(op, a, copy.of(b, width, height), d, width, height, count);
+        }
+
+    const bool packed = linesPacked(a, width, height) && linesPacked(b, width, height) && linesPacked(d, width, height);
+    if constexpr (rowsOnly && !isList<A> && !isList<B> && !isList<D>)
+        if (packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements)) {
+            if constexpr (!oneSingle)
+                return run<T>(op, a.base, b.base, d.base, elements * count);
+            else if (elements <= smallObject) {
+                if constexpr (isSingle<A>)
+                    return patternRuns<T, true>(op, a.base, b.base, d.base, elements, count);
+                else
+                    return patternRuns<T, false>(op, b.base, a.base, d.base, elements, count);
+            }
+        }
+
+    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
+        if constexpr (!std::is_same_v<decltype(w), int>)
+            if (packed) {
+                constexpr int line = w * sizeof(T);
+                if constexpr (rowsOnly)
+                    return objects<T>(op, a, b, d, Fixed<w * h>(), Fixed<1>(), count);
+                else
+                    return objects<T>(op, withPackedLines<line>(a), withPackedLines<line>(b), withPackedLines<line>(d),
+                                      w, h, count);
+            }
+        objects<T>(op, a, b, d, w, h, count);
+    });
+}
+
+// ---- Any strides -------------------------------------------------------------------------------------------------
+
+// f(x) with x's adjacency in its type. False, and no call, where x's elements are adjacent in neither direction.
+template <class T, class X, class F>
+KVLM_INLINE bool byAdjacency(const X &x, int width, int height, F f)
+{
+    constexpr int adjacent = sizeof(T);
+    if (x.elemStride == adjacent)
+        return f(x.withSteps(x.rowStride, Unit<const T>()));
+    if (x.rowStride == adjacent)
+        return f(x.withSteps(Unit<const T>(), x.elemStride));
+    if constexpr (isSingle<X>)
+        if (width * static_cast<ptrdiff_t>(height) <= smallObject) {
+            PackedCopy<T> copy;
+            return f(copy.of(x, width, height));
+        }
+    return false;
+}
+
+// Whether object i's elements lie right behind those of object i - 1, and no element of d among those of another
+// position: then each position is a run over the objects.
+template <class T, class D>
+KVLM_INLINE bool positionsDisjoint(const D &d, int width, int height, int count)
+{
+    const ptrdiff_t run = count * static_cast<ptrdiff_t>(sizeof(T)), row = d.rowStride, elem = d.elemStride;
+    return (elem >= run && row >= elem * width) || (row >= run && elem >= row * height);
+}
+
+// Fewer objects than this are not worth a run over the objects.
+constexpr int worthLines = 4;
+
+template <class X>
+KVLM_INLINE bool objectsAdjacent(const X &x)
+{
+    return isSingle<X> || x.objStride == static_cast<int>(sizeof(typename X::Element));
+}
+
+// What an operand contributes to the run over the objects at one position.
+template <class T, class X>
+KVLM_INLINE auto lineOf(const X &, T *first)
+{
+    if constexpr (isSingle<X>)
+        return Same<std::remove_const_t<T>>{get(first)};
+    else
+        return first;
+}
+
+template <class T, class Op, class A, class B, class D>
+__attribute__((noinline)) void strided(Op op, A a, B b, D d, int width, int height, int count)
+{
+    constexpr int adjacent = sizeof(T);
+    if constexpr (!isList<A> && !isList<B> && !isList<D> && !isSingle<D>)
+        if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
+            positionsDisjoint<T>(d, width, height, count)) {
+            for (int r = 0; r < height; ++r)
+                for (int c = 0; c < width; ++c)
+                    run<T>(op, lineOf(a, a.view(0).at(r, c)), lineOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
+                           static_cast<ptrdiff_t>(count));
+            return;
+        }
+    if (d.rowStride == adjacent && d.elemStride != adjacent)
+        return strided<T>(op, a.withSteps(a.elemStride, a.rowStride), b.withSteps(b.elemStride, b.rowStride),
+                          d.withSteps(d.elemStride, d.rowStride), height, width, count);
+    if (d.elemStride == adjacent && byAdjacency<T>(a, width, height, [&](const auto &typedA) KVLM_INLINED {
+            return byAdjacency<T>(b, width, height, [&](const auto &typedB) KVLM_INLINED {
+                contiguous<T>(op, typedA, typedB, d.withSteps(d.rowStride, Unit<T>()), width, height, count);
+                return true;
+            });
+        }))
+        return;
+    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED { objects<T>(op, a, b, d, w, h, count); });
+}
+
+// ---- Pointer description -----------------------------------------------------------------------------------------
+
+// No entry of the table lies within a run over the objects that begins at another. Not looked into, and answered by no,
+// where the test would cost more than the work.
+template <class T, class D>
+inline bool positionsDisjoint(const D &d, int positions, int count)
+{
+    if (positions > 2 * static_cast<ptrdiff_t>(count) + 1)
+        return false;
+    const uintptr_t run = count * sizeof(T);
+    for (int p = 1; p < positions; ++p)
+        for (int q = 0; q < p; ++q)
+            if (reinterpret_cast<uintptr_t>(d.table[p]) - reinterpret_cast<uintptr_t>(d.table[q]) + (run - 1) <
+                2 * run - 1)
+                return false;
+    return true;
+}
+
+template <class T, char LetterA, char LetterB, class Op, class A, class B, class D>
+__attribute__((noinline)) void tables(Op op, A a, B b, D d, int width, int height, int count)
+{
+    if constexpr (!isSingle<D>)
+        if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
+            positionsDisjoint<T>(d, width * height, count)) {
+            for (int r = 0; r < height; ++r)
+                for (int c = 0; c < width; ++c)
+                    run<T>(op, lineOf(a, a.at(LetterA == 't' ? c * height + r : r * width + c, 0)),
+                           lineOf(b, b.at(LetterB == 't' ? c * height + r : r * width + c, 0)), d.at(r * width + c, 0),
+                           static_cast<ptrdiff_t>(count));
+            return;
+        }
+    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
+        for (int i = 0; i < count; ++i)
+            for (int r = 0; r < h; ++r)
+                for (int c = 0; c < w; ++c)
+                    put(d.at(r * w + c, i), op(get(a.at(LetterA == 't' ? c * h + r : r * w + c, i)),
+                                               get(b.at(LetterB == 't' ? c * h + r : r * w + c, i))));
+    });
+}
+
+// ---- The algorithm of the kernels --------------------------------------------------------------------------------
+
+template <char Letter, class X>
+KVLM_INLINE auto readAs(const X &x)
+{
+    static_assert(Letter == 'm' || Letter == 't');
+    if constexpr (Letter == 't')
+        return x.withSteps(x.elemStride, x.rowStride);
+    else
+        return x;
+}
+
+// dst = op(A, B), A and B read as their letters say.
+template <class Op, char LetterA, char LetterB, class A, class B, class D>
+KVLM_INLINE KvlStatus elementwise(const A &a, const B &b, const D &d, Shape shape, Count count = Count(1))
+{
+    using T = typename D::Element;
+    if constexpr (isTable<D>)
+        tables<T, LetterA, LetterB>(Op(), a, b, d, shape.width, shape.height, count.count);
+    else if constexpr (D::View::adjacentInRows)
+        contiguous<T>(Op(), readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+    else
+        strided<T>(Op(), readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+    return kvlOk;
+}
+
+} // namespace kvlm
+
+#endif

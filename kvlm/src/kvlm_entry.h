@@ -1,0 +1,60 @@
+// The public tier: checks, then the choice between the driver and a kernel.
+#ifndef KVLM_ENTRY_H
+#define KVLM_ENTRY_H
+
+#include "kvlm_checks.h"
+
+namespace kvlm {
+
+// The most work that a call keeps on the caller's thread, by the kernel that it would take.
+struct Limits {
+    int plain, strided, pointer, list, listStrided;
+};
+
+// The limits of a family whose driver begins at these amounts, for families that say "at least".
+constexpr Limits beginsAt(int plain, int strided, int pointer, int list, int listStrided)
+{
+    return {plain - 1, strided - 1, pointer - 1, list - 1, listStrided - 1};
+}
+
+// One object: no estimate, no driver.
+template <class Order, class Plain, class General, class... Parts>
+KVLM_INLINE KvlStatus enterObject(Plain *plain, General *general, const Parts &...parts)
+{
+    if (const KvlStatus status = Order::check(parts...))
+        return status;
+    return (parts.adjacent() && ...) ? callPlain(plain, parts...) : callWithAll(general, parts...);
+}
+
+template <class Order, class Kernel, class... Parts>
+KVLM_INLINE KvlStatus enterObjectTable(Kernel *kernel, const Parts &...parts)
+{
+    if (const KvlStatus status = Order::check(parts...))
+        return status;
+    return callWithAll(kernel, parts...);
+}
+
+// An array in the standard or the list description. `work` may be computed from unchecked sizes: it wraps.
+template <class Order, class Driver, class Plain, class General, class... Parts>
+KVLM_INLINE KvlStatus enterBatch(int work, int plainLimit, int generalLimit, Driver *driver, Plain *plain,
+                                 General *general, const Parts &...parts)
+{
+    if (const KvlStatus status = Order::check(parts...))
+        return status;
+    const bool adjacent = (parts.adjacent() && ...);
+    if (work > (adjacent ? plainLimit : generalLimit))
+        return callWithAll(driver, parts...);
+    return adjacent ? callPlain(plain, parts...) : callWithAll(general, parts...);
+}
+
+template <class Order, class Driver, class Kernel, class... Parts>
+KVLM_INLINE KvlStatus enterBatchTable(int work, int limit, Driver *driver, Kernel *kernel, const Parts &...parts)
+{
+    if (const KvlStatus status = Order::check(parts...))
+        return status;
+    return callWithAll(work > limit ? driver : kernel, parts...);
+}
+
+} // namespace kvlm
+
+#endif

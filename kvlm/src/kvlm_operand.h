@@ -1,0 +1,276 @@
+// Operands: the arguments of one operand of a call, as an object that can be checked, passed on, moved and read.
+//
+// Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
+//   null(), strideFault(), shiftFault(), sizeFault(), countFault()   the checks; 0 where a part has nothing to check
+//   adjacent()              whether its elements lie behind one another, true where that means nothing
+//   args(), plainArgs()     its arguments, with and without the element stride
+//   from(first, count, scratch)   the same part of a chunk that begins at object `first`
+//   fits(first)             whether that chunk's arguments still fit their types
+//   scratchBytes()          what one thread of a team needs in place of the caller's buffer
+#ifndef KVLM_OPERAND_H
+#define KVLM_OPERAND_H
+
+#include "kvlm_base.h"
+
+#include <tuple>
+#include <type_traits>
+
+namespace kvlm {
+
+constexpr unsigned signBit = 0x80000000u;
+
+// Non-zero if a stride is not a positive multiple of the element size (a power of two). The faults of several strides
+// can be joined by |, and the compiler then tests them all at once.
+template <class T>
+KVLM_INLINE unsigned strideFaultOf(int stride)
+{
+    const unsigned s = static_cast<unsigned>(stride);
+    return (s & (signBit | (sizeof(T) - 1))) | ((s - 1) & signBit);
+}
+
+template <class T>
+KVLM_INLINE unsigned strideFaultOf(None)
+{
+    return 0;
+}
+
+template <class T>
+KVLM_INLINE unsigned strideFaultOf(Unit<T>)
+{
+    return 0;
+}
+
+template <class T>
+KVLM_INLINE unsigned shiftFaultOf(int shift)
+{
+    return static_cast<unsigned>(shift) & (signBit | (sizeof(T) - 1));
+}
+
+// The argument that a stride is in a list: one int, or none.
+KVLM_INLINE std::tuple<int> argOf(int stride)
+{
+    return {stride};
+}
+
+KVLM_INLINE std::tuple<> argOf(None)
+{
+    return {};
+}
+
+template <class T>
+KVLM_INLINE std::tuple<> argOf(Unit<T>)
+{
+    return {};
+}
+
+// The neutral answers.
+struct Part {
+    bool null() const { return false; }
+    unsigned strideFault() const { return 0; }
+    unsigned shiftFault() const { return 0; }
+    unsigned sizeFault() const { return 0; }
+    unsigned countFault() const { return 0; }
+    bool adjacent() const { return true; }
+    bool fits(ptrdiff_t) const { return true; }
+    size_t scratchBytes() const { return 0; }
+};
+
+// One object while it is read or written. An operand that is read transposed has its two strides exchanged.
+template <class T, class Row, class Elem>
+struct View {
+    static constexpr bool adjacentInRows = std::is_same_v<Elem, Unit<T>>;
+    static constexpr bool adjacentInColumns = std::is_same_v<Row, Unit<T>>;
+
+    T *base;
+    Row rowStride;
+    Elem elemStride;
+
+    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const { return moved(base, r * rowStride + c * elemStride); }
+};
+
+// Standard description: base pointer and byte strides. Obj and Row are int or None, Elem is int or Unit<T>.
+template <class T, class Obj, class Row, class Elem>
+struct Strided : Part {
+    using Element = T;
+    using View = kvlm::View<T, Row, Elem>;
+    T *base;
+    Obj objStride;
+    Row rowStride;
+    Elem elemStride;
+
+    Strided(T *base, Obj objStride, Row rowStride, Elem elemStride)
+        : base(base), objStride(objStride), rowStride(rowStride), elemStride(elemStride)
+    {
+    }
+
+    bool null() const { return base == nullptr; }
+    unsigned strideFault() const
+    {
+        return strideFaultOf<T>(objStride) | strideFaultOf<T>(rowStride) | strideFaultOf<T>(elemStride);
+    }
+    bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
+    auto plainArgs() const { return std::tuple_cat(std::tuple<T *>(base), argOf(objStride), argOf(rowStride)); }
+    auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
+    Strided from(int first, int, void *) const { return {object(first), objStride, rowStride, elemStride}; }
+
+    T *object(ptrdiff_t i) const { return moved(base, i * objStride); }
+    View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
+    template <class R, class E>
+    Strided<T, Obj, R, E> withSteps(R row, E elem) const
+    {
+        return {base, objStride, row, elem};
+    }
+};
+
+// Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
+template <class T, class Obj>
+struct Table : Part {
+    using Element = T;
+    T *const *table;
+    int shift;
+    Obj objStride;
+
+    Table(T *const *table, int shift, Obj objStride) : table(table), shift(shift), objStride(objStride) {}
+
+    bool null() const { return table == nullptr; }
+    unsigned strideFault() const { return strideFaultOf<T>(objStride); }
+    unsigned shiftFault() const { return shiftFaultOf<T>(shift); }
+    auto args() const { return std::tuple_cat(std::tuple<T *const *, int>(table, shift), argOf(objStride)); }
+    auto plainArgs() const { return args(); }
+    Table from(int first, int, void *) const
+    {
+        return {table, wrapped(unsigned(shift) + unsigned(first) * unsigned(int(objStride))), objStride};
+    }
+    bool fits(ptrdiff_t first) const
+    {
+        return sizeof(ptrdiff_t) == sizeof(int) || shiftOf(first) == static_cast<int>(shiftOf(first));
+    }
+
+    ptrdiff_t shiftOf(ptrdiff_t i) const { return shift + i * objStride; }
+    T *at(ptrdiff_t position, ptrdiff_t i) const { return moved(table[position], shiftOf(i)); }
+};
+
+// List description of an array: one pointer per object, a shift, and the strides inside an object.
+template <class T, class Row, class Elem>
+struct List : Part {
+    using Element = T;
+    using View = kvlm::View<T, Row, Elem>;
+    T *const *list;
+    int shift;
+    Row rowStride;
+    Elem elemStride;
+
+    List(T *const *list, int shift, Row rowStride, Elem elemStride)
+        : list(list), shift(shift), rowStride(rowStride), elemStride(elemStride)
+    {
+    }
+
+    bool null() const { return list == nullptr; }
+    unsigned strideFault() const { return strideFaultOf<T>(rowStride) | strideFaultOf<T>(elemStride); }
+    unsigned shiftFault() const { return shiftFaultOf<T>(shift); }
+    bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
+    auto plainArgs() const { return std::tuple_cat(std::tuple<T *const *, int>(list, shift), argOf(rowStride)); }
+    auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
+    List from(int first, int, void *) const { return {list + first, shift, rowStride, elemStride}; }
+
+    T *object(ptrdiff_t i) const { return moved(list[i], shift); }
+    View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
+    template <class R, class E>
+    List<T, R, E> withSteps(R row, E elem) const
+    {
+        return {list, shift, row, elem};
+    }
+};
+
+// Element j of a single vector.
+template <class T, class Elem>
+KVLM_INLINE T *elementOf(const Strided<T, None, None, Elem> &x, ptrdiff_t j)
+{
+    return moved(x.base, j * x.elemStride);
+}
+
+template <class T>
+KVLM_INLINE T *elementOf(const Table<T, None> &x, ptrdiff_t j)
+{
+    return x.at(j, 0);
+}
+
+// The sizes of a matrix, or the length of a vector.
+struct Shape : Part {
+    int width, height;
+
+    Shape(int width, int height) : width(width), height(height) {}
+
+    unsigned sizeFault() const { return width < 1 || height < 1; }
+    auto args() const { return std::tuple<int, int>(width, height); }
+    auto plainArgs() const { return args(); }
+    Shape from(int, int, void *) const { return *this; }
+};
+
+struct Length : Part {
+    int length;
+
+    explicit Length(int length) : length(length) {}
+
+    unsigned sizeFault() const { return length < 1; }
+    auto args() const { return std::tuple<int>(length); }
+    auto plainArgs() const { return args(); }
+    Length from(int, int, void *) const { return *this; }
+};
+
+struct Count : Part {
+    int count;
+
+    explicit Count(int count) : count(count) {}
+
+    unsigned countFault() const { return count < 1; }
+    auto args() const { return std::tuple<int>(count); }
+    auto plainArgs() const { return args(); }
+    Count from(int, int chunk, void *) const { return Count(chunk); }
+};
+
+// A plain array with a run of `perObject` entries for each object: scalar results, eigenvalues, pivots.
+template <class T>
+struct Runs : Part {
+    T *base;
+    int perObject;
+
+    Runs(T *base, int perObject) : base(base), perObject(perObject) {}
+
+    bool null() const { return base == nullptr; }
+    auto args() const { return std::tuple<T *>(base); }
+    auto plainArgs() const { return args(); }
+    Runs from(int first, int, void *) const { return {base + static_cast<ptrdiff_t>(first) * perObject, perObject}; }
+};
+
+// The caller's scratch, which every thread of a team replaces by a piece of its own.
+template <class T>
+struct Buffer : Part {
+    T *base;
+    size_t elements;
+
+    Buffer(T *base, size_t elements) : base(base), elements(elements) {}
+
+    bool null() const { return base == nullptr; }
+    auto args() const { return std::tuple<T *>(base); }
+    auto plainArgs() const { return args(); }
+    Buffer from(int, int, void *scratch) const { return {scratch ? static_cast<T *>(scratch) : base, elements}; }
+    size_t scratchBytes() const { return elements * sizeof(T); }
+};
+
+// A call of a function with the arguments of all parts.
+template <class Function, class... Parts>
+KVLM_INLINE KvlStatus callWithAll(Function *function, const Parts &...parts)
+{
+    return std::apply(function, std::tuple_cat(parts.args()...));
+}
+
+template <class Function, class... Parts>
+KVLM_INLINE KvlStatus callPlain(Function *function, const Parts &...parts)
+{
+    return std::apply(function, std::tuple_cat(parts.plainArgs()...));
+}
+
+} // namespace kvlm
+
+#endif

@@ -1,0 +1,191 @@
+// Element-wise work on one object: runs of adjacent elements, tiles of registers, and any other strides.
+#ifndef KVLM_RUNS_H
+#define KVLM_RUNS_H
+
+#include "kvlm_lanes.h"
+#include "kvlm_operand.h"
+
+namespace kvlm {
+
+// d[k] = op(a[k], b[k]), k < n.
+template <class T, class Op>
+KVLM_INLINE void run(Op op, const T *a, const T *b, T *d, ptrdiff_t n)
+{
+    using V = Lanes<T>;
+    ptrdiff_t k = 0;
+#pragma GCC unroll 4
+    for (; k + V::count <= n; k += V::count)
+        op(V::load(a + k), V::load(b + k)).store(d + k);
+    for (; k < n; ++k)
+        put(d + k, op(get(a + k), get(b + k)));
+}
+
+// The same without a loop: a short loop's end is what the processor cannot foresee.
+template <class T, class Op, int N>
+KVLM_INLINE void run(Op op, const T *a, const T *b, T *d, Fixed<N>)
+{
+    using V = Lanes<T>;
+    constexpr int whole = N - N % V::count;
+#pragma GCC unroll 32
+    for (int k = 0; k < whole; k += V::count)
+        op(V::load(a + k), V::load(b + k)).store(d + k);
+    if constexpr (N % 4 >= 2 && V::count == 4)
+        op(V::template loadFirst<2>(a + whole), V::template loadFirst<2>(b + whole)).template storeFirst<2>(d + whole);
+    if constexpr (N % 2 == 1)
+        put(d + N - 1, op(get(a + N - 1), get(b + N - 1)));
+}
+
+// A source that is one element for a whole run.
+template <class T>
+struct Same {
+    T value;
+};
+
+template <class T, class Op>
+KVLM_INLINE void run(Op op, const T *a, Same<T> b, T *d, ptrdiff_t n)
+{
+    using V = Lanes<T>;
+    const V all = V::all(b.value);
+    ptrdiff_t k = 0;
+#pragma GCC unroll 4
+    for (; k + V::count <= n; k += V::count)
+        op(V::load(a + k), all).store(d + k);
+    for (; k < n; ++k)
+        put(d + k, op(get(a + k), b.value));
+}
+
+template <class T, class Op>
+KVLM_INLINE void run(Op op, Same<T> a, const T *b, T *d, ptrdiff_t n)
+{
+    run<T>([op](auto x, auto y) KVLM_INLINED { return op(y, x); }, b, a, d, n);
+}
+
+// R rows of C elements of an operand, behind element (r, c), as they are stored: where the operand's elements are
+// adjacent in columns, these are C registers of R elements, and a transposition makes R rows of them.
+template <class T>
+struct Block {
+    Lanes<T> row[Lanes<T>::count];
+};
+
+template <class T, int R, int C, class View>
+KVLM_INLINE Block<T> storedBlock(const View &x, int r, int c)
+{
+    Block<T> block = {};
+    if constexpr (View::adjacentInRows)
+        for (int k = 0; k < R; ++k)
+            block.row[k] = Lanes<T>::template loadFirst<C>(x.at(r + k, c));
+    else
+        for (int k = 0; k < C; ++k)
+            block.row[k] = Lanes<T>::template loadFirst<R>(x.at(r, c + k));
+    return block;
+}
+
+template <class T, int R, int C, class Op, class A, class B, class D>
+KVLM_INLINE void blockAt(Op op, const A &a, const B &b, const D &d, int r, int c)
+{
+    constexpr bool transposeLate = A::adjacentInColumns && B::adjacentInColumns;
+    Block<T> x = storedBlock<T, R, C>(a, r, c), y = storedBlock<T, R, C>(b, r, c);
+    if constexpr (A::adjacentInColumns && !transposeLate)
+        transpose(x.row);
+    if constexpr (B::adjacentInColumns && !transposeLate)
+        transpose(y.row);
+    for (int k = 0; k < (transposeLate ? C : R); ++k)
+        x.row[k] = op(x.row[k], y.row[k]);
+    if constexpr (transposeLate)
+        transpose(x.row);
+    for (int k = 0; k < R; ++k)
+        x.row[k].template storeFirst<C>(d.at(r + k, c));
+}
+
+// R rows from row r on: blocks, then single elements.
+template <class T, int R, class Op, class A, class B, class D, class W>
+KVLM_INLINE void blockRows(Op op, const A &a, const B &b, const D &d, int r, W width)
+{
+    constexpr int L = Lanes<T>::count;
+    int c = 0;
+    if constexpr (R > 1) {
+        for (; c + L <= width; c += L)
+            blockAt<T, R, L>(op, a, b, d, r, c);
+        if constexpr (L == 4)
+            if (c + 2 <= width) {
+                blockAt<T, R, 2>(op, a, b, d, r, c);
+                c += 2;
+            }
+    }
+    for (; c < width; ++c)
+        for (int k = 0; k < R; ++k)
+            put(d.at(r + k, c), op(get(a.at(r + k, c)), get(b.at(r + k, c))));
+}
+
+// One object, elements of d adjacent in rows, those of a and b in rows or in columns.
+template <class T, class Op, class A, class B, class D, class W, class H>
+KVLM_INLINE void blocks(Op op, const A &a, const B &b, const D &d, W width, H height)
+{
+    constexpr int L = Lanes<T>::count;
+    int r = 0;
+    for (; r + L <= height; r += L)
+        blockRows<T, L>(op, a, b, d, r, width);
+    if constexpr (L == 4)
+        if (r + 2 <= height) {
+            blockRows<T, 2>(op, a, b, d, r, width);
+            r += 2;
+        }
+    for (; r < height; ++r)
+        blockRows<T, 1>(op, a, b, d, r, width);
+}
+
+// A packed object of odd order N fills no blocks: it is worked as one run, rows becoming columns in the registers.
+template <class T, int N, class Op, class A, class B, class D>
+KVLM_INLINE void packedOdd(Op op, const A &a, const B &b, const D &d)
+{
+    using V = Lanes<T>;
+    constexpr int last = N * N - 1, registers = last / V::count;
+    constexpr bool transposeLate = A::adjacentInColumns && B::adjacentInColumns;
+    V x[registers], y[registers];
+    for (int k = 0; k < registers; ++k) {
+        x[k] = V::load(a.base + k * V::count);
+        y[k] = V::load(b.base + k * V::count);
+    }
+    if constexpr (A::adjacentInColumns && !transposeLate)
+        transposePacked(x, Fixed<N>());
+    if constexpr (B::adjacentInColumns && !transposeLate)
+        transposePacked(y, Fixed<N>());
+    for (int k = 0; k < registers; ++k)
+        x[k] = op(x[k], y[k]);
+    if constexpr (transposeLate)
+        transposePacked(x, Fixed<N>());
+    const T end = op(get(a.base + last), get(b.base + last));
+    for (int k = 0; k < registers; ++k)
+        x[k].store(d.base + k * V::count);
+    put(d.base + last, end);
+}
+
+template <class T, class D, class W>
+constexpr bool worksAsRun = false;
+template <class T, class D, int N>
+constexpr bool worksAsRun<T, D, Fixed<N>> = std::is_same_v<decltype(D::rowStride), Fixed<N * sizeof(T)>> &&
+                                            (sizeof(T) == 8 ? N % 2 == 1 : N == 3);
+
+// One object, by whatever its strides' types tell.
+template <class T, class Op, class A, class B, class D, class W, class H>
+KVLM_INLINE void object(Op op, const A &a, const B &b, const D &d, W width, H height)
+{
+    if constexpr (D::adjacentInRows && A::adjacentInRows && B::adjacentInRows) {
+        for (int r = 0; r < height; ++r)
+            run<T, Op>(op, a.at(r, 0), b.at(r, 0), d.at(r, 0), width);
+    } else if constexpr (D::adjacentInRows && (A::adjacentInRows || A::adjacentInColumns) &&
+                         (B::adjacentInRows || B::adjacentInColumns)) {
+        if constexpr (worksAsRun<T, D, W>)
+            packedOdd<T, W{}>(op, a, b, d);
+        else
+            blocks<T>(op, a, b, d, width, height);
+    } else {
+        for (int r = 0; r < height; ++r)
+            for (int c = 0; c < width; ++c)
+                put(d.at(r, c), op(get(a.at(r, c)), get(b.at(r, c))));
+    }
+}
+
+} // namespace kvlm
+
+#endif

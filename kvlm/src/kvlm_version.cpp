@@ -1,0 +1,13 @@
+// The version record.
+#include "kvlm_base.h"
+
+namespace {
+
+constexpr KvlLibraryVersion version = {5, 2, 108, 345, {'w', '7', 0, 0}, "libkvlmw7.so.5.2", "5.2", "Jul 11 2007"};
+
+} // namespace
+
+extern "C" const KvlLibraryVersion *kvlmGetLibVersion(void)
+{
+    return &version;
+}
