@@ -7,6 +7,7 @@
 #include <stddef.h>
 #include <stdint.h>
 #include <string.h>
+#include <type_traits>
 
 #define KVLM_INLINE  inline __attribute__((always_inline))
 #define KVLM_INLINED __attribute__((always_inline)) // behind the parameters of a lambda
@@ -39,7 +40,8 @@ KVLM_INLINE constexpr int wrapped(unsigned value)
 template <class T>
 KVLM_INLINE T *moved(T *p, ptrdiff_t bytes)
 {
-    return reinterpret_cast<T *>(reinterpret_cast<uintptr_t>(p) + static_cast<uintptr_t>(bytes));
+    using Byte = std::conditional_t<std::is_const_v<T>, const char, char>;
+    return reinterpret_cast<T *>(reinterpret_cast<Byte *>(p) + bytes);
 }
 
 // Elements may lie at any address: no alignment is asked of the caller.

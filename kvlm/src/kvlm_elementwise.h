@@ -129,39 +129,28 @@ struct PackedCopy {
 
 // ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
 
-// Packed objects of n elements with a single one of as many: the single one is repeated to fill whole registers.
-template <class T, bool SingleFirst, class Op>
-KVLM_INLINE void patternRuns(Op op, const T *single, const T *array, T *d, int n, int count)
+// Packed objects of N elements with a single one of as many, which is repeated until it fills whole registers.
+template <class T, bool SingleFirst, class Op, int N>
+__attribute__((noinline)) void patternRuns(Op op, const T *single, const T *array, T *d, Fixed<N>, int count)
 {
     constexpr int L = Lanes<T>::count;
-    alignas(16) T pattern[smallObject * L];
-    const int copies = n % L == 0 ? 1 : n % 2 == 0 ? L / 2 : L;
+    constexpr int copies = N % L == 0 ? 1 : N % 2 == 0 ? L / 2 : L;
+    alignas(16) T pattern[N * copies];
     for (int k = 0; k < copies; ++k)
-        memcpy(pattern + k * n, single, n * sizeof(T));
+        memcpy(pattern + k * N, single, N * sizeof(T));
 
-    const ptrdiff_t end = static_cast<ptrdiff_t>(n) * count;
-    const auto runAt = [&](ptrdiff_t k, auto length) KVLM_INLINED {
+    const auto runOf = [&](auto length) KVLM_INLINED {
         if constexpr (SingleFirst)
-            run<T, Op>(op, pattern, array + k, d + k, length);
+            run<T, Op>(op, pattern, array, d, length);
         else
-            run<T, Op>(op, array + k, pattern, d + k, length);
+            run<T, Op>(op, array, pattern, d, length);
+        array += length;
+        d += length;
     };
-    const auto sweep = [&](auto length) KVLM_INLINED {
-        ptrdiff_t k = 0;
-        for (; k + length <= end; k += length)
-            runAt(k, length);
-        runAt(k, end - k);
-    };
-    if (n == 9)
-        sweep(Fixed<9 * L>());
-    else if (n == 16)
-        sweep(Fixed<16>());
-    else if (n == 25)
-        sweep(Fixed<25 * L>());
-    else if (n == 36)
-        sweep(Fixed<36>());
-    else
-        sweep(n * copies);
+    for (; count >= copies; count -= copies)
+        runOf(Fixed<N * copies>());
+    for (; count > 0; --count)
+        runOf(Fixed<N>());
 }
 
 template <class X>
@@ -175,44 +164,48 @@ KVLM_INLINE bool objectsPacked(const X &x, ptrdiff_t elements)
 
 // d adjacent in rows, a and b in rows or in columns.
 template <class T, class Op, class A, class B, class D>
-__attribute__((noinline)) void contiguous(Op op, A a, B b, D d, int width, int height, int count)
+KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width, int height, int count)
 {
     constexpr bool rowsOnly = A::View::adjacentInRows && B::View::adjacentInRows;
-    constexpr bool oneSingle = isSingle<A> != isSingle<B>;
+    constexpr bool singleA = isSingle<A> && !isSingle<D>, singleB = isSingle<B> && !isSingle<D>;
+    constexpr bool lists = isList<A> || isList<B> || isList<D>;
     const ptrdiff_t elements = static_cast<ptrdiff_t>(width) * height;
 
-    if constexpr (oneSingle && !rowsOnly && (isSingle<A> ? B::View::adjacentInRows : A::View::adjacentInRows))
+    if constexpr (!rowsOnly && (singleA ? B::View::adjacentInRows : singleB && A::View::adjacentInRows))
         if (elements <= smallObject) {
             PackedCopy<T> copy;
-            if constexpr (isSingle<A>)
+            if constexpr (singleA)
                 return contiguous<T>(op, copy.of(a, width, height), b, d, width, height, count);
             else
                 return contiguous<T>(op, a, copy.of(b, width, height), d, width, height, count);
         }
 
     const bool packed = linesPacked(a, width, height) && linesPacked(b, width, height) && linesPacked(d, width, height);
-    if constexpr (rowsOnly && !isList<A> && !isList<B> && !isList<D>)
-        if (packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements)) {
-            if constexpr (!oneSingle)
-                return run<T>(op, a.base, b.base, d.base, elements * count);
-            else if (elements <= smallObject) {
-                if constexpr (isSingle<A>)
-                    return patternRuns<T, true>(op, a.base, b.base, d.base, elements, count);
-                else
-                    return patternRuns<T, false>(op, b.base, a.base, d.base, elements, count);
-            }
-        }
+    const bool packedBatch =
+        packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements);
+    if constexpr (rowsOnly && !lists && !singleA && !singleB)
+        if (packedBatch)
+            return run<T, Op>(op, a.base, b.base, d.base, elements * count);
 
     bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
-        if constexpr (!std::is_same_v<decltype(w), int>)
+        using W = decltype(w);
+        if constexpr (!std::is_same_v<W, int>) {
+            constexpr int order = W{};
+            if constexpr (rowsOnly && !lists && singleA)
+                if (packedBatch)
+                    return patternRuns<T, true>(op, a.base, b.base, d.base, Fixed<order * order>(), count);
+            if constexpr (rowsOnly && !lists && singleB)
+                if (packedBatch)
+                    return patternRuns<T, false>(op, b.base, a.base, d.base, Fixed<order * order>(), count);
             if (packed) {
-                constexpr int line = w * sizeof(T);
+                constexpr int line = order * sizeof(T);
                 if constexpr (rowsOnly)
-                    return objects<T>(op, a, b, d, Fixed<w * h>(), Fixed<1>(), count);
+                    return objects<T>(op, a, b, d, Fixed<order * order>(), Fixed<1>(), count);
                 else
                     return objects<T>(op, withPackedLines<line>(a), withPackedLines<line>(b), withPackedLines<line>(d),
                                       w, h, count);
             }
+        }
         objects<T>(op, a, b, d, w, h, count);
     });
 }

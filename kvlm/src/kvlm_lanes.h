@@ -73,6 +73,15 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes operator-(Lanes a, Lanes b) { return {_mm_sub_pd(a.v, b.v)}; }
 };
 
+// Keeps what was loaded in registers: gcc would rather load the halves from memory a second time, at twice the cost.
+template <int N>
+KVLM_INLINE void wholeRegisters(Lanes<double> (&v)[N])
+{
+#pragma GCC unroll 16
+    for (int k = 0; k < N; ++k)
+        asm("" : "+x"(v[k].v));
+}
+
 // Rows become columns.
 KVLM_INLINE void transpose(Lanes<float> (&row)[4])
 {
@@ -81,8 +90,7 @@ KVLM_INLINE void transpose(Lanes<float> (&row)[4])
 
 KVLM_INLINE void transpose(Lanes<double> (&row)[2])
 {
-    // Whole registers, please: gcc would load the halves from memory a second time, at twice the cost.
-    asm("" : "+x"(row[0].v), "+x"(row[1].v));
+    wholeRegisters(row);
     const __m128d first = row[0].v;
     row[0].v = _mm_unpacklo_pd(first, row[1].v);
     row[1].v = _mm_unpackhi_pd(first, row[1].v);
@@ -103,6 +111,7 @@ template <int N, size_t... K>
 KVLM_INLINE void transposePacked(Lanes<double> (&v)[N * N / 2], std::index_sequence<K...>)
 {
     constexpr auto source = [](int k) { return k % N * N + k / N; };
+    wholeRegisters(v);
     const Lanes<double> x[] = {v[K]...};
     ((v[K].v = _mm_shuffle_pd(x[source(2 * K) / 2].v, x[source(2 * K + 1) / 2].v,
                               source(2 * K) % 2 | source(2 * K + 1) % 2 << 1)),
