@@ -288,7 +288,7 @@ __attribute__((noinline)) void strided(Op op, A a, B b, D d, int width, int heig
 // No entry of the table lies within a run over the objects that begins at another. Not looked into, and answered by no,
 // where the test would cost more than the work.
 template <class T, class D>
-inline bool positionsDisjoint(const D &d, int positions, int count)
+inline bool positionsDisjoint(const D &d, ptrdiff_t positions, int count)
 {
     if (positions > 2 * static_cast<ptrdiff_t>(count) + 1)
         return false;
@@ -301,26 +301,64 @@ inline bool positionsDisjoint(const D &d, int positions, int count)
     return true;
 }
 
+// Where the table of an operand has the element that its letter reads as (r, c).
+template <char Letter>
+KVLM_INLINE ptrdiff_t positionOf(ptrdiff_t r, ptrdiff_t c, ptrdiff_t width, ptrdiff_t height)
+{
+    return Letter == 't' ? c * height + r : r * width + c;
+}
+
+// A single operand's elements, read once for the batch.
+template <char Letter, class T, int W, int H>
+struct TableCopy {
+    T elements[W * H];
+
+    KVLM_INLINE explicit TableCopy(const Table<const T, None> &x)
+    {
+        for (int r = 0; r < H; ++r)
+            for (int c = 0; c < W; ++c)
+                elements[r * W + c] = get(x.at(positionOf<Letter>(r, c, W, H), 0));
+    }
+    KVLM_INLINE T operator()(int, int r, int c) const { return elements[r * W + c]; }
+};
+
+template <class T, char LetterA, char LetterB, class Op, class A, class B, class D, class W, class H>
+__attribute__((noinline)) void tableObjects(Op op, A a, B b, D d, W width, H height, int count)
+{
+    const auto elementA = [&](int i, int r, int c)
+                              KVLM_INLINED { return get(a.at(positionOf<LetterA>(r, c, width, height), i)); };
+    const auto elementB = [&](int i, int r, int c)
+                              KVLM_INLINED { return get(b.at(positionOf<LetterB>(r, c, width, height), i)); };
+    const auto sweep = [&](const auto &x, const auto &y) KVLM_INLINED {
+        for (int i = 0; i < count; ++i)
+            for (int r = 0; r < height; ++r)
+                for (int c = 0; c < width; ++c)
+                    put(d.at(positionOf<'m'>(r, c, width, height), i), op(x(i, r, c), y(i, r, c)));
+    };
+    constexpr bool known = !std::is_same_v<W, int> && !isSingle<D>;
+    if constexpr (known && isSingle<A>)
+        sweep(TableCopy<LetterA, T, W{}, H{}>(a), elementB);
+    else if constexpr (known && isSingle<B>)
+        sweep(elementA, TableCopy<LetterB, T, W{}, H{}>(b));
+    else
+        sweep(elementA, elementB);
+}
+
 template <class T, char LetterA, char LetterB, class Op, class A, class B, class D>
-__attribute__((noinline)) void tables(Op op, A a, B b, D d, int width, int height, int count)
+KVLM_INLINE void tables(Op op, const A &a, const B &b, const D &d, int width, int height, int count)
 {
     if constexpr (!isSingle<D>)
         if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
-            positionsDisjoint<T>(d, width * height, count)) {
+            positionsDisjoint<T>(d, static_cast<ptrdiff_t>(width) * height, count)) {
             for (int r = 0; r < height; ++r)
                 for (int c = 0; c < width; ++c)
-                    run<T>(op, lineOf(a, a.at(LetterA == 't' ? c * height + r : r * width + c, 0)),
-                           lineOf(b, b.at(LetterB == 't' ? c * height + r : r * width + c, 0)), d.at(r * width + c, 0),
-                           static_cast<ptrdiff_t>(count));
+                    run<T>(op, lineOf(a, a.at(positionOf<LetterA>(r, c, width, height), 0)),
+                           lineOf(b, b.at(positionOf<LetterB>(r, c, width, height), 0)),
+                           d.at(positionOf<'m'>(r, c, width, height), 0), static_cast<ptrdiff_t>(count));
             return;
         }
-    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
-        for (int i = 0; i < count; ++i)
-            for (int r = 0; r < h; ++r)
-                for (int c = 0; c < w; ++c)
-                    put(d.at(r * w + c, i), op(get(a.at(LetterA == 't' ? c * h + r : r * w + c, i)),
-                                               get(b.at(LetterB == 't' ? c * h + r : r * w + c, i))));
-    });
+    bySquareOrder(width, height,
+                  [&](auto w, auto h) KVLM_INLINED { tableObjects<T, LetterA, LetterB>(op, a, b, d, w, h, count); });
 }
 
 // ---- The algorithm of the kernels --------------------------------------------------------------------------------

@@ -1,0 +1,32 @@
+# Compile and link options: kvlm_warnings for all code of ours, kvlm_numeric for code whose results must match to the
+# bit in every build, kvlm_library for the shared libraries.
+
+set(onX86_32 FALSE)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(onX86_32 TRUE)
+endif()
+
+# Nothing that is built may tell where it was built.
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+
+if(KVLM_SANITIZE)
+  add_compile_options(-fsanitize=${KVLM_SANITIZE} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${KVLM_SANITIZE})
+endif()
+
+add_library(kvlm_warnings INTERFACE)
+target_compile_options(kvlm_warnings INTERFACE -Wall -Wextra -Wmissing-declarations -Werror)
+
+# One rounding per operation, in the type of the element: no x87, no fusing, never fast-math.
+add_library(kvlm_numeric INTERFACE)
+target_compile_options(kvlm_numeric INTERFACE -msse2 -mfpmath=sse -ffp-contract=off -fno-math-errno)
+
+# Registers are filled by the kernels themselves; what gcc vectorises beyond that are the tails of their loops.
+# -mstackrealign: callers on i386 may keep the old stack alignment of 4 bytes, packed spills need 16.
+add_library(kvlm_library INTERFACE)
+target_link_libraries(kvlm_library INTERFACE kvlm_warnings kvlm_numeric)
+target_compile_options(kvlm_library INTERFACE
+  "$<$<NOT:$<CONFIG:Debug>>:-O3;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
+  $<$<BOOL:${onX86_32}>:-mstackrealign>)
+target_link_options(kvlm_library INTERFACE
+  -static-libgcc -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)

@@ -1,0 +1,127 @@
+// Public functions as values: an argument list of tagged words, a call through it, and the table row of a member.
+#pragma once
+
+#include "kvlm.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+// One argument. `check` is the class of check that it is subject to: N pointer, S size, C count, T stride, H shift;
+// V is a constant passed by value. `round` tells arguments apart whose class is checked twice (0: the first time).
+struct Arg {
+    char check;
+    bool table;
+    const void *pointer;
+    int number;
+    double value;
+    int round;
+
+    static Arg base(const void *p) { return {'N', false, p, 0, 0, 0}; }
+    static Arg tableOf(const void *p) { return {'N', true, p, 0, 0, 0}; }
+    static Arg integer(char check, int n) { return {check, false, nullptr, n, 0, 0}; }
+    static Arg constant(double v) { return {'V', false, nullptr, 0, v, 0}; }
+};
+using Args = std::vector<Arg>;
+
+// A mistake in a test's own argument list, not a fault of the library.
+inline void require(bool ok, const char *what)
+{
+    if (!ok) {
+        std::fprintf(stderr, "test kit: %s\n", what);
+        std::abort();
+    }
+}
+
+// Any function that returns a KvlStatus; a call compares the argument list with the prototype.
+class Function {
+public:
+    Function() = default;
+    template <class... A>
+    Function(KvlStatus (*fn)(A...))
+        : address(reinterpret_cast<void (*)()>(fn)), invoke(invokeAs<A...>), arity(sizeof...(A))
+    {
+    }
+    KvlStatus operator()(const Args &args) const
+    {
+        require(args.size() == arity, "number of arguments");
+        return invoke(address, args.data());
+    }
+    explicit operator bool() const { return address != nullptr; }
+
+    void (*address)() = nullptr;
+
+private:
+    template <class A>
+    static A convert(const Arg &arg)
+    {
+        if constexpr (std::is_pointer_v<A>) {
+            require(arg.check == 'N' && arg.table == std::is_pointer_v<std::remove_pointer_t<A>>, "a pointer's depth");
+            return static_cast<A>(const_cast<void *>(arg.pointer));
+        } else if constexpr (std::is_integral_v<A>) {
+            require(arg.check != 'N' && arg.check != 'V', "an integer");
+            return arg.number;
+        } else {
+            require(arg.check == 'V', "a constant");
+            return static_cast<A>(arg.value);
+        }
+    }
+    template <class... A>
+    static KvlStatus invokeAs(void (*fn)(), const Arg *args)
+    {
+        return expand<A...>(reinterpret_cast<KvlStatus (*)(A...)>(fn), args, std::index_sequence_for<A...>());
+    }
+    template <class... A, std::size_t... I>
+    static KvlStatus expand(KvlStatus (*fn)(A...), const Arg *args, std::index_sequence<I...>)
+    {
+        return fn(convert<A>(args[I])...);
+    }
+
+    KvlStatus (*invoke)(void (*)(), const Arg *) = nullptr;
+    std::size_t arity = 0;
+};
+
+// A public function and what is expected of its frame. Estimates at or above the limit go to the driver.
+struct Member {
+    std::string name;
+    Function call;
+    Function driver;
+    std::string family;
+    std::vector<std::string> operands;
+    bool is64;
+    char description; // S, P or L
+    std::string order;
+    int (*estimate)(int width, int height, int count);
+    int contiguousLimit;
+    int stridedLimit;
+
+    int elementSize() const { return is64 ? 8 : 4; }
+    bool isArray() const { return bool(driver); }
+};
+
+// Splits the letters of a name: "tama" gives "ta", "ma".
+inline std::vector<std::string> operandsOf(const std::string &letters)
+{
+    std::vector<std::string> operands;
+    for (std::size_t k = 0; k < letters.size(); ++k) {
+        if (letters[k] == 'a')
+            operands.back() += 'a';
+        else
+            operands.emplace_back(1, letters[k]);
+    }
+    return operands;
+}
+
+// Calls body with a zero of the member's element type.
+template <class Body>
+void withType(const Member &member, Body body)
+{
+    if (member.is64)
+        body(double());
+    else
+        body(float());
+}

@@ -1,0 +1,111 @@
+// The order of the argument checks: every defect alone and every pair of defects, on memory that must not be touched.
+#include "elementwise.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+struct Defect {
+    std::size_t position;
+    int value; // of an integer; a pointer becomes null
+};
+
+int statusOf(char check)
+{
+    switch (check) {
+    case 'N':
+        return -8;
+    case 'S':
+        return -6;
+    case 'C':
+        return -203;
+    case 'T':
+        return -182;
+    default:
+        return -202;
+    }
+}
+
+// Where in the member's order an argument is tested.
+std::size_t rank(const Member &member, const Arg &arg)
+{
+    std::size_t at = member.order.find(arg.check);
+    for (int k = 0; k < arg.round && at != std::string::npos; ++k)
+        at = member.order.find(arg.check, at + 1);
+    return at;
+}
+
+std::vector<Defect> defectsOf(const Member &member, const Args &args)
+{
+    std::vector<Defect> defects;
+    const int size = member.elementSize();
+    for (std::size_t k = 0; k < args.size(); ++k) {
+        std::vector<int> values;
+        switch (args[k].check) {
+        case 'N':
+        case 'S':
+        case 'C':
+            values = {0, -1, INT_MIN};
+            break;
+        case 'T':
+            values = {0, -size, INT_MIN, -1, INT_MAX};
+            break;
+        case 'H':
+            values = {-size, INT_MIN, 1 - size, INT_MAX};
+            break;
+        }
+        if (args[k].check == 'T' || args[k].check == 'H')
+            for (int extra = 1; extra < size; ++extra)
+                values.push_back(size * (args[k].check == 'T') + extra);
+        if (rank(member, args[k]) != std::string::npos)
+            for (int value : values)
+                defects.push_back({k, value});
+    }
+    return defects;
+}
+
+void apply(const Defect &defect, Args &args)
+{
+    if (args[defect.position].check == 'N')
+        args[defect.position].pointer = nullptr;
+    else
+        args[defect.position].number = defect.value;
+}
+
+TEST(Checks, EveryDefectAndEveryPair)
+{
+    void *unreadable = mmap(nullptr, 1 << 16, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(unreadable, MAP_FAILED);
+    for (const Member &member : members()) {
+        Args sound;
+        withType(member, [&](auto zero) {
+            sound = Problem<decltype(zero)>(member, {3, 3, 2, Layout::packed, Layout::strided, Layout::gaps}, 1).args;
+        });
+        for (Arg &arg : sound)
+            if (arg.check == 'N')
+                arg.pointer = unreadable;
+        const std::vector<Defect> defects = defectsOf(member, sound);
+        int wrong = 0;
+        for (std::size_t j = 0; j < defects.size(); ++j)
+            for (std::size_t k = j; k < defects.size(); ++k) {
+                Args args = sound;
+                apply(defects[j], args);
+                if (defects[k].position != defects[j].position)
+                    apply(defects[k], args);
+                else if (k != j)
+                    continue;
+                const Arg &first = sound[defects[j].position], &second = sound[defects[k].position];
+                const int expected = statusOf(rank(member, first) <= rank(member, second) ? first.check : second.check);
+                running() = member.name + " with defects at arguments " + std::to_string(defects[j].position) +
+                            " and " + std::to_string(defects[k].position);
+                const KvlStatus status = member.call(args);
+                if (status != expected && ++wrong <= 3)
+                    ADD_FAILURE() << running() << ": " << status << ", expected " << expected;
+            }
+    }
+    munmap(unreadable, 1 << 16);
+}
+
+} // namespace

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Builds and runs the foreign project against an installed tree, once by pkg-config and once by find_package.
+# usage: foreign.sh <prefix> <libdir below it> <libomp.so.5> <cmake> <C compiler and flags> [emulator]
+set -euo pipefail
+
+prefix=$1
+libraries=$1/$2
+libompFolder=$(dirname "$3")
+cmake=$4
+read -ra compiler <<<"$5"
+emulator=("${@:6}")
+source=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/foreign
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# A moved tree must still be found: nothing may depend on the folder that it was installed into.
+cp -a "$prefix" "$work/moved"
+libraries=$work/moved/${libraries#"$prefix"/}
+export LD_LIBRARY_PATH=$libraries:$libompFolder
+export PKG_CONFIG_PATH=$libraries/pkgconfig
+
+[[ $(pkg-config --modversion kvlm) == 5.2 ]] || { echo "kvlm.pc tells another version"; exit 1; }
+[[ -z $(pkg-config --print-requires kvlm) ]] || { echo "kvlm.pc requires other packages"; exit 1; }
+read -ra cflags <<<"$(pkg-config --cflags kvlm)"
+read -ra libs <<<"$(pkg-config --libs kvlm)"
+"${compiler[@]}" -Wall -Wextra -Werror "${cflags[@]}" "$source/main.c" -o "$work/byPkgConfig" "${libs[@]}" \
+    "-Wl,-rpath-link,$libompFolder"
+echo "pkg-config:   $("${emulator[@]}" "$work/byPkgConfig")"
+
+"$cmake" -S "$source" -B "$work/build" -G Ninja "-DCMAKE_PREFIX_PATH=$work/moved" "-DCMAKE_C_COMPILER=${compiler[0]}" \
+    "-DCMAKE_C_FLAGS=${compiler[*]:1}" "-DCMAKE_EXE_LINKER_FLAGS=-Wl,-rpath-link,$libompFolder" >"$work/log" ||
+    { cat "$work/log"; exit 1; }
+"$cmake" --build "$work/build" >"$work/log" || { cat "$work/log"; exit 1; }
+echo "find_package: $("${emulator[@]}" "$work/build/foreign")"

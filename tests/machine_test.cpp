@@ -1,0 +1,129 @@
+// The library's identity, and what a call leaves of the processor's state and asks of the stack.
+#include "elementwise.h"
+
+#include "kvlcore.h"
+
+#include <gtest/gtest.h>
+#include <xmmintrin.h>
+
+namespace {
+
+TEST(Identity, VersionRecord)
+{
+    const KvlLibraryVersion *version = kvlmGetLibVersion();
+    ASSERT_NE(version, nullptr);
+    EXPECT_EQ(version, kvlmGetLibVersion());
+    EXPECT_EQ(version->versionMajor, 5);
+    EXPECT_EQ(version->versionMinor, 2);
+    EXPECT_EQ(version->buildSeries, 108);
+    EXPECT_EQ(version->buildNumber, 345);
+    EXPECT_EQ(std::memcmp(version->targetCode, "w7\0\0", 4), 0);
+    EXPECT_STREQ(version->libraryName, "libkvlmw7.so.5.2");
+    EXPECT_STREQ(version->versionText, "5.2");
+    EXPECT_STREQ(version->buildDateText, "Jul 11 2007");
+    EXPECT_EQ(sizeof(KvlLibraryVersion), sizeof(void *) == 4 ? 32u : 48u);
+}
+
+TEST(Core, CacheSizeAndTeam)
+{
+    int bytes = -1;
+    kvlGetMaxCacheSizeB(&bytes);
+    EXPECT_GE(bytes, 0);
+    kvlSetNumThreads(7);
+    EXPECT_EQ(threads_omp_of_n_kvl, 7);
+    kvlSetNumThreads(1);
+    EXPECT_EQ(threads_omp_of_n_kvl, 1);
+}
+
+unsigned short x87Control()
+{
+    unsigned short word;
+    asm volatile("fnstcw %0" : "=m"(word));
+    return word;
+}
+
+void setX87Control(unsigned short word)
+{
+    asm volatile("fldcw %0" : : "m"(word));
+}
+
+// Tag bits of registers in use: any left behind breaks the caller's x87 code.
+unsigned x87Tags()
+{
+    unsigned environment[7];
+    asm volatile("fnstenv %0\n\tfldenv %0" : "+m"(environment));
+    return environment[2] & 0xffff;
+}
+
+TEST(Processor, ControlWordsAreHonouredAndLeft)
+{
+    constexpr unsigned flags = 0x3f;
+    const unsigned modes[] = {0x1f80, 0x3f80, 0x5f80 | 0x8040, 0x7f80};
+    const unsigned savedMode = _mm_getcsr();
+    const unsigned short savedX87 = x87Control();
+    for (const Member &member : members())
+        for (unsigned mode : modes)
+            for (int order = 3; order <= 6; ++order)
+                withType(member, [&](auto zero) {
+                    Setting setting = {order, order, 3, Layout::packed, Layout::packed, Layout::packed};
+                    _mm_setcsr(mode);
+                    Problem<decltype(zero)> problem(member, setting, 9);
+                    setX87Control(savedX87 & ~0x300); // 24-bit precision
+                    const unsigned short x87 = x87Control();
+                    const std::string wrong = problem.run();
+                    const unsigned after = _mm_getcsr();
+                    const unsigned short x87After = x87Control();
+                    const unsigned tags = x87Tags();
+                    _mm_setcsr(savedMode);
+                    setX87Control(savedX87);
+                    EXPECT_EQ(wrong, "");
+                    EXPECT_EQ(after & ~flags, mode & ~flags) << member.name;
+                    EXPECT_EQ(x87After, x87) << member.name;
+                    EXPECT_EQ(tags, 0xffffu) << member.name;
+                });
+}
+
+#ifdef __i386__
+// Calls with the stack pointer at `misalignment` modulo 16 where the arguments start.
+KvlStatus callWithStackAt(int misalignment, const Function &function, const Args &args)
+{
+    std::vector<std::uint32_t> words;
+    for (const Arg &arg : args) {
+        require(arg.check != 'V', "a constant is more than one word");
+        words.push_back(arg.check == 'N' ? reinterpret_cast<std::uint32_t>(arg.pointer)
+                                         : static_cast<std::uint32_t>(arg.number));
+    }
+    auto top = reinterpret_cast<std::uint32_t>(__builtin_frame_address(0));
+    top = ((top - 8192) & ~15u) + misalignment;
+    auto result = reinterpret_cast<std::uint32_t>(function.address);
+    std::size_t n = words.size();
+    const std::uint32_t *source = words.data();
+    asm volatile("movl %%esp, %%ebx\n\t"
+                 "movl %%edx, %%esp\n\t"
+                 "movl %%esp, %%edi\n\t"
+                 "rep movsl\n\t"
+                 "call *%%eax\n\t"
+                 "movl %%ebx, %%esp"
+                 : "+a"(result), "+c"(n), "+S"(source), "+d"(top)
+                 :
+                 : "ebx", "edi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
+    return static_cast<KvlStatus>(result);
+}
+
+TEST(Processor, StackOfFourByteAlignment)
+{
+    for (const Member &member : members())
+        for (Layout layout : {Layout::packed, Layout::padded, Layout::strided})
+            for (int order = 3; order <= 7; ++order)
+                for (int misalignment : {0, 4, 8, 12})
+                    withType(member, [&](auto zero) {
+                        Problem<decltype(zero)> problem(member, {order, order, 3, layout, layout, layout}, 3);
+                        running() = problem.name();
+                        EXPECT_EQ(callWithStackAt(misalignment, member.call, problem.args), kvlOk);
+                        problem.target().expect(problem.expectedResult(), 0, member.isArray() ? 3 : 1);
+                        EXPECT_EQ(problem.target().difference(), "") << member.name << " " << misalignment;
+                    });
+}
+#endif
+
+} // namespace

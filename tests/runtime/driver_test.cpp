@@ -1,0 +1,207 @@
+// Drivers on a runtime of our own: exact calls, chunks, partial batches, and which calls reach a driver at all.
+#include "../elementwise.h"
+#include "fake_runtime.h"
+
+#include "kvlcore.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::vector<const Member *> arrayMembers()
+{
+    std::vector<const Member *> arrays;
+    for (const Member &member : members())
+        if (member.isArray())
+            arrays.push_back(&member);
+    return arrays;
+}
+
+// What is wrong when the driver runs `count` objects while objects [0, done) shall hold results afterwards.
+std::string runDriver(const Member &member, const Layout (&layouts)[3], int threads, int count, int done)
+{
+    std::string wrong;
+    withType(member, [&](auto zero) {
+        Problem<decltype(zero)> problem(member, {3, 4, count, layouts[0], layouts[1], layouts[2]}, count);
+        kvlSetNumThreads(threads);
+        wrong = problem.run(member.driver, 0, done);
+    });
+    return wrong;
+}
+
+struct Scenario {
+    const char *what;
+    int threads, count, objectsDone;
+    std::string trace;
+    void (*prepare)(FakeRuntime &);
+};
+
+std::string team(int pushed, std::initializer_list<int> order)
+{
+    std::string trace = "gtid ok? push" + std::to_string(pushed) + " fork[";
+    for (int t : order)
+        trace += " t" + std::to_string(t) + " lock unlock";
+    return trace + " ]";
+}
+
+const Scenario scenarios[] = {
+    {"no threads", 0, 10, 10, "gtid", nullptr},
+    {"negative threads", -3, 10, 10, "gtid", nullptr},
+    {"one thread", 1, 10, 10, "gtid", nullptr},
+    {"fewer objects than threads", 4, 3, 3, "gtid", nullptr},
+    {"as many objects as threads", 4, 4, 4, team(4, {0, 1, 2, 3}), nullptr},
+    {"ten over four", 4, 10, 10, team(4, {0, 1, 2, 3}), nullptr},
+    {"ten over four, last first", 4, 10, 10, team(4, {3, 2, 1, 0}), [](FakeRuntime &r) { r.lastThreadFirst = true; }},
+    {"refused with a rest", 4, 10, 3, "gtid ok? serial[ t0 lock unlock ]",
+     [](FakeRuntime &r) { r.allowsFork = false; }},
+    {"refused without a rest", 4, 8, 2, "gtid ok? serial[ t0 lock unlock ]",
+     [](FakeRuntime &r) { r.allowsFork = false; }},
+    {"team of two", 4, 10, 6, team(4, {0, 1}), [](FakeRuntime &r) { r.largestTeam = 2; }},
+    {"team of three", 4, 10, 8, team(4, {0, 1, 2}), [](FakeRuntime &r) { r.largestTeam = 3; }},
+    {"fewer threads at the second read", 4, 10, 6, team(2, {0, 1}),
+     [](FakeRuntime &r) { r.onForkQuestion = [] { kvlSetNumThreads(2); }; }},
+};
+
+TEST(Driver, CallsOfTheRuntimeAndObjectsDone)
+{
+    for (const Member *member : arrayMembers())
+        for (Layout layout : {Layout::packed, Layout::strided})
+            for (const Scenario &scenario : scenarios) {
+                resetFakeRuntime();
+                if (scenario.prepare)
+                    scenario.prepare(fakeRuntime());
+                EXPECT_EQ(runDriver(*member, {layout, layout, layout}, scenario.threads, scenario.count,
+                                    scenario.objectsDone),
+                          "")
+                    << scenario.what;
+                EXPECT_EQ(fakeRuntime().trace, scenario.trace) << member->name << ": " << scenario.what;
+            }
+    kvlSetNumThreads(1);
+}
+
+TEST(Driver, ChunksMoveEveryOperand)
+{
+    Random random(1);
+    const auto anyLayout = [&] { return static_cast<Layout>(random.below(disjointLayouts)); };
+    for (const Member *member : arrayMembers())
+        for (int threads : {2, 3, 7})
+            for (int count : {7, 8, 22})
+                for (int turn = 0; turn < 12; ++turn) {
+                    const Layout same = anyLayout(), src1 = anyLayout(), src2 = anyLayout(), dst = anyLayout();
+                    resetFakeRuntime();
+                    fakeRuntime().lastThreadFirst = true;
+                    const Layout layouts[] = {turn % 2 ? same : src1, turn % 2 ? same : src2, turn % 2 ? same : dst};
+                    EXPECT_EQ(runDriver(*member, layouts, threads, count, count), "") << threads << " threads";
+                }
+    kvlSetNumThreads(1);
+}
+
+// Arguments of a batch of any shape in little memory: all elements of an operand are one, or lie `elem` bytes apart.
+struct SharedElements {
+    SharedElements(const Member &member, int width, int height, int count, bool strided)
+        : memory((width + height + count) * 2), table(tableSize(member, width * height, count), memory.data())
+    {
+        const int elem = member.elementSize() * (strided ? 2 : 1);
+        for (const std::string &letters : {member.operands[0], member.operands[1], std::string("ma")}) {
+            const bool array = letters.size() > 1;
+            const bool pointers = member.description == 'P' || (member.description == 'L' && array);
+            args.push_back(pointers ? Arg::tableOf(table.data()) : Arg::base(memory.data()));
+            if (pointers)
+                args.push_back(Arg::integer('H', 0));
+            if (array && member.description != 'L')
+                args.push_back(Arg::integer('T', elem));
+            if (member.description != 'P')
+                args.insert(args.end(), 2, Arg::integer('T', elem));
+        }
+        for (int n : {width, height, count})
+            args.push_back(Arg::integer('S', n));
+    }
+    static int tableSize(const Member &member, int positions, int count)
+    {
+        return member.description == 'P' ? positions : member.description == 'L' ? count : 0;
+    }
+    std::vector<double> memory;
+    std::vector<void *> table;
+    Args args;
+};
+
+bool reachesDriver(const Member &member, int width, int height, int count, bool strided)
+{
+    SharedElements call(member, width, height, count, strided);
+    resetFakeRuntime();
+    EXPECT_EQ(member.call(call.args), kvlOk) << member.name;
+    EXPECT_TRUE(fakeRuntime().trace.empty() || fakeRuntime().trace == "gtid") << fakeRuntime().trace;
+    return !fakeRuntime().trace.empty();
+}
+
+struct Extent {
+    int width, height, count;
+};
+
+// A shape of exactly this estimate, count 0 if there is none; rather several columns and rows than one.
+Extent shapeOfEstimate(const Member &member, int target)
+{
+    for (int least : {2, 1})
+        for (int width = 70; width >= least; --width)
+            for (int height = 70; height >= least; --height)
+                for (int guess = std::max(1, target / (3 * width * height) - 1), count = guess; count <= 2 * guess + 4;
+                     ++count)
+                    if (member.estimate(width, height, count) == target)
+                        return {width, height, count};
+    return {0, 0, 0};
+}
+
+TEST(Routing, ExactlyAtTheLimit)
+{
+    kvlSetNumThreads(1);
+    for (const Member *member : arrayMembers())
+        for (bool strided : {false, true}) {
+            const int limit = strided ? member->stridedLimit : member->contiguousLimit;
+            int tried = 0;
+            for (int estimate = limit - 3; estimate <= limit + 3; ++estimate) {
+                const Extent shape = shapeOfEstimate(*member, estimate);
+                if (shape.count == 0)
+                    continue;
+                ++tried;
+                EXPECT_EQ(reachesDriver(*member, shape.width, shape.height, shape.count, strided), estimate >= limit)
+                    << member->name << (strided ? " strided" : " contiguous") << ", estimate " << estimate;
+            }
+            EXPECT_GE(tried, 3) << member->name;
+        }
+}
+
+// One stride that is not the element size makes a call strided, whichever operand has it.
+TEST(Routing, EveryElementStrideCounts)
+{
+    kvlSetNumThreads(1);
+    for (const Member *member : arrayMembers()) {
+        if (member->description != 'S')
+            continue;
+        const Extent shape = shapeOfEstimate(*member, member->stridedLimit + 3 * (member->stridedLimit % 2));
+        for (int operand = 0; operand < 3; ++operand) {
+            SharedElements call(*member, shape.width, shape.height, shape.count, false);
+            int seen = -1;
+            for (std::size_t k = 0; k < call.args.size(); ++k)
+                if (call.args[k].check == 'T' && call.args[k + 1].check != 'T' && ++seen == operand)
+                    call.args[k].number *= 2;
+            resetFakeRuntime();
+            EXPECT_EQ(member->call(call.args), kvlOk);
+            EXPECT_EQ(fakeRuntime().trace, "gtid") << member->name << " operand " << operand;
+        }
+    }
+}
+
+#ifdef __x86_64__
+// The estimate wraps: 3 * 26755 * 26755 is above 2^31 and therefore negative, and the call stays with the caller.
+TEST(Routing, EstimateWrapsInThirtyTwoBits)
+{
+    kvlSetNumThreads(1);
+    for (const Member *member : arrayMembers())
+        if (member->name == "kvlmAdd_mama_32f" || member->name == "kvlmSub_mam_32f") {
+            ASSERT_LT(member->estimate(26755, 26755, 1), 0);
+            EXPECT_FALSE(reachesDriver(*member, 26755, 26755, 1, false)) << member->name;
+        }
+}
+#endif
+
+} // namespace

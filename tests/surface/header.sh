@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Checks the installed headers: they compile alone in every language they are for, they declare exactly the public
+# names, and a C program that uses each name links and runs.
+# usage: header.sh <prefix> <libdir below it> <libomp.so.5> <C compiler and flags> <C++ compiler and flags> [emulator]
+set -euo pipefail
+export LC_ALL=C
+# shellcheck source-path=SCRIPTDIR source=names.sh
+source "$(dirname "${BASH_SOURCE[0]}")/names.sh"
+
+include=$1/include
+libraries=$1/$2
+libompFolder=$(dirname "$3")
+read -ra cCompiler <<<"$4"
+read -ra cxxCompiler <<<"$5"
+emulator=("${@:6}")
+strict=(-Wall -Wextra -Werror -pedantic -fsyntax-only "-I$include")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+for header in kvlm.h kvlcore.h; do
+    # Twice: a header must bear to be included again.
+    printf '#include <%s>\n' $header $header | tee "$work/alone.c" >"$work/alone.cpp"
+    for standard in c90 c99 c11; do
+        "${cCompiler[@]}" -std=$standard "${strict[@]}" -Wstrict-prototypes "$work/alone.c"
+        echo "ok      $header as $standard"
+    done
+    for standard in c++11 c++17; do
+        "${cxxCompiler[@]}" -std=$standard "${strict[@]}" "$work/alone.cpp"
+        echo "ok      $header as $standard"
+    done
+done
+
+expandNames '^kvlm' >"$work/expected"
+printf '#include <kvlm.h>\n' | "${cCompiler[@]}" "-I$include" -E -P -x c - |
+    grep -oE '\bkvlm[A-Z][A-Za-z0-9_]* *\(' | tr -d ' (' | sort >"$work/declared"
+diff -U 0 "$work/expected" "$work/declared" || { echo "FAILED  the header declares other names than the public ones"; exit 1; }
+echo "ok      the header declares the $(wc -l <"$work/expected") public names"
+
+{
+    printf '#include <kvlcore.h>\n#include <kvlm.h>\n#include <stdio.h>\n#include <string.h>\n'
+    printf 'typedef void (*Function)(void);\nstatic const Function functions[] = {\n'
+    sed 's/.*/    (Function)&,/' "$work/expected"
+    cat <<'C'
+};
+int main(void)
+{
+    const KvlLibraryVersion *version = kvlmGetLibVersion();
+    float a = 1, b = 2, sum = 0;
+    int cacheSize = -1;
+    size_t i;
+    for (i = 0; i < sizeof functions / sizeof *functions; i++)
+        if (functions[i] == 0)
+            return 1;
+    if (strcmp(version->libraryName, "libkvlmw7.so.5.2") != 0 || strcmp(version->versionText, "5.2") != 0)
+        return 2;
+    if (kvlmAdd_vv_32f(&a, sizeof a, &b, sizeof b, &sum, sizeof sum, 1) != kvlOk || sum != 3)
+        return 3;
+    if (kvlGetMaxCacheSizeB(&cacheSize) != 0 || cacheSize < 0)
+        return 4;
+    kvlSetNumThreads(2);
+    if (threads_omp_of_n_kvl != 2)
+        return 5;
+    printf("ok      a C program uses %d functions\n", (int)(sizeof functions / sizeof *functions));
+    return 0;
+}
+C
+} >"$work/use.c"
+"${cCompiler[@]}" -std=c90 -pedantic -Wall -Wextra -Werror "-I$include" "$work/use.c" -o "$work/use" \
+    "-L$libraries" -lkvlmw7 -lkvlcore "-Wl,-rpath-link,$libompFolder"
+LD_LIBRARY_PATH=$libraries:$libompFolder "${emulator[@]}" "$work/use"

@@ -1,0 +1,209 @@
+// Values of every member against a plain loop, bit for bit, in every layout and shape, with all gaps unchanged.
+#include "elementwise.h"
+
+#include "kvlcore.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace {
+
+struct Size {
+    int width, height;
+};
+const Size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}, {8, 8}, {9, 9},
+                      {1, 5}, {6, 1}, {3, 4}, {4, 3}, {5, 3}, {3, 6}, {2, 7}, {9, 4}, {17, 2}};
+const int counts[] = {1, 2, 3, 4, 5, 7, 8, 9, 17};
+
+// Runs one problem; false after the first failure, which it reports.
+bool holds(const Member &member, const Setting &setting, std::uint64_t seed)
+{
+    std::string wrong;
+    withType(member, [&](auto zero) { wrong = Problem<decltype(zero)>(member, setting, seed).run(); });
+    EXPECT_EQ(wrong, "");
+    return wrong.empty();
+}
+
+// Calls body(size, count, seed) for every size and count of the member until it returns false.
+template <class Body>
+void forEachCase(const Member &member, Body body)
+{
+    std::uint64_t seed = 1;
+    for (const Size &size : sizes)
+        for (int count : counts) {
+            if (!member.isArray() && count > 3)
+                break;
+            if (!body(size, count, ++seed * 7919))
+                return;
+        }
+}
+
+TEST(Values, SameLayoutForAllOperands)
+{
+    for (const Member &member : members())
+        forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
+            for (int k = 0; k < disjointLayouts; ++k) {
+                const Layout layout = static_cast<Layout>(k);
+                if (!holds(member, {size.width, size.height, count, layout, layout, layout}, seed))
+                    return false;
+            }
+            return true;
+        });
+}
+
+TEST(Values, MixedLayouts)
+{
+    for (const Member &member : members())
+        forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
+            Random random(seed);
+            for (int k = 0; k < 4; ++k) {
+                Layout layouts[3];
+                for (Layout &layout : layouts)
+                    layout = static_cast<Layout>(random.below(disjointLayouts + (&layout != &layouts[2])));
+                if (!holds(member, {size.width, size.height, count, layouts[0], layouts[1], layouts[2]}, seed + k))
+                    return false;
+            }
+            return true;
+        });
+}
+
+TEST(Values, OverlappingDestinationObjects)
+{
+    for (const Member &member : members()) {
+        if (!member.isArray())
+            continue;
+        forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
+            for (Layout sources : {Layout::packed, Layout::strided, Layout::interleaved})
+                if (!holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
+                    return false;
+            return true;
+        });
+    }
+}
+
+TEST(Values, InPlace)
+{
+    for (const Member &member : members())
+        for (int source : {1, 2}) {
+            const std::string &letters = member.operands[source - 1];
+            if (letters[0] == 't' || (member.isArray() && letters.size() == 1))
+                continue;
+            forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
+                for (Layout layout : {Layout::packed, Layout::padded, Layout::strided, Layout::interleaved}) {
+                    Setting setting = {size.width, size.height, count, layout, layout, layout};
+                    setting.inPlace = source;
+                    if (!holds(member, setting, seed))
+                        return false;
+                }
+                return true;
+            });
+        }
+}
+
+// Every operand, table and list ends at, or starts behind, an unreadable page.
+TEST(Memory, NothingOutsideTheElementsIsTouched)
+{
+    for (const Member &member : members())
+        forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
+            if (count > 5)
+                return true;
+            for (Memory memory : {Memory::beforePage, Memory::behindPage})
+                for (Layout layout : {Layout::packed, Layout::gaps, Layout::strided, Layout::columnMajor})
+                    if (!holds(member, {size.width, size.height, count, layout, layout, layout, memory}, seed))
+                        return false;
+            return true;
+        });
+}
+
+#ifdef __x86_64__
+// Objects lie a gigabyte apart, so that their distance from the first does not fit 32 bits.
+template <class T>
+void addFarObjects(const Member &member, int threads)
+{
+    constexpr int order = 30, count = 6, stride = 1 << 30, size = sizeof(T), elements = order * order;
+    constexpr std::size_t bytes = (std::size_t(count) << 30) + (1 << 20);
+    void *map = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (map == MAP_FAILED)
+        GTEST_SKIP() << "no address range of " << bytes << " bytes";
+    T *const src1 = static_cast<T *>(map), *const src2 = src1 + elements, *const dst = src2 + elements;
+    const auto object = [](T *base, int i) { return base + std::size_t(i) * (stride / size); };
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < elements; ++k) {
+            object(src1, i)[k] = T(i * 1000 + k);
+            object(src2, i)[k] = T(k * 3 - i);
+        }
+    Args args;
+    std::vector<T *> tables[3];
+    int operand = 0;
+    for (T *base : {src1, src2, dst}) {
+        if (member.description == 'P') {
+            for (int k = 0; k < elements; ++k)
+                tables[operand].push_back(base + k);
+            args.push_back(Arg::tableOf(tables[operand++].data()));
+            args.push_back(Arg::integer('H', 0));
+            args.push_back(Arg::integer('T', stride));
+        } else {
+            args.push_back(Arg::base(base));
+            for (int n : {stride, order * size, size})
+                args.push_back(Arg::integer('T', n));
+        }
+    }
+    for (int n : {order, order, count})
+        args.push_back(Arg::integer('S', n));
+    running() = member.name + " on far objects";
+    kvlSetNumThreads(threads);
+    EXPECT_EQ(member.driver(args), kvlOk);
+    kvlSetNumThreads(1);
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < elements; ++k)
+            ASSERT_EQ(object(dst, i)[k], object(src1, i)[k] + object(src2, i)[k]) << member.name << " object " << i;
+    munmap(map, bytes);
+}
+
+TEST(Memory, ObjectsBeyondTwoGibibytes)
+{
+    for (const Member &member : members())
+        if (member.name.find("kvlmAdd_mama_") == 0 && member.description != 'L')
+            for (int threads : {1, 3})
+                withType(member, [&](auto zero) { addFarObjects<decltype(zero)>(member, threads); });
+}
+#endif
+
+// The same bits from every description, layout and number of threads. digest.txt lets two builds be compared.
+TEST(Values, SameBitsFromEveryDescriptionAndTeam)
+{
+    const Size batchSizes[] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 4}};
+    std::ofstream digests("digest.txt");
+    int turn = 0;
+    for (const Member &member : members()) {
+        if (!member.isArray())
+            continue;
+        std::uint64_t digest = 0xcbf29ce484222325u;
+        withType(member, [&](auto zero) {
+            using T = decltype(zero);
+            for (const Size &size : {batchSizes[turn % 4], batchSizes[4]}) {
+                for (Layout layout : {Layout::packed, Layout::strided}) {
+                    const int count = 18500 / (size.width * size.height);
+                    Problem<T> problem(member, {size.width, size.height, count, layout, layout, layout}, 5);
+                    const std::vector<unsigned char> untouched = problem.target().expected();
+                    for (int threads = 1; threads <= 4; ++threads) {
+                        kvlSetNumThreads(threads);
+                        problem.target().restore(untouched);
+                        EXPECT_EQ(problem.run(), "") << threads << " threads";
+                    }
+                    kvlSetNumThreads(1);
+                    const std::vector<T> result = problem.target().get();
+                    const auto *bytes = reinterpret_cast<const unsigned char *>(result.data());
+                    for (std::size_t k = 0; k < result.size() * sizeof(T); ++k)
+                        digest = (digest ^ bytes[k]) * 0x100000001b3u;
+                }
+            }
+        });
+        digests << member.name << " " << std::hex << digest << std::dec << "\n";
+        turn += member.name.back() == 'L';
+    }
+    EXPECT_TRUE(digests.flush().good());
+}
+
+} // namespace
