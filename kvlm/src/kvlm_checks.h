@@ -13,14 +13,14 @@ KVLM_INLINE KvlStatus checkClass(const Parts &...parts)
     if constexpr (Class == 'N')
         return (parts.null() || ...) ? kvlErrNullPointer : kvlOk;
     else if constexpr (Class == 'C')
-        return (0u | ... | parts.countFault()) ? kvlErrCount : kvlOk;
+        return (parts.countFault() || ...) ? kvlErrCount : kvlOk;
     else if constexpr (Class == 'S')
-        return (0u | ... | parts.sizeFault()) ? kvlErrSize : kvlOk;
+        return (parts.sizeFault() || ...) ? kvlErrSize : kvlOk;
     else if constexpr (Class == 'T')
-        return (0u | ... | parts.strideFault()) ? kvlErrStride : kvlOk;
+        return (parts.strides() | ...).fault() ? kvlErrStride : kvlOk;
     else {
         static_assert(Class == 'H');
-        return (0u | ... | parts.shiftFault()) ? kvlErrShift : kvlOk;
+        return (parts.shifts() | ...).fault() ? kvlErrShift : kvlOk;
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include "kvlm_runs.h"
 
+#include <limits.h>
+
 namespace kvlm {
 
 template <class X>
@@ -48,14 +50,21 @@ KVLM_INLINE void bySquareOrder(int width, int height, F f)
 // compiler knows that nothing writes it there, and keeps it in registers.
 template <class T, int W, int H>
 struct LocalCopy {
-    T elements[W * H];
+    alignas(16) T elements[W * H];
 
     template <class X>
     KVLM_INLINE explicit LocalCopy(const X &x)
     {
-        for (int r = 0; r < H; ++r)
-            for (int c = 0; c < W; ++c)
-                elements[X::adjacentInColumns ? c * H + r : r * W + c] = get(x.at(r, c));
+        constexpr bool packed =
+            X::adjacentInColumns
+                ? std::is_same_v<decltype(X::elemStride), Fixed<H * sizeof(T)>>
+                : X::adjacentInRows && (H == 1 || std::is_same_v<decltype(X::rowStride), Fixed<W * sizeof(T)>>);
+        if constexpr (packed) // in whole registers, as they will be read
+            memcpy(elements, x.base, sizeof elements);
+        else
+            for (int r = 0; r < H; ++r)
+                for (int c = 0; c < W; ++c)
+                    elements[X::adjacentInColumns ? c * H + r : r * W + c] = get(x.at(r, c));
     }
     template <class X>
     KVLM_INLINE auto viewLike(const X &) const
@@ -120,21 +129,23 @@ struct PackedCopy {
     template <class X>
     Packed<T> of(const X &x, int width, int height)
     {
-        for (int r = 0; r < height; ++r)
-            for (int c = 0; c < width; ++c)
-                elements[r * width + c] = get(x.view(0).at(r, c));
+        const auto single = x.view(0);
+        bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
+            for (int r = 0; r < h; ++r)
+                for (int c = 0; c < w; ++c)
+                    elements[r * w + c] = get(single.at(r, c));
+        });
         return {elements, {}, width * static_cast<int>(sizeof(T)), {}};
     }
 };
 
 // ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
 
-// Packed objects of N elements with a single one of as many, which is repeated until it fills whole registers.
-template <class T, bool SingleFirst, class Op, int N>
-__attribute__((noinline)) void patternRuns(Op op, const T *single, const T *array, T *d, Fixed<N>, int count)
+// A packed batch of order 3 with a single matrix, which is repeated until it fills whole registers: nine of them.
+template <class T, bool SingleFirst, class Op>
+__attribute__((noinline)) void packedOrder3(Op op, const T *single, const T *array, T *d, int count)
 {
-    constexpr int L = Lanes<T>::count;
-    constexpr int copies = N % L == 0 ? 1 : N % 2 == 0 ? L / 2 : L;
+    constexpr int N = 9, copies = Lanes<T>::count;
     alignas(16) T pattern[N * copies];
     for (int k = 0; k < copies; ++k)
         memcpy(pattern + k * N, single, N * sizeof(T));
@@ -191,12 +202,13 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
         using W = decltype(w);
         if constexpr (!std::is_same_v<W, int>) {
             constexpr int order = W{};
-            if constexpr (rowsOnly && !lists && singleA)
-                if (packedBatch)
-                    return patternRuns<T, true>(op, a.base, b.base, d.base, Fixed<order * order>(), count);
-            if constexpr (rowsOnly && !lists && singleB)
-                if (packedBatch)
-                    return patternRuns<T, false>(op, b.base, a.base, d.base, Fixed<order * order>(), count);
+            if constexpr (order == 3 && rowsOnly && !lists && (singleA || singleB))
+                if (packedBatch) {
+                    if constexpr (singleA)
+                        return packedOrder3<T, true>(op, a.base, b.base, d.base, count);
+                    else
+                        return packedOrder3<T, false>(op, b.base, a.base, d.base, count);
+                }
             if (packed) {
                 constexpr int line = order * sizeof(T);
                 if constexpr (rowsOnly)
@@ -206,7 +218,10 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
                                       w, h, count);
             }
         }
-        objects<T>(op, a, b, d, w, h, count);
+        if (rowsOnly && packed && elements <= INT_MAX)
+            objects<T>(op, a, b, d, static_cast<int>(elements), Fixed<1>(), count);
+        else
+            objects<T>(op, a, b, d, w, h, count);
     });
 }
 

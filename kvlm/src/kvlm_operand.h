@@ -1,7 +1,7 @@
 // Operands: the arguments of one operand of a call, as an object that can be checked, passed on, moved and read.
 //
 // Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
-//   null(), strideFault(), shiftFault(), sizeFault(), countFault()   the checks; 0 where a part has nothing to check
+//   null(), strides(), shifts(), sizeFault(), countFault()   for the checks; empty where a part has nothing to check
 //   adjacent()              whether its elements lie behind one another, true where that means nothing
 //   args(), plainArgs()     its arguments, with and without the element stride
 //   from(first, count, scratch)   the same part of a chunk that begins at object `first`
@@ -19,31 +19,31 @@ namespace kvlm {
 
 constexpr unsigned signBit = 0x80000000u;
 
-// Non-zero if a stride is not a positive multiple of the element size (a power of two). The faults of several strides
-// can be joined by |, and the compiler then tests them all at once.
+// What is to be known of some strides or shifts, joined by |: whether any is negative or no multiple of the element
+// size (a power of two), or below the least value allowed. The whole set is tested at once.
+struct Bits {
+    unsigned any = 0, below = 0, mask = 0;
+
+    KVLM_INLINE bool fault() const { return ((any & mask) | ((any | below) & signBit)) != 0; }
+    friend KVLM_INLINE Bits operator|(Bits a, Bits b) { return {a.any | b.any, a.below | b.below, a.mask | b.mask}; }
+};
+
 template <class T>
-KVLM_INLINE unsigned strideFaultOf(int stride)
+KVLM_INLINE Bits strideBits(int stride)
 {
-    const unsigned s = static_cast<unsigned>(stride);
-    return (s & (signBit | (sizeof(T) - 1))) | ((s - 1) & signBit);
+    return {static_cast<unsigned>(stride), static_cast<unsigned>(stride) - 1, sizeof(T) - 1};
 }
 
 template <class T>
-KVLM_INLINE unsigned strideFaultOf(None)
+KVLM_INLINE Bits strideBits(None)
 {
-    return 0;
+    return {};
 }
 
 template <class T>
-KVLM_INLINE unsigned strideFaultOf(Unit<T>)
+KVLM_INLINE Bits shiftBits(int shift)
 {
-    return 0;
-}
-
-template <class T>
-KVLM_INLINE unsigned shiftFaultOf(int shift)
-{
-    return static_cast<unsigned>(shift) & (signBit | (sizeof(T) - 1));
+    return {static_cast<unsigned>(shift), 0, sizeof(T) - 1};
 }
 
 // The argument that a stride is in a list: one int, or none.
@@ -66,10 +66,10 @@ KVLM_INLINE std::tuple<> argOf(Unit<T>)
 // The neutral answers.
 struct Part {
     bool null() const { return false; }
-    unsigned strideFault() const { return 0; }
-    unsigned shiftFault() const { return 0; }
-    unsigned sizeFault() const { return 0; }
-    unsigned countFault() const { return 0; }
+    Bits strides() const { return {}; }
+    Bits shifts() const { return {}; }
+    bool sizeFault() const { return false; }
+    bool countFault() const { return false; }
     bool adjacent() const { return true; }
     bool fits(ptrdiff_t) const { return true; }
     size_t scratchBytes() const { return 0; }
@@ -104,10 +104,7 @@ struct Strided : Part {
     }
 
     bool null() const { return base == nullptr; }
-    unsigned strideFault() const
-    {
-        return strideFaultOf<T>(objStride) | strideFaultOf<T>(rowStride) | strideFaultOf<T>(elemStride);
-    }
+    Bits strides() const { return strideBits<T>(objStride) | strideBits<T>(rowStride) | strideBits<T>(elemStride); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
     auto plainArgs() const { return std::tuple_cat(std::tuple<T *>(base), argOf(objStride), argOf(rowStride)); }
     auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
@@ -133,8 +130,8 @@ struct Table : Part {
     Table(T *const *table, int shift, Obj objStride) : table(table), shift(shift), objStride(objStride) {}
 
     bool null() const { return table == nullptr; }
-    unsigned strideFault() const { return strideFaultOf<T>(objStride); }
-    unsigned shiftFault() const { return shiftFaultOf<T>(shift); }
+    Bits strides() const { return strideBits<T>(objStride); }
+    Bits shifts() const { return shiftBits<T>(shift); }
     auto args() const { return std::tuple_cat(std::tuple<T *const *, int>(table, shift), argOf(objStride)); }
     auto plainArgs() const { return args(); }
     Table from(int first, int, void *) const
@@ -166,8 +163,8 @@ struct List : Part {
     }
 
     bool null() const { return list == nullptr; }
-    unsigned strideFault() const { return strideFaultOf<T>(rowStride) | strideFaultOf<T>(elemStride); }
-    unsigned shiftFault() const { return shiftFaultOf<T>(shift); }
+    Bits strides() const { return strideBits<T>(rowStride) | strideBits<T>(elemStride); }
+    Bits shifts() const { return shiftBits<T>(shift); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
     auto plainArgs() const { return std::tuple_cat(std::tuple<T *const *, int>(list, shift), argOf(rowStride)); }
     auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
@@ -201,7 +198,7 @@ struct Shape : Part {
 
     Shape(int width, int height) : width(width), height(height) {}
 
-    unsigned sizeFault() const { return width < 1 || height < 1; }
+    bool sizeFault() const { return width < 1 || height < 1; }
     auto args() const { return std::tuple<int, int>(width, height); }
     auto plainArgs() const { return args(); }
     Shape from(int, int, void *) const { return *this; }
@@ -212,7 +209,7 @@ struct Length : Part {
 
     explicit Length(int length) : length(length) {}
 
-    unsigned sizeFault() const { return length < 1; }
+    bool sizeFault() const { return length < 1; }
     auto args() const { return std::tuple<int>(length); }
     auto plainArgs() const { return args(); }
     Length from(int, int, void *) const { return *this; }
@@ -223,7 +220,7 @@ struct Count : Part {
 
     explicit Count(int count) : count(count) {}
 
-    unsigned countFault() const { return count < 1; }
+    bool countFault() const { return count < 1; }
     auto args() const { return std::tuple<int>(count); }
     auto plainArgs() const { return args(); }
     Count from(int, int chunk, void *) const { return Count(chunk); }

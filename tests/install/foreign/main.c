@@ -18,8 +18,8 @@ int main(void)
         for (k = 0; k < elements; k++)
             objects[i][k] = i + 10 * k;
     kvlSetNumThreads(2);
-    status = kvlmSub_mam_64f(objects[0], obj, row, elem, fixed, row, elem, results[0], obj, row, elem, order, order,
-                             count);
+    status =
+        kvlmSub_mam_64f(objects[0], obj, row, elem, fixed, row, elem, results[0], obj, row, elem, order, order, count);
     if (status != kvlOk)
         return 1;
     for (i = 0; i < count; i++)
@@ -29,6 +29,7 @@ int main(void)
     if (kvlmSub_mam_64f(objects[0], obj, row, elem, fixed, row, elem, results[0], obj, row, elem, order, order, 0) !=
         kvlErrCount)
         return 3;
-    printf("%s %s: %d matrices subtracted\n", kvlmGetLibVersion()->libraryName, kvlmGetLibVersion()->versionText, count);
+    printf("%s %s: %d matrices subtracted\n", kvlmGetLibVersion()->libraryName, kvlmGetLibVersion()->versionText,
+           count);
     return 0;
 }
