@@ -77,9 +77,16 @@ struct LocalCopy {
 };
 
 // The loop over objects, a function of its own for each shape: it has the registers for itself.
+//
+// Operands come by reference and are copied here: passed by value, their fields would be stored one by one and loaded
+// again as whole registers, which stalls.
 template <class T, class Op, class A, class B, class D, class W, class H>
-__attribute__((noinline)) void objects(Op op, A a, B b, D d, W width, H height, int count)
+__attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
+                                       int count)
 {
+    const A a = givenA;
+    const B b = givenB;
+    const D d = givenD;
     constexpr bool known = !std::is_same_v<W, int> && !std::is_same_v<H, int>;
     if constexpr (known && isSingle<A> && !isSingle<D>) {
         const auto single = a.view(0);
@@ -273,8 +280,12 @@ KVLM_INLINE auto lineOf(const X &, T *first)
 }
 
 template <class T, class Op, class A, class B, class D>
-__attribute__((noinline)) void strided(Op op, A a, B b, D d, int width, int height, int count)
+__attribute__((noinline)) void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height,
+                                       int count)
 {
+    const A a = givenA;
+    const B b = givenB;
+    const D d = givenD;
     constexpr int adjacent = sizeof(T);
     if constexpr (!isList<A> && !isList<B> && !isList<D> && !isSingle<D>)
         if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
@@ -300,18 +311,26 @@ __attribute__((noinline)) void strided(Op op, A a, B b, D d, int width, int heig
 
 // ---- Pointer description -----------------------------------------------------------------------------------------
 
-// No entry of the table lies within a run over the objects that begins at another. Not looked into, and answered by no,
-// where the test would cost more than the work.
+// No entry of the table lies within a run over the objects that begins at another. Tables in no order are looked into
+// only where that costs less than the work.
 template <class T, class D>
 inline bool positionsDisjoint(const D &d, ptrdiff_t positions, int count)
 {
+    const ptrdiff_t run = count * static_cast<ptrdiff_t>(sizeof(T));
+    const auto distance = [&](ptrdiff_t p, ptrdiff_t q) KVLM_INLINED {
+        return static_cast<ptrdiff_t>(reinterpret_cast<uintptr_t>(d.table[p]) -
+                                      reinterpret_cast<uintptr_t>(d.table[q]));
+    };
+    ptrdiff_t ascending = 1;
+    while (ascending < positions && distance(ascending, ascending - 1) >= run)
+        ++ascending;
+    if (ascending == positions)
+        return true;
     if (positions > 2 * static_cast<ptrdiff_t>(count) + 1)
         return false;
-    const uintptr_t run = count * sizeof(T);
-    for (int p = 1; p < positions; ++p)
-        for (int q = 0; q < p; ++q)
-            if (reinterpret_cast<uintptr_t>(d.table[p]) - reinterpret_cast<uintptr_t>(d.table[q]) + (run - 1) <
-                2 * run - 1)
+    for (ptrdiff_t p = ascending; p < positions; ++p)
+        for (ptrdiff_t q = 0; q < p; ++q)
+            if (distance(p, q) < run && distance(q, p) < run)
                 return false;
     return true;
 }
@@ -338,8 +357,12 @@ struct TableCopy {
 };
 
 template <class T, char LetterA, char LetterB, class Op, class A, class B, class D, class W, class H>
-__attribute__((noinline)) void tableObjects(Op op, A a, B b, D d, W width, H height, int count)
+__attribute__((noinline)) void tableObjects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
+                                            int count)
 {
+    const A a = givenA;
+    const B b = givenB;
+    const D d = givenD;
     const auto elementA = [&](int i, int r, int c)
                               KVLM_INLINED { return get(a.at(positionOf<LetterA>(r, c, width, height), i)); };
     const auto elementB = [&](int i, int r, int c)
