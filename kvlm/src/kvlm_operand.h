@@ -65,6 +65,8 @@ KVLM_INLINE std::tuple<> argOf(Unit<T>)
 
 // The neutral answers.
 struct Part {
+    static constexpr bool isSingle = false, isTable = false, isList = false;
+
     bool null() const { return false; }
     Bits strides() const { return {}; }
     Bits shifts() const { return {}; }
@@ -85,12 +87,16 @@ struct View {
     Row rowStride;
     Elem elemStride;
 
-    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const { return moved(base, r * rowStride + c * elemStride); }
+    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const
+    {
+        return moved(base, steps(r, rowStride) + steps(c, elemStride));
+    }
 };
 
 // Standard description: base pointer and byte strides. Obj and Row are int or None, Elem is int or Unit<T>.
 template <class T, class Obj, class Row, class Elem>
 struct Strided : Part {
+    static constexpr bool isSingle = std::is_same_v<Obj, None>;
     using Element = T;
     using View = kvlm::View<T, Row, Elem>;
     T *base;
@@ -110,7 +116,7 @@ struct Strided : Part {
     auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
     Strided from(int first, int, void *) const { return {object(first), objStride, rowStride, elemStride}; }
 
-    T *object(ptrdiff_t i) const { return moved(base, i * objStride); }
+    T *object(ptrdiff_t i) const { return moved(base, steps(i, objStride)); }
     View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
     template <class R, class E>
     Strided<T, Obj, R, E> withSteps(R row, E elem) const
@@ -122,6 +128,7 @@ struct Strided : Part {
 // Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
 template <class T, class Obj>
 struct Table : Part {
+    static constexpr bool isSingle = std::is_same_v<Obj, None>, isTable = true;
     using Element = T;
     T *const *table;
     int shift;
@@ -143,13 +150,14 @@ struct Table : Part {
         return sizeof(ptrdiff_t) == sizeof(int) || shiftOf(first) == static_cast<int>(shiftOf(first));
     }
 
-    ptrdiff_t shiftOf(ptrdiff_t i) const { return shift + i * objStride; }
+    ptrdiff_t shiftOf(ptrdiff_t i) const { return static_cast<ptrdiff_t>(shift + steps(i, objStride)); }
     T *at(ptrdiff_t position, ptrdiff_t i) const { return moved(table[position], shiftOf(i)); }
 };
 
 // List description of an array: one pointer per object, a shift, and the strides inside an object.
 template <class T, class Row, class Elem>
 struct List : Part {
+    static constexpr bool isList = true;
     using Element = T;
     using View = kvlm::View<T, Row, Elem>;
     T *const *list;
@@ -183,7 +191,7 @@ struct List : Part {
 template <class T, class Elem>
 KVLM_INLINE T *elementOf(const Strided<T, None, None, Elem> &x, ptrdiff_t j)
 {
-    return moved(x.base, j * x.elemStride);
+    return moved(x.base, steps(j, x.elemStride));
 }
 
 template <class T>

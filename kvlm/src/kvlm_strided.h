@@ -1,0 +1,294 @@
+// Element-wise work on a batch of strided or listed operands: dst(i, r, c) = op(A(i, r, c), B(i, r, c)).
+#ifndef KVLM_STRIDED_H
+#define KVLM_STRIDED_H
+
+#include "kvlm_runs.h"
+
+#include <limits.h>
+
+namespace kvlm {
+
+// f(width, height), with sizes that the compiler knows for the square orders 3 to 6.
+template <class F>
+KVLM_INLINE void bySquareOrder(int width, int height, F f)
+{
+    if (width == height)
+        switch (width) {
+        case 3:
+            return f(Fixed<3>(), Fixed<3>());
+        case 4:
+            return f(Fixed<4>(), Fixed<4>());
+        case 5:
+            return f(Fixed<5>(), Fixed<5>());
+        case 6:
+            return f(Fixed<6>(), Fixed<6>());
+        }
+    f(width, height);
+}
+
+// A copy of a single matrix of known size, in the order in which it lies. It belongs to the loop that reads it: the
+// compiler knows that nothing writes it there, and keeps it in registers.
+template <class T, int W, int H>
+struct LocalCopy {
+    alignas(16) T elements[W * H];
+
+    template <class X>
+    KVLM_INLINE explicit LocalCopy(const X &x)
+    {
+        constexpr bool packed =
+            X::adjacentInColumns
+                ? std::is_same_v<decltype(X::elemStride), Fixed<H * sizeof(T)>>
+                : X::adjacentInRows && (H == 1 || std::is_same_v<decltype(X::rowStride), Fixed<W * sizeof(T)>>);
+        if constexpr (packed) // in whole registers, as they will be read
+            memcpy(elements, x.base, sizeof elements);
+        else
+            for (int r = 0; r < H; ++r)
+                for (int c = 0; c < W; ++c)
+                    elements[X::adjacentInColumns ? c * H + r : r * W + c] = get(x.at(r, c));
+    }
+    template <class X>
+    KVLM_INLINE auto viewLike(const X &) const
+    {
+        if constexpr (X::adjacentInColumns)
+            return View<const T, Unit<const T>, Fixed<H * sizeof(T)>>{elements, {}, {}};
+        else
+            return View<const T, Fixed<W * sizeof(T)>, Unit<const T>>{elements, {}, {}};
+    }
+};
+
+// The loop over objects, a function of its own for each shape: it has the registers for itself.
+//
+// Operands come by reference and are copied here: passed by value, their fields would be stored one by one and loaded
+// again as whole registers, which stalls.
+template <class T, class Op, class A, class B, class D, class W, class H>
+__attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
+                                       int count)
+{
+    const A a = givenA;
+    const B b = givenB;
+    const D d = givenD;
+    constexpr bool known = !std::is_same_v<W, int> && !std::is_same_v<H, int>;
+    if constexpr (known && A::isSingle && !D::isSingle) {
+        const auto single = a.view(0);
+        const LocalCopy<T, W{}, H{}> copy(single);
+        for (int i = 0; i < count; ++i)
+            object<T>(op, copy.viewLike(single), b.view(i), d.view(i), width, height);
+    } else if constexpr (known && B::isSingle && !D::isSingle) {
+        const auto single = b.view(0);
+        const LocalCopy<T, W{}, H{}> copy(single);
+        for (int i = 0; i < count; ++i)
+            object<T>(op, a.view(i), copy.viewLike(single), d.view(i), width, height);
+    } else {
+        for (int i = 0; i < count; ++i)
+            object<T>(op, a.view(i), b.view(i), d.view(i), width, height);
+    }
+}
+
+// The same operand with its lines packed behind each other, as the compiler then knows.
+template <int Bytes, class X>
+KVLM_INLINE auto withPackedLines(const X &x)
+{
+    if constexpr (X::View::adjacentInRows)
+        return x.withSteps(Fixed<Bytes>(), x.elemStride);
+    else
+        return x.withSteps(x.rowStride, Fixed<Bytes>());
+}
+
+template <class X>
+KVLM_INLINE bool linesPacked(const X &x, int width, int height)
+{
+    constexpr int64_t size = sizeof(typename X::Element);
+    return X::View::adjacentInRows ? height == 1 || x.rowStride == width * size
+                                   : width == 1 || x.elemStride == height * size;
+}
+
+// A single operand of at most this many elements is worth a packed copy of its own.
+constexpr int smallObject = 36;
+
+template <class T>
+using Packed = Strided<const T, None, int, Unit<const T>>;
+
+// A packed copy of a small single operand, made once for the batch.
+template <class T>
+struct PackedCopy {
+    T elements[smallObject];
+
+    template <class X>
+    Packed<T> of(const X &x, int width, int height)
+    {
+        const auto single = x.view(0);
+        bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
+            for (int r = 0; r < h; ++r)
+                for (int c = 0; c < w; ++c)
+                    elements[r * w + c] = get(single.at(r, c));
+        });
+        return {elements, {}, width * static_cast<int>(sizeof(T)), {}};
+    }
+};
+
+// ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
+
+// A packed batch of order 3 with a single matrix, which is repeated until it fills whole registers: nine of them.
+template <class T, bool SingleFirst, class Op>
+__attribute__((noinline)) void packedOrder3(Op op, const T *single, const T *array, T *d, int count)
+{
+    constexpr int N = 9, copies = Lanes<T>::count;
+    alignas(16) T pattern[N * copies];
+    for (int k = 0; k < copies; ++k)
+        memcpy(pattern + k * N, single, N * sizeof(T));
+
+    const auto runOf = [&](auto length) KVLM_INLINED {
+        if constexpr (SingleFirst)
+            run<T, Op>(op, pattern, array, d, length);
+        else
+            run<T, Op>(op, array, pattern, d, length);
+        array += length;
+        d += length;
+    };
+    for (; count >= copies; count -= copies)
+        runOf(Fixed<N * copies>());
+    for (; count > 0; --count)
+        runOf(Fixed<N>());
+}
+
+template <class X>
+KVLM_INLINE bool objectsPacked(const X &x, int64_t elements)
+{
+    if constexpr (X::isList)
+        return false;
+    else
+        return X::isSingle || x.objStride == elements * static_cast<int64_t>(sizeof(typename X::Element));
+}
+
+// d adjacent in rows, a and b in rows or in columns.
+template <class T, class Op, class A, class B, class D>
+KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width, int height, int count)
+{
+    constexpr bool rowsOnly = A::View::adjacentInRows && B::View::adjacentInRows;
+    constexpr bool singleA = A::isSingle && !D::isSingle, singleB = B::isSingle && !D::isSingle;
+    constexpr bool lists = A::isList || B::isList || D::isList;
+    const int64_t elements = static_cast<int64_t>(width) * height;
+
+    if constexpr (!rowsOnly && (singleA ? B::View::adjacentInRows : singleB && A::View::adjacentInRows))
+        if (elements <= smallObject) {
+            PackedCopy<T> copy;
+            if constexpr (singleA)
+                return contiguous<T>(op, copy.of(a, width, height), b, d, width, height, count);
+            else
+                return contiguous<T>(op, a, copy.of(b, width, height), d, width, height, count);
+        }
+
+    const bool packed = linesPacked(a, width, height) && linesPacked(b, width, height) && linesPacked(d, width, height);
+    const bool packedBatch =
+        packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements);
+    if constexpr (rowsOnly && !lists && !singleA && !singleB)
+        if (packedBatch)
+            return run<T, Op>(op, a.base, b.base, d.base, static_cast<ptrdiff_t>(elements * count));
+
+    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
+        using W = decltype(w);
+        if constexpr (!std::is_same_v<W, int>) {
+            constexpr int order = W{};
+            if constexpr (order == 3 && rowsOnly && !lists && (singleA || singleB))
+                if (packedBatch) {
+                    if constexpr (singleA)
+                        return packedOrder3<T, true>(op, a.base, b.base, d.base, count);
+                    else
+                        return packedOrder3<T, false>(op, b.base, a.base, d.base, count);
+                }
+            if (packed) {
+                constexpr int line = order * sizeof(T);
+                if constexpr (rowsOnly)
+                    return objects<T>(op, a, b, d, Fixed<order * order>(), Fixed<1>(), count);
+                else
+                    return objects<T>(op, withPackedLines<line>(a), withPackedLines<line>(b), withPackedLines<line>(d),
+                                      w, h, count);
+            }
+        }
+        if (rowsOnly && packed && elements <= INT_MAX)
+            objects<T>(op, a, b, d, static_cast<int>(elements), Fixed<1>(), count);
+        else
+            objects<T>(op, a, b, d, w, h, count);
+    });
+}
+
+// ---- Any strides -------------------------------------------------------------------------------------------------
+
+// f(x) with x's adjacency in its type. False, and no call, where x's elements are adjacent in neither direction.
+template <class T, class X, class F>
+KVLM_INLINE bool byAdjacency(const X &x, int width, int height, F f)
+{
+    constexpr int adjacent = sizeof(T);
+    if (x.elemStride == adjacent)
+        return f(x.withSteps(x.rowStride, Unit<const T>()));
+    if (x.rowStride == adjacent)
+        return f(x.withSteps(Unit<const T>(), x.elemStride));
+    if constexpr (X::isSingle)
+        if (static_cast<int64_t>(width) * height <= smallObject) {
+            PackedCopy<T> copy;
+            return f(copy.of(x, width, height));
+        }
+    return false;
+}
+
+// Whether object i's elements lie right behind those of object i - 1, and no element of d among those of another
+// position: then each position is a run over the objects.
+template <class T, class D>
+KVLM_INLINE bool positionsDisjoint(const D &d, int width, int height, int count)
+{
+    const int64_t run = count * static_cast<int64_t>(sizeof(T)), row = d.rowStride, elem = d.elemStride;
+    return (elem >= run && row >= elem * width) || (row >= run && elem >= row * height);
+}
+
+// Fewer objects than this are not worth a run over the objects.
+constexpr int worthLines = 4;
+
+template <class X>
+KVLM_INLINE bool objectsAdjacent(const X &x)
+{
+    return X::isSingle || x.objStride == static_cast<int>(sizeof(typename X::Element));
+}
+
+// What an operand contributes to the run over the objects at one position.
+template <class T, class X>
+KVLM_INLINE auto lineOf(const X &, T *first)
+{
+    if constexpr (X::isSingle)
+        return Same<std::remove_const_t<T>>{get(first)};
+    else
+        return first;
+}
+
+template <class T, class Op, class A, class B, class D>
+__attribute__((noinline)) void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height,
+                                       int count)
+{
+    const A a = givenA;
+    const B b = givenB;
+    const D d = givenD;
+    constexpr int adjacent = sizeof(T);
+    if constexpr (!A::isList && !B::isList && !D::isList && !D::isSingle)
+        if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
+            positionsDisjoint<T>(d, width, height, count)) {
+            for (int r = 0; r < height; ++r)
+                for (int c = 0; c < width; ++c)
+                    run<T>(op, lineOf(a, a.view(0).at(r, c)), lineOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
+                           static_cast<ptrdiff_t>(count));
+            return;
+        }
+    if (d.rowStride == adjacent && d.elemStride != adjacent)
+        return strided<T>(op, a.withSteps(a.elemStride, a.rowStride), b.withSteps(b.elemStride, b.rowStride),
+                          d.withSteps(d.elemStride, d.rowStride), height, width, count);
+    if (d.elemStride == adjacent && byAdjacency<T>(a, width, height, [&](const auto &typedA) KVLM_INLINED {
+            return byAdjacency<T>(b, width, height, [&](const auto &typedB) KVLM_INLINED {
+                contiguous<T>(op, typedA, typedB, d.withSteps(d.rowStride, Unit<T>()), width, height, count);
+                return true;
+            });
+        }))
+        return;
+    bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED { objects<T>(op, a, b, d, w, h, count); });
+}
+
+} // namespace kvlm
+
+#endif
