@@ -1,4 +1,4 @@
-# Finds the OpenMP runtime and makes the imported target kvlm_libomp of it. The shared object itself is looked for, by
+# Finds the OpenMP runtime: KVLM_LIBOMP, and KVLM_LIBOMP_FILE as it is linked. The shared object itself is looked for, by
 # its soname, so that no development package is needed.
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
@@ -17,9 +17,7 @@ endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   get_filename_component(libompFolder "${KVLM_LIBOMP}" DIRECTORY)
   file(CREATE_LINK "${libompFolder}" "${PROJECT_BINARY_DIR}/libomp" SYMBOLIC)
-  set(libompFile "${PROJECT_BINARY_DIR}/libomp/libomp.so.5")
+  set(KVLM_LIBOMP_FILE "${PROJECT_BINARY_DIR}/libomp/libomp.so.5")
 else()
-  set(libompFile "${KVLM_LIBOMP}")
+  set(KVLM_LIBOMP_FILE "${KVLM_LIBOMP}")
 endif()
-add_library(kvlm_libomp SHARED IMPORTED)
-set_target_properties(kvlm_libomp PROPERTIES IMPORTED_LOCATION "${libompFile}" IMPORTED_SONAME libomp.so.5)

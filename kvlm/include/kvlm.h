@@ -12,10 +12,10 @@
  *
  * **Descriptions.** They say where element (r, c) of object i lies. Strides and shifts are always in bytes.
  *
- *     standard   base + i*objStride + r*rowStride + c*elemStride                (vectors: base + i*objStride +
- * j*elemStride) _P         tbl[r*width + c] + shift + i*objStride    one pointer per element position     (vectors:
- * tbl[j] + ...) _L         lst[i] + shift + r*rowStride + c*elemStride    one pointer per object; the single operand of
- * such a call stays in the standard description
+ * - standard: base + i*objStride + r*rowStride + c*elemStride. Vectors have no rowStride, single objects no objStride.
+ * - _P, a table with one pointer per element position: tbl[r*width + c] + shift + i*objStride, for vectors tbl[j] + ...
+ * - _L, a list with one pointer per object: lst[i] + shift + r*rowStride + c*elemStride. The single operand of such a
+ *   call has no list, it stays in the standard description.
  *
  * A t operand exchanges r and c on the right-hand side: its row stride goes with c and its element stride with r, and
  * its table is that of the stored matrix, tbl[c*height + r]. `width` and `height` are those of the result.
@@ -29,7 +29,8 @@
  * pointers, `count`, sizes, strides, shifts, unless a group says otherwise. Entries of tables and lists are not
  * checked.
  *
- * **Aliasing.** The destination must not overlap a source, unless a group says otherwise.
+ * **Aliasing.** The destination must not overlap a source, unless a group says otherwise. In which order the elements
+ * of one destination object are written is not defined; of objects that overlap, the later one is written last.
  *
  * **Threads.** Every function may be called from any number of threads at once, on destinations that do not overlap.
  * The library makes threads only for large arrays, and as many as threads_omp_of_n_kvl of the core library says (1 at

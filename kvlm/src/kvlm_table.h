@@ -11,13 +11,14 @@ namespace kvlm {
 template <class T, class D>
 inline bool positionsDisjoint(const D &d, ptrdiff_t positions, int count)
 {
-    const ptrdiff_t run = count * static_cast<ptrdiff_t>(sizeof(T));
-    const auto distance = [&](ptrdiff_t p, ptrdiff_t q) KVLM_INLINED {
-        return static_cast<ptrdiff_t>(reinterpret_cast<uintptr_t>(d.table[p]) -
-                                      reinterpret_cast<uintptr_t>(d.table[q]));
+    const uintptr_t run = count * sizeof(T);
+    const auto behind = [&](ptrdiff_t p, ptrdiff_t q) KVLM_INLINED {
+        const uintptr_t first = reinterpret_cast<uintptr_t>(d.table[q]),
+                        second = reinterpret_cast<uintptr_t>(d.table[p]);
+        return second >= first && second - first >= run;
     };
     ptrdiff_t ascending = 1;
-    while (ascending < positions && distance(ascending, ascending - 1) >= run)
+    while (ascending < positions && behind(ascending, ascending - 1))
         ++ascending;
     if (ascending == positions)
         return true;
@@ -25,7 +26,7 @@ inline bool positionsDisjoint(const D &d, ptrdiff_t positions, int count)
         return false;
     for (ptrdiff_t p = ascending; p < positions; ++p)
         for (ptrdiff_t q = 0; q < p; ++q)
-            if (distance(p, q) < run && distance(q, p) < run)
+            if (!behind(p, q) && !behind(q, p))
                 return false;
     return true;
 }

@@ -16,7 +16,8 @@ trap 'rm -rf "$work"' EXIT
 # A moved tree must still be found: nothing may depend on the folder that it was installed into.
 cp -a "$prefix" "$work/moved"
 libraries=$work/moved/${libraries#"$prefix"/}
-export LD_LIBRARY_PATH=$libraries:$libompFolder
+# The libraries are found by the program's own search path; libomp's folder may be one that the loader doesn't know.
+export LD_LIBRARY_PATH=$libompFolder
 export PKG_CONFIG_PATH=$libraries/pkgconfig
 
 [[ $(pkg-config --modversion kvlm) == 5.2 ]] || { echo "kvlm.pc tells another version"; exit 1; }
@@ -24,7 +25,7 @@ export PKG_CONFIG_PATH=$libraries/pkgconfig
 read -ra cflags <<<"$(pkg-config --cflags kvlm)"
 read -ra libs <<<"$(pkg-config --libs kvlm)"
 "${compiler[@]}" -Wall -Wextra -Werror "${cflags[@]}" "$source/main.c" -o "$work/byPkgConfig" "${libs[@]}" \
-    "-Wl,-rpath-link,$libompFolder"
+    "-Wl,-rpath-link,$libompFolder" "-Wl,-rpath,$libraries"
 echo "pkg-config:   $("${emulator[@]}" "$work/byPkgConfig")"
 
 "$cmake" -S "$source" -B "$work/build" -G Ninja "-DCMAKE_PREFIX_PATH=$work/moved" "-DCMAKE_C_COMPILER=${compiler[0]}" \
