@@ -37,14 +37,16 @@ KVLM_INLINE constexpr int wrapped(unsigned value)
     return static_cast<int>(value);
 }
 
-// Offsets in bytes are formed in the width of a pointer: exact where that is 64 bits, wrapping where it is 32.
-KVLM_INLINE constexpr uintptr_t steps(ptrdiff_t count, ptrdiff_t stride)
+// Offsets in bytes: exact where a pointer has 64 bits, wrapping where it has 32.
+using Offset = std::conditional_t<sizeof(void *) == 8, ptrdiff_t, uintptr_t>;
+
+KVLM_INLINE constexpr Offset steps(ptrdiff_t count, ptrdiff_t stride)
 {
-    return static_cast<uintptr_t>(count) * static_cast<uintptr_t>(stride);
+    return static_cast<Offset>(count) * static_cast<Offset>(stride);
 }
 
 template <class T>
-KVLM_INLINE T *moved(T *p, uintptr_t bytes)
+KVLM_INLINE T *moved(T *p, Offset bytes)
 {
     using Byte = std::conditional_t<std::is_const_v<T>, const char, char>;
     return reinterpret_cast<T *>(reinterpret_cast<Byte *>(p) + bytes);

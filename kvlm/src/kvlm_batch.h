@@ -59,7 +59,7 @@ inline KvlStatus drive(int count, Plain *plain, General *general, const Parts &.
 
 // A driver with one kernel.
 template <class Kernel, class... Parts>
-inline KvlStatus driveTable(int count, Kernel *kernel, const Parts &...parts)
+inline KvlStatus driveOneKernel(int count, Kernel *kernel, const Parts &...parts)
 {
     return runBatch(KernelBatch<false, Kernel, Parts...>(count, kernel, parts...));
 }

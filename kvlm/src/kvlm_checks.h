@@ -16,16 +16,23 @@ KVLM_INLINE KvlStatus checkClass(const Parts &...parts)
         return (parts.countFault() || ...) ? kvlErrCount : kvlOk;
     else if constexpr (Class == 'S')
         return (parts.sizeFault() || ...) ? kvlErrSize : kvlOk;
+    else if constexpr (Class == 'M')
+        return (parts.matchFault() || ...) ? kvlErrSizeMatch : kvlOk;
     else if constexpr (Class == 'T')
         return (parts.strides() | ...).fault() ? kvlErrStride : kvlOk;
-    else {
-        static_assert(Class == 'H');
+    else if constexpr (Class == 'H')
         return (parts.shifts() | ...).fault() ? kvlErrShift : kvlOk;
+    else if constexpr (Class == 't')
+        return ((parts.isSource ? parts.strides() : Bits()) | ...).fault() ? kvlErrStride : kvlOk;
+    else {
+        static_assert(Class == 'h');
+        return ((parts.isSource ? parts.shifts() : Bits()) | ...).fault() ? kvlErrShift : kvlOk;
     }
 }
 
-// An order of classes: N null pointers, C count, S sizes, T strides, H shifts. A class that finds nothing to check in a
-// call (shifts in the standard description, count with one object) passes, so one order serves several descriptions.
+// An order of classes: N null pointers, C count, S sizes, M sizes that must fit, T strides, H shifts; t and h those of
+// the sources alone. A class that finds nothing to check in a call (shifts in the standard description, count with one
+// object) passes, so one order serves several descriptions.
 template <char... Classes>
 struct Order {
     template <class... Parts>
@@ -37,6 +44,18 @@ struct Order {
     }
 };
 
+using NCSTH = Order<'N', 'C', 'S', 'T', 'H'>;
+using NCTS = Order<'N', 'C', 'T', 'S'>;
+using NSTC = Order<'N', 'S', 'T', 'C'>;
+using NSTCH = Order<'N', 'S', 'T', 'C', 'H'>;
+using NSTHC = Order<'N', 'S', 'T', 'H', 'C'>;
+using NTHSC = Order<'N', 'T', 'H', 'S', 'C'>;
+using NCSMTH = Order<'N', 'C', 'S', 'M', 'T', 'H'>;
+using NCSTHM = Order<'N', 'C', 'S', 'T', 'H', 'M'>;
+using NSCHT = Order<'N', 'S', 'C', 'H', 'T'>;
+using NSChtHT = Order<'N', 'S', 'C', 'h', 't', 'H', 'T'>;
+using SNH = Order<'S', 'N', 'H'>;
+
 // The orders of a member in the three descriptions.
 template <class StandardOrder, class PointerOrder = StandardOrder, class ListOrder = PointerOrder>
 struct Orders {
@@ -45,10 +64,16 @@ struct Orders {
     using List = ListOrder;
 };
 
-using NCSTH = Order<'N', 'C', 'S', 'T', 'H'>;
-using NCTS = Order<'N', 'C', 'T', 'S'>;
-
+// Every order that a family has. All but the first two are settled departures from the usual one.
 using UsualOrder = Orders<NCSTH>;
+using MatchAfterSizes = Orders<NCSMTH>;                // products, Gaxpy
+using StridesBeforeSizes = Orders<NCTS, NCSTH>;        // mam, mma of add and subtract
+using CountAfterStrides = Orders<NSTC, NSTCH, NSTHC>;  // vav of add, subtract and cross product
+using SizesLastInList = Orders<NCSTH, NCSTH, NTHSC>;   // mva of the Cholesky solver
+using MatchLast = Orders<NCSTHM>;                      // QR
+using SizesBeforeCount = Orders<NSCHT>;                // eigenvalues, symmetric eigenvectors, extract
+using SourceBeforeResult = Orders<NSCHT, NSChtHT>;     // eigenvectors of general matrices
+using SizesBeforePointers = Orders<NSCHT, SNH, NSCHT>; // extract from single objects, v in 32f apart
 
 } // namespace kvlm
 

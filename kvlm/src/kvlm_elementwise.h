@@ -5,6 +5,7 @@
 #ifndef KVLM_ELEMENTWISE_H
 #define KVLM_ELEMENTWISE_H
 
+#include "kvlm_strided.h"
 #include "kvlm_table.h"
 
 namespace kvlm {

@@ -27,7 +27,7 @@ KVLM_INLINE KvlStatus enterObject(Plain *plain, General *general, const Parts &.
 }
 
 template <class Order, class Kernel, class... Parts>
-KVLM_INLINE KvlStatus enterObjectTable(Kernel *kernel, const Parts &...parts)
+KVLM_INLINE KvlStatus enterObjectOneKernel(Kernel *kernel, const Parts &...parts)
 {
     if (const KvlStatus status = Order::check(parts...))
         return status;
@@ -48,7 +48,7 @@ KVLM_INLINE KvlStatus enterBatch(int work, int plainLimit, int generalLimit, Dri
 }
 
 template <class Order, class Driver, class Kernel, class... Parts>
-KVLM_INLINE KvlStatus enterBatchTable(int work, int limit, Driver *driver, Kernel *kernel, const Parts &...parts)
+KVLM_INLINE KvlStatus enterBatchOneKernel(int work, int limit, Driver *driver, Kernel *kernel, const Parts &...parts)
 {
     if (const KvlStatus status = Order::check(parts...))
         return status;

@@ -1,7 +1,7 @@
 // Operands: the arguments of one operand of a call, as an object that can be checked, passed on, moved and read.
 //
 // Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
-//   null(), strides(), shifts(), sizeFault(), countFault()   for the checks; empty where a part has nothing to check
+//   null(), strides(), shifts(), sizeFault(), matchFault(), countFault()   for the checks
 //   adjacent()              whether its elements lie behind one another, true where that means nothing
 //   args(), plainArgs()     its arguments, with and without the element stride
 //   from(first, count, scratch)   the same part of a chunk that begins at object `first`
@@ -65,12 +65,13 @@ KVLM_INLINE std::tuple<> argOf(Unit<T>)
 
 // The neutral answers.
 struct Part {
-    static constexpr bool isSingle = false, isTable = false, isList = false;
+    static constexpr bool isSingle = false, isTable = false, isList = false, isSource = false;
 
     bool null() const { return false; }
     Bits strides() const { return {}; }
     Bits shifts() const { return {}; }
     bool sizeFault() const { return false; }
+    bool matchFault() const { return false; }
     bool countFault() const { return false; }
     bool adjacent() const { return true; }
     bool fits(ptrdiff_t) const { return true; }
@@ -96,7 +97,8 @@ struct View {
 // Standard description: base pointer and byte strides. Obj and Row are int or None, Elem is int or Unit<T>.
 template <class T, class Obj, class Row, class Elem>
 struct Strided : Part {
-    static constexpr bool isSingle = std::is_same_v<Obj, None>;
+    static_assert(!std::is_same_v<Elem, None>, "elements that have no stride are adjacent: Unit");
+    static constexpr bool isSingle = std::is_same_v<Obj, None>, isSource = std::is_const_v<T>;
     using Element = T;
     using View = kvlm::View<T, Row, Elem>;
     T *base;
@@ -128,7 +130,7 @@ struct Strided : Part {
 // Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
 template <class T, class Obj>
 struct Table : Part {
-    static constexpr bool isSingle = std::is_same_v<Obj, None>, isTable = true;
+    static constexpr bool isSingle = std::is_same_v<Obj, None>, isTable = true, isSource = std::is_const_v<T>;
     using Element = T;
     T *const *table;
     int shift;
@@ -150,14 +152,18 @@ struct Table : Part {
         return sizeof(ptrdiff_t) == sizeof(int) || shiftOf(first) == static_cast<int>(shiftOf(first));
     }
 
-    ptrdiff_t shiftOf(ptrdiff_t i) const { return static_cast<ptrdiff_t>(shift + steps(i, objStride)); }
-    T *at(ptrdiff_t position, ptrdiff_t i) const { return moved(table[position], shiftOf(i)); }
+    ptrdiff_t shiftOf(ptrdiff_t i) const
+    {
+        return static_cast<ptrdiff_t>(static_cast<Offset>(shift) + steps(i, objStride));
+    }
+    T *at(ptrdiff_t position, ptrdiff_t i) const { return moved(table[position], static_cast<Offset>(shiftOf(i))); }
 };
 
 // List description of an array: one pointer per object, a shift, and the strides inside an object.
 template <class T, class Row, class Elem>
 struct List : Part {
-    static constexpr bool isList = true;
+    static_assert(!std::is_same_v<Elem, None>, "elements that have no stride are adjacent: Unit");
+    static constexpr bool isList = true, isSource = std::is_const_v<T>;
     using Element = T;
     using View = kvlm::View<T, Row, Elem>;
     T *const *list;
@@ -178,7 +184,7 @@ struct List : Part {
     auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
     List from(int first, int, void *) const { return {list + first, shift, rowStride, elemStride}; }
 
-    T *object(ptrdiff_t i) const { return moved(list[i], shift); }
+    T *object(ptrdiff_t i) const { return moved(list[i], static_cast<Offset>(shift)); }
     View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
     template <class R, class E>
     List<T, R, E> withSteps(R row, E elem) const
@@ -221,6 +227,18 @@ struct Length : Part {
     auto args() const { return std::tuple<int>(length); }
     auto plainArgs() const { return args(); }
     Length from(int, int, void *) const { return *this; }
+};
+
+// No argument of its own: whether the sizes of two operands fit together.
+struct SizeMatch : Part {
+    bool matched;
+
+    explicit SizeMatch(bool matched) : matched(matched) {}
+
+    bool matchFault() const { return !matched; }
+    auto args() const { return std::tuple<>(); }
+    auto plainArgs() const { return args(); }
+    SizeMatch from(int, int, void *) const { return *this; }
 };
 
 struct Count : Part {

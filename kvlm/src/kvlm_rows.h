@@ -42,16 +42,22 @@
 #define PART_V_S(T, x) (Strided<T, None, None, int>(x, {}, {}, x##ElemStride))
 #define PART_V_P(T, x) (Table<T, None>(x, x##Shift, {}))
 
+// Plain arrays with a run of entries for each object, and the caller's scratch: the same in every description
+#define ARG_RUNS(T, x, perObject)   T *x
+#define PART_RUNS(T, x, perObject)  (Runs<T>(x, perObject))
+#define ARG_BUFFER(T, x, elements)  T *x
+#define PART_BUFFER(T, x, elements) (Buffer<T>(x, elements))
+
 // Sizes and count
-#define ARG_SHAPE  int width, int height
-#define PART_SHAPE Shape(width, height)
-#define ARG_LEN    int len
-#define PART_LEN   Length(len)
-#define ARG_COUNT  int count
-#define PART_COUNT Count(count)
+#define ARG_SHAPE      int width, int height
+#define PART_SHAPE     Shape(width, height)
+#define ARG_LENGTH(x)  int x
+#define PART_LENGTH(x) Length(x)
+#define ARG_COUNT      int count
+#define PART_COUNT     Count(count)
 
 // Classes: two sources and a destination
-#define VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LEN
+#define VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(len)
 #define MM(X, D, T)   X##_M_##D(const T, src1), X##_M_##D(const T, src2), X##_M_##D(T, dst), X##_SHAPE
 #define MAM(X, D, T)  X##_MA_##D(const T, src1), X##_M_##D(const T, src2), X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT
 #define MMA(X, D, T)  X##_M_##D(const T, src1), X##_MA_##D(const T, src2), X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT
@@ -77,54 +83,70 @@
     KERNEL(own##name##_L, CLASS, LU, T, algorithm)                                                                     \
     KERNEL(own##name##_LS2, CLASS, LS, T, algorithm)
 
-// The public functions of a member. `work` is an expression in the arguments of the class.
-#define OBJECT_FUNCTIONS(name, CLASS, T, orders)                                                                       \
+// The public functions of a member, by description. `work` is an expression in the arguments of the class.
+#define OBJECT_FUNCTION(name, CLASS, T, Order)                                                                         \
     FUNCTION(name, CLASS(ARG, S, T))                                                                                   \
     {                                                                                                                  \
-        return enterObject<orders::Standard>(own##name, own##name##_S2, CLASS(PART, S, T));                            \
-    }                                                                                                                  \
-    FUNCTION(name##_P, CLASS(ARG, P, T))                                                                               \
-    {                                                                                                                  \
-        return enterObjectTable<orders::Pointer>(own##name##_P, CLASS(PART, P, T));                                    \
+        return enterObject<Order>(own##name, own##name##_S2, CLASS(PART, S, T));                                       \
     }
-#define BATCH_FUNCTIONS(name, CLASS, T, orders, work, limits)                                                          \
-    FUNCTION(ownOMP_##name, CLASS(ARG, S, T));                                                                         \
-    FUNCTION(ownOMP_##name##_P, CLASS(ARG, P, T));                                                                     \
-    FUNCTION(ownOMP_##name##_L, CLASS(ARG, LS, T));                                                                    \
-    FUNCTION(name, CLASS(ARG, S, T))                                                                                   \
-    {                                                                                                                  \
-        return enterBatch<orders::Standard>(work, limits.plain, limits.strided, ownOMP_##name, own##name,              \
-                                            own##name##_S2, CLASS(PART, S, T));                                        \
-    }                                                                                                                  \
+#define OBJECT_FUNCTION_P(name, CLASS, T, Order)                                                                       \
     FUNCTION(name##_P, CLASS(ARG, P, T))                                                                               \
     {                                                                                                                  \
-        return enterBatchTable<orders::Pointer>(work, limits.pointer, ownOMP_##name##_P, own##name##_P,                \
-                                                CLASS(PART, P, T));                                                    \
-    }                                                                                                                  \
+        return enterObjectOneKernel<Order>(own##name##_P, CLASS(PART, P, T));                                          \
+    }
+#define OBJECT_FUNCTIONS(name, CLASS, T, orders)                                                                       \
+    OBJECT_FUNCTION(name, CLASS, T, orders::Standard)                                                                  \
+    OBJECT_FUNCTION_P(name, CLASS, T, orders::Pointer)
+
+#define BATCH_FUNCTION(name, CLASS, T, Order, work, limits)                                                            \
+    FUNCTION(ownOMP_##name, CLASS(ARG, S, T));                                                                         \
+    FUNCTION(name, CLASS(ARG, S, T))                                                                                   \
+    {                                                                                                                  \
+        return enterBatch<Order>(work, limits.plain, limits.strided, ownOMP_##name, own##name, own##name##_S2,         \
+                                 CLASS(PART, S, T));                                                                   \
+    }
+#define BATCH_FUNCTION_P(name, CLASS, T, Order, work, limits)                                                          \
+    FUNCTION(ownOMP_##name##_P, CLASS(ARG, P, T));                                                                     \
+    FUNCTION(name##_P, CLASS(ARG, P, T))                                                                               \
+    {                                                                                                                  \
+        return enterBatchOneKernel<Order>(work, limits.pointer, ownOMP_##name##_P, own##name##_P, CLASS(PART, P, T));  \
+    }
+#define BATCH_FUNCTION_L(name, CLASS, T, Order, work, limits)                                                          \
+    FUNCTION(ownOMP_##name##_L, CLASS(ARG, LS, T));                                                                    \
     FUNCTION(name##_L, CLASS(ARG, LS, T))                                                                              \
     {                                                                                                                  \
-        return enterBatch<orders::List>(work, limits.list, limits.listStrided, ownOMP_##name##_L, own##name##_L,       \
-                                        own##name##_LS2, CLASS(PART, LS, T));                                          \
+        return enterBatch<Order>(work, limits.list, limits.listStrided, ownOMP_##name##_L, own##name##_L,              \
+                                 own##name##_LS2, CLASS(PART, LS, T));                                                 \
     }
+#define BATCH_FUNCTIONS(name, CLASS, T, orders, work, limits)                                                          \
+    BATCH_FUNCTION(name, CLASS, T, orders::Standard, work, limits)                                                     \
+    BATCH_FUNCTION_P(name, CLASS, T, orders::Pointer, work, limits)                                                    \
+    BATCH_FUNCTION_L(name, CLASS, T, orders::List, work, limits)
 
 // The drivers of a member: standard, _P, _L.
-#define DRIVERS(name, CLASS, T)                                                                                        \
+#define DRIVER(name, CLASS, T)                                                                                         \
     FUNCTION(own##name, CLASS(ARG, U, T));                                                                             \
     FUNCTION(own##name##_S2, CLASS(ARG, S, T));                                                                        \
-    FUNCTION(own##name##_P, CLASS(ARG, P, T));                                                                         \
-    FUNCTION(own##name##_L, CLASS(ARG, LU, T));                                                                        \
-    FUNCTION(own##name##_LS2, CLASS(ARG, LS, T));                                                                      \
     FUNCTION(ownOMP_##name, CLASS(ARG, S, T))                                                                          \
     {                                                                                                                  \
         return drive(count, own##name, own##name##_S2, CLASS(PART, S, T));                                             \
-    }                                                                                                                  \
+    }
+#define DRIVER_P(name, CLASS, T)                                                                                       \
+    FUNCTION(own##name##_P, CLASS(ARG, P, T));                                                                         \
     FUNCTION(ownOMP_##name##_P, CLASS(ARG, P, T))                                                                      \
     {                                                                                                                  \
-        return driveTable(count, own##name##_P, CLASS(PART, P, T));                                                    \
-    }                                                                                                                  \
+        return driveOneKernel(count, own##name##_P, CLASS(PART, P, T));                                                \
+    }
+#define DRIVER_L(name, CLASS, T)                                                                                       \
+    FUNCTION(own##name##_L, CLASS(ARG, LU, T));                                                                        \
+    FUNCTION(own##name##_LS2, CLASS(ARG, LS, T));                                                                      \
     FUNCTION(ownOMP_##name##_L, CLASS(ARG, LS, T))                                                                     \
     {                                                                                                                  \
         return drive(count, own##name##_L, own##name##_LS2, CLASS(PART, LS, T));                                       \
     }
+#define DRIVERS(name, CLASS, T)                                                                                        \
+    DRIVER(name, CLASS, T)                                                                                             \
+    DRIVER_P(name, CLASS, T)                                                                                           \
+    DRIVER_L(name, CLASS, T)
 
 #endif

@@ -60,6 +60,25 @@ KVLM_INLINE void run(Op op, Same<T> a, const T *b, T *d, ptrdiff_t n)
     run<T>([op](auto x, auto y) KVLM_INLINED { return op(y, x); }, b, a, d, n);
 }
 
+// Fewer objects than this are not worth a run over the objects.
+constexpr int worthLines = 4;
+
+template <class X>
+KVLM_INLINE bool objectsAdjacent(const X &x)
+{
+    return X::isSingle || x.objStride == static_cast<int>(sizeof(typename X::Element));
+}
+
+// What an operand contributes to the run over the objects at one position.
+template <class T, class X>
+KVLM_INLINE auto lineOf(const X &, T *first)
+{
+    if constexpr (X::isSingle)
+        return Same<std::remove_const_t<T>>{get(first)};
+    else
+        return first;
+}
+
 // R rows of C elements of an operand, behind element (r, c), as they are stored: where the operand's elements are
 // adjacent in columns, these are C registers of R elements, and a transposition makes R rows of them.
 template <class T>
@@ -160,6 +179,7 @@ KVLM_INLINE void packedOdd(Op op, const A &a, const B &b, const D &d)
     put(d.base + last, end);
 }
 
+// Order 5 in 32f is faster in blocks.
 template <class T, class D, class W>
 constexpr bool worksAsRun = false;
 template <class T, class D, int N>
@@ -184,6 +204,24 @@ KVLM_INLINE void object(Op op, const A &a, const B &b, const D &d, W width, H he
             for (int c = 0; c < width; ++c)
                 put(d.at(r, c), op(get(a.at(r, c)), get(b.at(r, c))));
     }
+}
+
+// f(width, height), with sizes that the compiler knows for the square orders 3 to 6.
+template <class F>
+KVLM_INLINE void bySquareOrder(int width, int height, F f)
+{
+    if (width == height)
+        switch (width) {
+        case 3:
+            return f(Fixed<3>(), Fixed<3>());
+        case 4:
+            return f(Fixed<4>(), Fixed<4>());
+        case 5:
+            return f(Fixed<5>(), Fixed<5>());
+        case 6:
+            return f(Fixed<6>(), Fixed<6>());
+        }
+    f(width, height);
 }
 
 } // namespace kvlm

@@ -1,4 +1,6 @@
 // Element-wise work on a batch of strided or listed operands: dst(i, r, c) = op(A(i, r, c), B(i, r, c)).
+//
+// Settled: only objects have an order. Which element of one object is written first depends on the loop that is taken.
 #ifndef KVLM_STRIDED_H
 #define KVLM_STRIDED_H
 
@@ -8,26 +10,8 @@
 
 namespace kvlm {
 
-// f(width, height), with sizes that the compiler knows for the square orders 3 to 6.
-template <class F>
-KVLM_INLINE void bySquareOrder(int width, int height, F f)
-{
-    if (width == height)
-        switch (width) {
-        case 3:
-            return f(Fixed<3>(), Fixed<3>());
-        case 4:
-            return f(Fixed<4>(), Fixed<4>());
-        case 5:
-            return f(Fixed<5>(), Fixed<5>());
-        case 6:
-            return f(Fixed<6>(), Fixed<6>());
-        }
-    f(width, height);
-}
-
 // A copy of a single matrix of known size, in the order in which it lies. It belongs to the loop that reads it: the
-// compiler knows that nothing writes it there, and keeps it in registers.
+// compiler knows that nothing writes it there, and keeps of it in registers what they hold.
 template <class T, int W, int H>
 struct LocalCopy {
     alignas(16) T elements[W * H];
@@ -105,16 +89,14 @@ KVLM_INLINE bool linesPacked(const X &x, int width, int height)
 // A single operand of at most this many elements is worth a packed copy of its own.
 constexpr int smallObject = 36;
 
-template <class T>
-using Packed = Strided<const T, None, int, Unit<const T>>;
-
 // A packed copy of a small single operand, made once for the batch.
 template <class T>
 struct PackedCopy {
     T elements[smallObject];
+    int rowStride;
 
     template <class X>
-    Packed<T> of(const X &x, int width, int height)
+    PackedCopy(const X &x, int width, int height) : rowStride(width * static_cast<int>(sizeof(T)))
     {
         const auto single = x.view(0);
         bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
@@ -122,9 +104,14 @@ struct PackedCopy {
                 for (int c = 0; c < w; ++c)
                     elements[r * w + c] = get(single.at(r, c));
         });
-        return {elements, {}, width * static_cast<int>(sizeof(T)), {}};
     }
+    Strided<const T, None, int, Unit<const T>> operand() const { return {elements, {}, rowStride, {}}; }
 };
+
+KVLM_INLINE bool isSmall(int width, int height)
+{
+    return static_cast<int64_t>(width) * height <= smallObject;
+}
 
 // ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
 
@@ -166,22 +153,20 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
 {
     constexpr bool rowsOnly = A::View::adjacentInRows && B::View::adjacentInRows;
     constexpr bool singleA = A::isSingle && !D::isSingle, singleB = B::isSingle && !D::isSingle;
-    constexpr bool lists = A::isList || B::isList || D::isList;
     const int64_t elements = static_cast<int64_t>(width) * height;
 
     if constexpr (!rowsOnly && (singleA ? B::View::adjacentInRows : singleB && A::View::adjacentInRows))
-        if (elements <= smallObject) {
-            PackedCopy<T> copy;
+        if (isSmall(width, height)) {
             if constexpr (singleA)
-                return contiguous<T>(op, copy.of(a, width, height), b, d, width, height, count);
+                return contiguous<T>(op, PackedCopy<T>(a, width, height).operand(), b, d, width, height, count);
             else
-                return contiguous<T>(op, a, copy.of(b, width, height), d, width, height, count);
+                return contiguous<T>(op, a, PackedCopy<T>(b, width, height).operand(), d, width, height, count);
         }
 
     const bool packed = linesPacked(a, width, height) && linesPacked(b, width, height) && linesPacked(d, width, height);
     const bool packedBatch =
         packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements);
-    if constexpr (rowsOnly && !lists && !singleA && !singleB)
+    if constexpr (rowsOnly && !D::isList && !singleA && !singleB)
         if (packedBatch)
             return run<T, Op>(op, a.base, b.base, d.base, static_cast<ptrdiff_t>(elements * count));
 
@@ -189,7 +174,7 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
         using W = decltype(w);
         if constexpr (!std::is_same_v<W, int>) {
             constexpr int order = W{};
-            if constexpr (order == 3 && rowsOnly && !lists && (singleA || singleB))
+            if constexpr (order == 3 && rowsOnly && !D::isList && (singleA || singleB))
                 if (packedBatch) {
                     if constexpr (singleA)
                         return packedOrder3<T, true>(op, a.base, b.base, d.base, count);
@@ -224,39 +209,17 @@ KVLM_INLINE bool byAdjacency(const X &x, int width, int height, F f)
     if (x.rowStride == adjacent)
         return f(x.withSteps(Unit<const T>(), x.elemStride));
     if constexpr (X::isSingle)
-        if (static_cast<int64_t>(width) * height <= smallObject) {
-            PackedCopy<T> copy;
-            return f(copy.of(x, width, height));
-        }
+        if (isSmall(width, height))
+            return f(PackedCopy<T>(x, width, height).operand());
     return false;
 }
 
-// Whether object i's elements lie right behind those of object i - 1, and no element of d among those of another
-// position: then each position is a run over the objects.
+// Whether the runs of d over the objects, one at each position, lie apart.
 template <class T, class D>
 KVLM_INLINE bool positionsDisjoint(const D &d, int width, int height, int count)
 {
     const int64_t run = count * static_cast<int64_t>(sizeof(T)), row = d.rowStride, elem = d.elemStride;
     return (elem >= run && row >= elem * width) || (row >= run && elem >= row * height);
-}
-
-// Fewer objects than this are not worth a run over the objects.
-constexpr int worthLines = 4;
-
-template <class X>
-KVLM_INLINE bool objectsAdjacent(const X &x)
-{
-    return X::isSingle || x.objStride == static_cast<int>(sizeof(typename X::Element));
-}
-
-// What an operand contributes to the run over the objects at one position.
-template <class T, class X>
-KVLM_INLINE auto lineOf(const X &, T *first)
-{
-    if constexpr (X::isSingle)
-        return Same<std::remove_const_t<T>>{get(first)};
-    else
-        return first;
 }
 
 template <class T, class Op, class A, class B, class D>
@@ -267,7 +230,7 @@ __attribute__((noinline)) void strided(Op op, const A &givenA, const B &givenB, 
     const B b = givenB;
     const D d = givenD;
     constexpr int adjacent = sizeof(T);
-    if constexpr (!A::isList && !B::isList && !D::isList && !D::isSingle)
+    if constexpr (!D::isList && !D::isSingle)
         if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
             positionsDisjoint<T>(d, width, height, count)) {
             for (int r = 0; r < height; ++r)

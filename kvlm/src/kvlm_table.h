@@ -2,19 +2,19 @@
 #ifndef KVLM_TABLE_H
 #define KVLM_TABLE_H
 
-#include "kvlm_strided.h"
+#include "kvlm_runs.h"
 
 namespace kvlm {
 
 // No entry of the table lies within a run over the objects that begins at another. Tables in no order are looked into
 // only where that costs less than the work.
 template <class T, class D>
-inline bool positionsDisjoint(const D &d, ptrdiff_t positions, int count)
+inline bool entriesDisjoint(const D &d, ptrdiff_t positions, int count)
 {
     const uintptr_t run = count * sizeof(T);
     const auto behind = [&](ptrdiff_t p, ptrdiff_t q) KVLM_INLINED {
-        const uintptr_t first = reinterpret_cast<uintptr_t>(d.table[q]),
-                        second = reinterpret_cast<uintptr_t>(d.table[p]);
+        const uintptr_t first = reinterpret_cast<uintptr_t>(d.at(q, 0)),
+                        second = reinterpret_cast<uintptr_t>(d.at(p, 0));
         return second >= first && second - first >= run;
     };
     ptrdiff_t ascending = 1;
@@ -83,7 +83,7 @@ KVLM_INLINE void tables(Op op, const A &a, const B &b, const D &d, int width, in
 {
     if constexpr (!D::isSingle)
         if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
-            positionsDisjoint<T>(d, static_cast<ptrdiff_t>(width) * height, count)) {
+            entriesDisjoint<T>(d, static_cast<ptrdiff_t>(width) * height, count)) {
             for (int r = 0; r < height; ++r)
                 for (int c = 0; c < width; ++c)
                     run<T>(op, lineOf(a, a.at(positionOf<LetterA>(r, c, width, height), 0)),

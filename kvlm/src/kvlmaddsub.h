@@ -36,9 +36,6 @@ KVLM_INLINE int workOfArrays(unsigned width, unsigned height, unsigned count)
 
 constexpr Limits matrixLimits = beginsAt(36864, 18432, 9216, 18432, 18432);
 
-// Settled: the standard forms of mam and mma check strides before sizes, alone among the members on matrices.
-using StridesFirst = Orders<NCTS, NCSTH>;
-
 } // namespace kvlm
 
 // Kernels and public functions of a member on single matrices, Op(A, B), A and B read as their letters say.

@@ -16,14 +16,8 @@ using namespace kvlm;
 // A family of every kind of part: an array, a pivot table, a buffer, scalar results.
 #define TOY(X, D, T)                                                                                                   \
     X##_MA_##D(const T, src), X##_RUNS(int, pivot, widthHeight),                                                       \
-        X##_BUFFER(T, buffer, widthHeight *(widthHeight + 1)), X##_RUNS(T, dst, 1), X##_LEN_NAMED(widthHeight),        \
-        X##_COUNT
-#define ARG_RUNS(T, x, perObject)   T *x
-#define PART_RUNS(T, x, perObject)  (Runs<T>(x, perObject))
-#define ARG_BUFFER(T, x, elements)  T *x
-#define PART_BUFFER(T, x, elements) (Buffer<T>(x, elements))
-#define ARG_LEN_NAMED(x)            int x
-#define PART_LEN_NAMED(x)           Length(x)
+        X##_BUFFER(T, buffer, unsigned(widthHeight) * (widthHeight + 1u)), X##_RUNS(T, dst, 1),                        \
+        X##_LENGTH(widthHeight), X##_COUNT
 
 struct Call {
     const double *src;
