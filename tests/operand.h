@@ -131,6 +131,8 @@ public:
         std::vector<int> start(objects);
         for (int i = 0; i < objects; ++i)
             start[i] = i * obj;
+        if (form == 'P' && layout == Layout::overlapping && array && random.below(2))
+            overlapTwoRuns(position, random);
         if (form == 'P')
             reorder(position, random);
         if (form == 'L')
@@ -284,6 +286,16 @@ private:
             obj += 1;
         else if (layout == Layout::gaps || layout == Layout::strided)
             obj += random.below(4);
+    }
+
+    // Runs over the objects that lie apart, but for one that begins at the last element of the last.
+    void overlapTwoRuns(std::vector<int> &position, Random &random)
+    {
+        obj = 1;
+        for (std::size_t k = 0; k < position.size(); ++k)
+            position[k] = static_cast<int>(k) * objects;
+        if (position.size() > 1 && objects > 1)
+            position[random.below(static_cast<int>(position.size()) - 1)] = position.back() + objects - 1;
     }
 
     static void reorder(std::vector<int> &values, Random &random)

@@ -18,7 +18,7 @@ extern "C" {
 /**
  * The number of threads that a batch may use; 1 or less means the caller's thread alone. It starts at 1: a call made
  * inside a parallel region must not lose objects unless its program asked for teams. Plain memory without any
- * synchronisation: set it before the calls that it is meant for.
+ * synchronisation, read twice in a call: set it before the calls that it is meant for, and never during one.
  */
 extern KVLCORE_API int threads_omp_of_n_kvl;
 
