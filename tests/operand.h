@@ -128,13 +128,13 @@ public:
         for (int r = 0; r < storedRows; ++r)
             for (int c = 0; c < storedColumns; ++c)
                 position[r * storedColumns + c] = r * row + c * elem;
+        if (form == 'P' && layout == Layout::overlapping && array && random.below(2))
+            overlapNeighbours(position, random);
+        else if (form == 'P')
+            reorder(position, random);
         std::vector<int> start(objects);
         for (int i = 0; i < objects; ++i)
             start[i] = i * obj;
-        if (form == 'P' && layout == Layout::overlapping && array && random.below(2))
-            overlapTwoRuns(position, random);
-        if (form == 'P')
-            reorder(position, random);
         if (form == 'L')
             reorder(start, random);
         if (form == 'L' && layout == Layout::overlapping)
@@ -288,14 +288,14 @@ private:
             obj += random.below(4);
     }
 
-    // Runs over the objects that lie apart, but for one that begins at the last element of the last.
-    void overlapTwoRuns(std::vector<int> &position, Random &random)
+    // Runs over the objects that lie apart and ascend, but for one that begins at the last element of its neighbour.
+    void overlapNeighbours(std::vector<int> &position, Random &random)
     {
         obj = 1;
         for (std::size_t k = 0; k < position.size(); ++k)
             position[k] = static_cast<int>(k) * objects;
-        if (position.size() > 1 && objects > 1)
-            position[random.below(static_cast<int>(position.size()) - 1)] = position.back() + objects - 1;
+        if (position.size() > 1)
+            position[1 + random.below(static_cast<int>(position.size()) - 1)] -= 1;
     }
 
     static void reorder(std::vector<int> &values, Random &random)
