@@ -115,11 +115,15 @@ KVLM_INLINE bool isSmall(int width, int height)
 
 // ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
 
-// A packed batch of order 3 with a single matrix, which is repeated until it fills whole registers: nine of them.
-template <class T, bool SingleFirst, class Op>
-__attribute__((noinline)) void packedOrder3(Op op, const T *single, const T *array, T *d, int count)
+// A packed batch of objects of N elements with a single one of as many, which is repeated so often that it fills whole
+// registers, and enough of them to hide the loop.
+template <class T, int N>
+constexpr int patternCopies = N % Lanes<T>::count == 0 ? 2 : Lanes<T>::count;
+
+template <class T, bool SingleFirst, int N, class Op>
+__attribute__((noinline)) void patternRuns(Op op, const T *single, const T *array, T *d, int count)
 {
-    constexpr int N = 9, copies = Lanes<T>::count;
+    constexpr int copies = patternCopies<T, N>;
     alignas(16) T pattern[N * copies];
     for (int k = 0; k < copies; ++k)
         memcpy(pattern + k * N, single, N * sizeof(T));
@@ -174,12 +178,13 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
         using W = decltype(w);
         if constexpr (!std::is_same_v<W, int>) {
             constexpr int order = W{};
-            if constexpr (order == 3 && rowsOnly && !D::isList && (singleA || singleB))
+            constexpr bool shortOrder = order == 3 || (order == 4 && sizeof(T) == 4);
+            if constexpr (shortOrder && rowsOnly && !D::isList && (singleA || singleB))
                 if (packedBatch) {
                     if constexpr (singleA)
-                        return packedOrder3<T, true>(op, a.base, b.base, d.base, count);
+                        return patternRuns<T, true, order * order>(op, a.base, b.base, d.base, count);
                     else
-                        return packedOrder3<T, false>(op, b.base, a.base, d.base, count);
+                        return patternRuns<T, false, order * order>(op, b.base, a.base, d.base, count);
                 }
             if (packed) {
                 constexpr int line = order * sizeof(T);
