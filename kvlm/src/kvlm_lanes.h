@@ -107,21 +107,22 @@ KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
     v[1].v = _mm_shuffle_ps(second, starts, _MM_SHUFFLE(2, 0, 3, 0));
 }
 
+// In 64f also several matrices in a row.
 template <int N, size_t... K>
-KVLM_INLINE void transposePacked(Lanes<double> (&v)[N * N / 2], std::index_sequence<K...>)
+KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
 {
-    constexpr auto source = [](int k) { return k % N * N + k / N; };
-    wholeRegisters(v);
+    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
     const Lanes<double> x[] = {v[K]...};
     ((v[K].v = _mm_shuffle_pd(x[source(2 * K) / 2].v, x[source(2 * K + 1) / 2].v,
                               source(2 * K) % 2 | source(2 * K + 1) % 2 << 1)),
      ...);
 }
 
-template <int N>
-KVLM_INLINE void transposePacked(Lanes<double> (&v)[N * N / 2], Fixed<N>)
+template <int N, int Registers>
+KVLM_INLINE void transposePacked(Lanes<double> (&v)[Registers], Fixed<N>)
 {
-    transposePacked<N>(v, std::make_index_sequence<N * N / 2>());
+    wholeRegisters(v);
+    transposePacked<N>(v, std::make_index_sequence<Registers>());
 }
 
 } // namespace kvlm

@@ -153,12 +153,13 @@ KVLM_INLINE void blocks(Op op, const A &a, const B &b, const D &d, W width, H he
         blockRows<T, 1>(op, a, b, d, r, width);
 }
 
-// A packed object of odd order N fills no blocks: it is worked as one run, rows becoming columns in the registers.
-template <class T, int N, class Op, class A, class B, class D>
+// A packed object of odd order N fills no blocks: it is worked as one run, rows becoming columns in the registers. So
+// are M packed objects behind one another.
+template <class T, int N, int M, class Op, class A, class B, class D>
 KVLM_INLINE void packedOdd(Op op, const A &a, const B &b, const D &d)
 {
     using V = Lanes<T>;
-    constexpr int last = N * N - 1, registers = last / V::count;
+    constexpr int elements = M * N * N, last = elements - 1, registers = elements / V::count;
     constexpr bool transposeLate = A::adjacentInColumns && B::adjacentInColumns;
     V x[registers], y[registers];
     for (int k = 0; k < registers; ++k) {
@@ -173,10 +174,13 @@ KVLM_INLINE void packedOdd(Op op, const A &a, const B &b, const D &d)
         x[k] = op(x[k], y[k]);
     if constexpr (transposeLate)
         transposePacked(x, Fixed<N>());
-    const T end = op(get(a.base + last), get(b.base + last));
+    T end = 0;
+    if constexpr (elements % 2 == 1)
+        end = op(get(a.base + last), get(b.base + last));
     for (int k = 0; k < registers; ++k)
         x[k].store(d.base + k * V::count);
-    put(d.base + last, end);
+    if constexpr (elements % 2 == 1)
+        put(d.base + last, end);
 }
 
 // Order 5 in 32f is faster in blocks.
@@ -196,7 +200,7 @@ KVLM_INLINE void object(Op op, const A &a, const B &b, const D &d, W width, H he
     } else if constexpr (D::adjacentInRows && (A::adjacentInRows || A::adjacentInColumns) &&
                          (B::adjacentInRows || B::adjacentInColumns)) {
         if constexpr (worksAsRun<T, D, W>)
-            packedOdd<T, W{}>(op, a, b, d);
+            packedOdd<T, W{}, 1>(op, a, b, d);
         else
             blocks<T>(op, a, b, d, width, height);
     } else {

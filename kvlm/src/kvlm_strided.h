@@ -40,6 +40,15 @@ struct LocalCopy {
     }
 };
 
+template <class X>
+KVLM_INLINE bool objectsPacked(const X &x, int64_t elements)
+{
+    if constexpr (X::isList)
+        return false;
+    else
+        return X::isSingle || x.objStride == elements * static_cast<int64_t>(sizeof(typename X::Element));
+}
+
 // The loop over objects, a function of its own for each shape: it has the registers for itself.
 //
 // Operands come by reference and are copied here: passed by value, their fields would be stored one by one and loaded
@@ -63,7 +72,14 @@ __attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, 
         for (int i = 0; i < count; ++i)
             object<T>(op, a.view(i), copy.viewLike(single), d.view(i), width, height);
     } else {
-        for (int i = 0; i < count; ++i)
+        int i = 0;
+        if constexpr (worksAsRun<T, typename D::View, W> && std::is_same_v<W, Fixed<3>> && sizeof(T) == 8 &&
+                      !D::isSingle)
+            // Two objects of nine doubles fill nine registers.
+            if (objectsPacked(a, 9) && objectsPacked(b, 9) && objectsPacked(d, 9))
+                for (; i + 2 <= count; i += 2)
+                    packedOdd<T, 3, 2>(op, a.view(i), b.view(i), d.view(i));
+        for (; i < count; ++i)
             object<T>(op, a.view(i), b.view(i), d.view(i), width, height);
     }
 }
@@ -140,15 +156,6 @@ __attribute__((noinline)) void patternRuns(Op op, const T *single, const T *arra
         runOf(Fixed<N * copies>());
     for (; count > 0; --count)
         runOf(Fixed<N>());
-}
-
-template <class X>
-KVLM_INLINE bool objectsPacked(const X &x, int64_t elements)
-{
-    if constexpr (X::isList)
-        return false;
-    else
-        return X::isSingle || x.objStride == elements * static_cast<int64_t>(sizeof(typename X::Element));
 }
 
 // d adjacent in rows, a and b in rows or in columns.
