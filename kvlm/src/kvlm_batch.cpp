@@ -22,6 +22,12 @@ struct Team {
     KvlStatus status;
 };
 
+// One plain load at each call, whatever the compiler knows of an earlier one.
+int teamSize()
+{
+    return *const_cast<volatile int *>(&threads_omp_of_n_kvl);
+}
+
 int firstOf(const Team &team, int thread)
 {
     return team.quotient * thread + (thread < team.rest ? thread : team.rest);
@@ -49,7 +55,7 @@ void region(int *gtid, int *, Team *team)
 KvlStatus kvlm::runBatch(const Batch &batch)
 {
     int gtid = __kmpc_global_thread_num(&place);
-    const int threads = *const_cast<volatile int *>(&threads_omp_of_n_kvl);
+    const int threads = teamSize();
     if (threads <= 1 || batch.count < threads)
         return batch.run(batch, 0, batch.count, nullptr);
 
@@ -60,7 +66,7 @@ KvlStatus kvlm::runBatch(const Batch &batch)
         team.scratch = static_cast<char *>(kmpc_malloc(threads * batch.scratchBytes));
 
     if (__kmpc_ok_to_fork(&place)) {
-        __kmpc_push_num_threads(&place, gtid, *const_cast<volatile int *>(&threads_omp_of_n_kvl));
+        __kmpc_push_num_threads(&place, gtid, teamSize());
         __kmpc_fork_call(&place, 1, reinterpret_cast<KmpMicrotask>(region), &team);
     } else {
         int btid = 0;
