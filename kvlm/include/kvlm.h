@@ -682,6 +682,242 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
                                       int height, int count);
 /** @} */
 
+/**
+ * @name Determinant
+ * dst[i] is the determinant of matrix i of src, of order widthHeight = n. dst is one element, in the array forms a
+ * plain array of `count` elements, in every description.
+ *
+ * `buffer` is scratch for n*n elements followed by n ints: n*n*4 + n*4 bytes at 32f, n*n*8 + n*4 at 64f. It must not be
+ * null for any order, though orders 3 to 6 leave it alone; its contents mean nothing before or after. The threads of a
+ * team have scratch of their own instead.
+ *
+ * Orders 3 to 6 are closed formulas by minors, with no pivoting and no test (Laplace expansion). Each operation is
+ * rounded in the element type, except in kvlmDet_m_32f and kvlmDet_m_64f with adjacent elements: these compute on the
+ * 80-bit format of the x86 floating-point unit, at the precision that its control word gives, in another order. The
+ * last bits of the same determinant may therefore differ between the forms.
+ *
+ * All other orders are by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4).
+ * With t = 2n^3 times the smallest normal number, a pivot below t, or a last pivot of at most t, makes the determinant
+ * 0. The forms on one matrix then store +0. Those on arrays store 0 for a last pivot of at most t, and else a product
+ * with 0: its sign is that of the product, and it is NaN where the last pivot is not finite. Settled: kvlmDet_m_64f
+ * with adjacent elements looks for the largest candidate with a magnitude that is rounded to float.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a singular matrix has the
+ * determinant 0 and is no error. dst must overlap neither src nor buffer.
+ * @{
+ */
+KVLM_API KvlStatus kvlmDet_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *buffer,
+                                 float *dst);
+KVLM_API KvlStatus kvlmDet_m_32f_P(const float *const *src, int srcShift, int widthHeight, float *buffer, float *dst);
+KVLM_API KvlStatus kvlmDet_m_64f(const double *src, int srcRowStride, int srcElemStride, int widthHeight,
+                                 double *buffer, double *dst);
+KVLM_API KvlStatus kvlmDet_m_64f_P(const double *const *src, int srcShift, int widthHeight, double *buffer,
+                                   double *dst);
+
+KVLM_API KvlStatus kvlmDet_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                  int widthHeight, float *buffer, float *dst, int count);
+KVLM_API KvlStatus kvlmDet_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, int widthHeight,
+                                    float *buffer, float *dst, int count);
+KVLM_API KvlStatus kvlmDet_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                    int widthHeight, float *buffer, float *dst, int count);
+KVLM_API KvlStatus kvlmDet_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                  int widthHeight, double *buffer, double *dst, int count);
+KVLM_API KvlStatus kvlmDet_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, int widthHeight,
+                                    double *buffer, double *dst, int count);
+KVLM_API KvlStatus kvlmDet_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                    int widthHeight, double *buffer, double *dst, int count);
+/** @} */
+
+/**
+ * @name LU decomposition
+ * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), for square
+ * matrices of order widthHeight = n. No row is moved: `pivot` holds n ints per object, a run for each behind one
+ * another in every description, and pivot[k] is the number of the row of dst that step k took as pivot row, from 0.
+ * Element j of row pivot[i] of dst is L(i, j) for j < i and U(i, j) for j >= i; the diagonal of L is 1 and not stored.
+ * Row pivot[i] of A is row i of L*U. Of equal candidates the first in the order of the table is taken. Multipliers are
+ * products with the reciprocal of the pivot.
+ *
+ * Two designs, by order, with absolute tests of single elements and kvlErrSingular where one fails:
+ *
+ * - orders 3 to 6: a pivot of magnitude below 2^-125 (32f) or 2^-1021 (64f) fails, and so does NaN. Settled: the final
+ *   test looks at row n-1, column n-1 of memory, whichever row the last pivot is in, and lets NaN pass; a zero last
+ *   pivot may therefore go unseen.
+ * - all others: a pivot of magnitude at most 2^-23 (32f) or 2^-52 (64f) fails, the last one too. At 32f a NaN is never
+ *   preferred and passes where it stands; at 64f it is always taken and fails before the last step.
+ *
+ * After a failure in step k, the last test being step n-1, pivot is a permutation, and
+ *
+ * - orders 3 to 6: dst holds the k rows pivot[0] to pivot[k-1], the others are untouched; in _P all are untouched.
+ *   The interchange of step k stands in pivot.
+ * - all others: dst holds what the steps before k made of src; the interchange of step k is not in pivot.
+ *
+ * An array stops at the first object that fails: earlier ones are complete, dst and pivot of later ones untouched. In a
+ * team this is so in the part of each thread.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual P*A - L*U
+ * is that of textbook partial pivoting, a small multiple of n times the unit roundoff times the norm of A.
+ * @{
+ */
+KVLM_API KvlStatus kvlmLUDecomp_m_32f(const float *src, int srcRowStride, int srcElemStride, int *pivot, float *dst,
+                                      int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmLUDecomp_m_32f_P(const float *const *src, int srcShift, int *pivot, float *const *dst,
+                                        int dstShift, int widthHeight);
+KVLM_API KvlStatus kvlmLUDecomp_m_64f(const double *src, int srcRowStride, int srcElemStride, int *pivot, double *dst,
+                                      int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmLUDecomp_m_64f_P(const double *const *src, int srcShift, int *pivot, double *const *dst,
+                                        int dstShift, int widthHeight);
+
+KVLM_API KvlStatus kvlmLUDecomp_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       int *pivot, float *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                       int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUDecomp_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, int *pivot,
+                                         float *const *dst, int dstShift, int dstObjStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUDecomp_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         int *pivot, float *const *dst, int dstShift, int dstRowStride,
+                                         int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUDecomp_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       int *pivot, double *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                       int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUDecomp_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, int *pivot,
+                                         double *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                         int count);
+KVLM_API KvlStatus kvlmLUDecomp_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         int *pivot, double *const *dst, int dstShift, int dstRowStride,
+                                         int dstElemStride, int widthHeight, int count);
+/** @} */
+
+/**
+ * @name LU solver
+ * A*x = b from the factors and pivots that kvlmLUDecomp left: src1 and `pivot`, n ints per matrix. src2 is b in the
+ * order of the rows of A, dst is x in natural order. mv is one system, mva one matrix and an array of vectors, mava an
+ * array of matrices with a vector each. In kvlmLUBackSubst_mva_..._L src1 is no list.
+ *
+ * Forward and back substitution (Golub and Van Loan, Matrix Computations, 3.1 and 3.2). Orders 3 to 6 multiply by
+ * reciprocals of the diagonal and subtract the terms one by one, in the forward pass that of the first column last;
+ * all other orders divide, and subtract the sum of the terms.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a zero on the diagonal gives
+ * infinities or NaN. Entries of pivot are not checked. For orders 3 to 6 dst may be src2 with the same strides, for
+ * others it must not overlap src2; it must never overlap src1.
+ * @{
+ */
+KVLM_API KvlStatus kvlmLUBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, const int *pivot,
+                                          const float *src2, int src2ElemStride, float *dst, int dstElemStride,
+                                          int widthHeight);
+KVLM_API KvlStatus kvlmLUBackSubst_mv_32f_P(const float *const *src1, int src1Shift, const int *pivot,
+                                            const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                            int widthHeight);
+KVLM_API KvlStatus kvlmLUBackSubst_mv_64f(const double *src1, int src1RowStride, int src1ElemStride, const int *pivot,
+                                          const double *src2, int src2ElemStride, double *dst, int dstElemStride,
+                                          int widthHeight);
+KVLM_API KvlStatus kvlmLUBackSubst_mv_64f_P(const double *const *src1, int src1Shift, const int *pivot,
+                                            const double *const *src2, int src2Shift, double *const *dst, int dstShift,
+                                            int widthHeight);
+
+KVLM_API KvlStatus kvlmLUBackSubst_mva_32f(const float *src1, int src1RowStride, int src1ElemStride, const int *pivot,
+                                           const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                           int dstObjStride, int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mva_32f_P(const float *const *src1, int src1Shift, const int *pivot,
+                                             const float *const *src2, int src2Shift, int src2ObjStride,
+                                             float *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                             int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mva_32f_L(const float *src1, int src1RowStride, int src1ElemStride, const int *pivot,
+                                             const float *const *src2, int src2Shift, int src2ElemStride,
+                                             float *const *dst, int dstShift, int dstElemStride, int widthHeight,
+                                             int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mva_64f(const double *src1, int src1RowStride, int src1ElemStride, const int *pivot,
+                                           const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                           int dstObjStride, int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mva_64f_P(const double *const *src1, int src1Shift, const int *pivot,
+                                             const double *const *src2, int src2Shift, int src2ObjStride,
+                                             double *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                             int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mva_64f_L(const double *src1, int src1RowStride, int src1ElemStride,
+                                             const int *pivot, const double *const *src2, int src2Shift,
+                                             int src2ElemStride, double *const *dst, int dstShift, int dstElemStride,
+                                             int widthHeight, int count);
+
+KVLM_API KvlStatus kvlmLUBackSubst_mava_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                            const int *pivot, const float *src2, int src2ObjStride, int src2ElemStride,
+                                            float *dst, int dstObjStride, int dstElemStride, int widthHeight,
+                                            int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                              const int *pivot, const float *const *src2, int src2Shift,
+                                              int src2ObjStride, float *const *dst, int dstShift, int dstObjStride,
+                                              int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mava_32f_L(const float *const *src1, int src1Shift, int src1RowStride,
+                                              int src1ElemStride, const int *pivot, const float *const *src2,
+                                              int src2Shift, int src2ElemStride, float *const *dst, int dstShift,
+                                              int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mava_64f(const double *src1, int src1ObjStride, int src1RowStride,
+                                            int src1ElemStride, const int *pivot, const double *src2, int src2ObjStride,
+                                            int src2ElemStride, double *dst, int dstObjStride, int dstElemStride,
+                                            int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                              const int *pivot, const double *const *src2, int src2Shift,
+                                              int src2ObjStride, double *const *dst, int dstShift, int dstObjStride,
+                                              int widthHeight, int count);
+KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_L(const double *const *src1, int src1Shift, int src1RowStride,
+                                              int src1ElemStride, const int *pivot, const double *const *src2,
+                                              int src2Shift, int src2ElemStride, double *const *dst, int dstShift,
+                                              int dstElemStride, int widthHeight, int count);
+/** @} */
+
+/**
+ * @name Inverse
+ * dst is the inverse of src, of order widthHeight = n, by determinants: cofactors at orders 3 to 6 (Cramer's rule); at
+ * all others, the determinant and each of the n*n minors by an elimination with partial pivoting, order n^5. At 32f,
+ * with adjacent elements, orders 5 and 6 go by blocks: one or two pivots and the Schur complement of order 4 (Golub and
+ * Van Loan, Matrix Computations, 3.2), and orders 3 to 6 multiply by an approximate reciprocal after one Newton step,
+ * which may differ from processor to processor in the last bits. All else divides.
+ *
+ * `buffer` is scratch as for the determinant, for orders other than 3 to 6, and must not be null for any.
+ *
+ * kvlErrSingular, with m the smallest normal number of the type:
+ *
+ * - orders 3 to 6: unless the determinant has a magnitude of at least 2n^3*m; by blocks, each pivot and the determinant
+ *   of the complement. Settled: 4n^3*m at 64f with adjacent elements at orders 3 and 4. NaN fails.
+ * - all others but 1: if a pivot is below 2n^3*m in magnitude, or the determinant at most that. Settled: a minor that
+ * is judged to be zero by the same test becomes 2n^3*m, so a zero of the inverse comes out as that over the
+ * determinant. NaN passes.
+ * - order 1: if the element is at most 2m in magnitude. NaN fails in the forms on one matrix and passes in those on
+ *   arrays. Never goes to a team.
+ *
+ * After a failure dst is untouched, but where blocks were used: then row 0 (order 5) or rows 0 and 1 (order 6) hold
+ * scratch. An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team
+ * this is so in the part of each thread.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. For orders 3 to 6 dst may be src with the same strides; for
+ * others it must not overlap src.
+ * @{
+ */
+KVLM_API KvlStatus kvlmInvert_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer, float *dst,
+                                    int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmInvert_m_32f_P(const float *const *src, int srcShift, float *buffer, float *const *dst,
+                                      int dstShift, int widthHeight);
+KVLM_API KvlStatus kvlmInvert_m_64f(const double *src, int srcRowStride, int srcElemStride, double *buffer, double *dst,
+                                    int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmInvert_m_64f_P(const double *const *src, int srcShift, double *buffer, double *const *dst,
+                                      int dstShift, int widthHeight);
+
+KVLM_API KvlStatus kvlmInvert_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                     float *buffer, float *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                     int widthHeight, int count);
+KVLM_API KvlStatus kvlmInvert_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, float *buffer,
+                                       float *const *dst, int dstShift, int dstObjStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmInvert_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                       float *buffer, float *const *dst, int dstShift, int dstRowStride,
+                                       int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmInvert_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                     double *buffer, double *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                     int widthHeight, int count);
+KVLM_API KvlStatus kvlmInvert_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, double *buffer,
+                                       double *const *dst, int dstShift, int dstObjStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmInvert_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                       double *buffer, double *const *dst, int dstShift, int dstRowStride,
+                                       int dstElemStride, int widthHeight, int count);
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -14,6 +14,15 @@ namespace kvlm {
 template <class T>
 struct Lanes;
 
+// An element at any address, as a number: gcc would fetch what is copied by memcpy into an integer register first.
+template <class T>
+struct Loose {
+    typedef T Type __attribute__((aligned(1), may_alias));
+
+    static KVLM_INLINE T load(const T *p) { return *reinterpret_cast<const Type *>(p); }
+    static KVLM_INLINE void store(T *p, T x) { *reinterpret_cast<Type *>(p) = x; }
+};
+
 template <>
 struct Lanes<float> {
     static constexpr int count = 4;
@@ -43,8 +52,43 @@ struct Lanes<float> {
             _mm_storel_epi64(reinterpret_cast<__m128i *>(p), _mm_castps_si128(v));
     }
 
+    // One element of each of four objects.
+    static KVLM_INLINE Lanes gather(const float *p0, const float *p1, const float *p2, const float *p3)
+    {
+        using At = Loose<float>;
+        return {_mm_setr_ps(At::load(p0), At::load(p1), At::load(p2), At::load(p3))};
+    }
+    KVLM_INLINE void scatter(float *p0, float *p1, float *p2, float *p3) const
+    {
+        using At = Loose<float>;
+        At::store(p0, v[0]);
+        At::store(p1, v[1]);
+        At::store(p2, v[2]);
+        At::store(p3, v[3]);
+    }
+    KVLM_INLINE void storeOne(float *p) const { Loose<float>::store(p, v[0]); }
+    // Whole numbers.
+    KVLM_INLINE void storeInts(int *p) const { _mm_storeu_si128(reinterpret_cast<__m128i *>(p), _mm_cvttps_epi32(v)); }
+
     friend KVLM_INLINE Lanes operator+(Lanes a, Lanes b) { return {_mm_add_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes operator-(Lanes a, Lanes b) { return {_mm_sub_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator*(Lanes a, Lanes b) { return {_mm_mul_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator/(Lanes a, Lanes b) { return {_mm_div_ps(a.v, b.v)}; }
+
+    // Masks: all bits of a lane, or none.
+    friend KVLM_INLINE Lanes operator&(Lanes a, Lanes b) { return {_mm_and_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator|(Lanes a, Lanes b) { return {_mm_or_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator^(Lanes a, Lanes b) { return {_mm_xor_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes without(Lanes a, Lanes mask) { return {_mm_andnot_ps(mask.v, a.v)}; }
+    friend KVLM_INLINE Lanes greater(Lanes a, Lanes b) { return {_mm_cmpgt_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_ps(a.v, b.v)}; }
+    friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_ps(mask.v) != 0; }
+    friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
+    friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_ps(_mm_set1_ps(-0.0f), a.v)}; }
+    friend KVLM_INLINE Lanes roughReciprocal(Lanes a) { return {_mm_rcp_ps(a.v)}; }
 };
 
 template <>
@@ -69,9 +113,64 @@ struct Lanes<double> {
         store(p);
     }
 
+    static KVLM_INLINE Lanes gather(const double *p0, const double *p1) { return {_mm_loadh_pd(_mm_load_sd(p0), p1)}; }
+    KVLM_INLINE void scatter(double *p0, double *p1) const
+    {
+        Loose<double>::store(p0, v[0]);
+        Loose<double>::store(p1, v[1]);
+    }
+    KVLM_INLINE void storeOne(double *p) const { Loose<double>::store(p, v[0]); }
+    KVLM_INLINE void storeInts(int *p) const { _mm_storel_epi64(reinterpret_cast<__m128i *>(p), _mm_cvttpd_epi32(v)); }
+
     friend KVLM_INLINE Lanes operator+(Lanes a, Lanes b) { return {_mm_add_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes operator-(Lanes a, Lanes b) { return {_mm_sub_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator*(Lanes a, Lanes b) { return {_mm_mul_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator/(Lanes a, Lanes b) { return {_mm_div_pd(a.v, b.v)}; }
+
+    friend KVLM_INLINE Lanes operator&(Lanes a, Lanes b) { return {_mm_and_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator|(Lanes a, Lanes b) { return {_mm_or_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes operator^(Lanes a, Lanes b) { return {_mm_xor_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes without(Lanes a, Lanes mask) { return {_mm_andnot_pd(mask.v, a.v)}; }
+    friend KVLM_INLINE Lanes greater(Lanes a, Lanes b) { return {_mm_cmpgt_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_pd(a.v, b.v)}; }
+    friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_pd(mask.v) != 0; }
+    friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_pd(_mm_set1_pd(-0.0), a.v)}; }
 };
+
+// An algorithm's number is a Lanes<T>, one object per lane, or T itself, one object.
+template <class V>
+struct NumberTraits {
+    using Element = V;
+};
+
+template <class T>
+struct NumberTraits<Lanes<T>> {
+    using Element = T;
+};
+
+// The same number for every object.
+template <class V>
+KVLM_INLINE V number(typename NumberTraits<V>::Element x)
+{
+    if constexpr (std::is_floating_point_v<V>)
+        return x;
+    else
+        return V::all(x);
+}
+
+KVLM_INLINE float magnitude(float a)
+{
+    return __builtin_fabsf(a);
+}
+
+KVLM_INLINE double magnitude(double a)
+{
+    return __builtin_fabs(a);
+}
 
 // Keeps what was loaded in registers: gcc would rather load the halves from memory a second time, at twice the cost.
 template <int N>

@@ -193,6 +193,26 @@ struct List : Part {
     }
 };
 
+// One object of a table, `width` elements a row.
+template <class T>
+struct TableView {
+    T *const *table;
+    Offset shift;
+    int width;
+
+    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const { return moved(table[r * width + c], shift); }
+};
+
+// Object i of a matrix operand: at(r, c) is where an element lies.
+template <class X>
+KVLM_INLINE auto viewOf(const X &x, ptrdiff_t i, int width)
+{
+    if constexpr (X::isTable)
+        return TableView<typename X::Element>{x.table, static_cast<Offset>(x.shiftOf(i)), width};
+    else
+        return x.view(i);
+}
+
 // Element j of a single vector.
 template <class T, class Elem>
 KVLM_INLINE T *elementOf(const Strided<T, None, None, Elem> &x, ptrdiff_t j)

@@ -42,6 +42,18 @@
 #define PART_V_S(T, x) (Strided<T, None, None, int>(x, {}, {}, x##ElemStride))
 #define PART_V_P(T, x) (Table<T, None>(x, x##Shift, {}))
 
+// An array of vectors
+#define ARG_VA_U(T, x)   T *x, int x##ObjStride
+#define ARG_VA_S(T, x)   T *x, int x##ObjStride, int x##ElemStride
+#define ARG_VA_P(T, x)   T *const *x, int x##Shift, int x##ObjStride
+#define ARG_VA_LU(T, x)  T *const *x, int x##Shift
+#define ARG_VA_LS(T, x)  T *const *x, int x##Shift, int x##ElemStride
+#define PART_VA_U(T, x)  (Strided<T, int, None, Unit<T>>(x, x##ObjStride, {}, {}))
+#define PART_VA_S(T, x)  (Strided<T, int, None, int>(x, x##ObjStride, {}, x##ElemStride))
+#define PART_VA_P(T, x)  (Table<T, int>(x, x##Shift, x##ObjStride))
+#define PART_VA_LU(T, x) (List<T, None, Unit<T>>(x, x##Shift, {}, {}))
+#define PART_VA_LS(T, x) (List<T, None, int>(x, x##Shift, {}, x##ElemStride))
+
 // Plain arrays with a run of entries for each object, and the caller's scratch: the same in every description
 #define ARG_RUNS(T, x, perObject)   T *x
 #define PART_RUNS(T, x, perObject)  (Runs<T>(x, perObject))

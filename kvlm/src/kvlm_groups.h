@@ -1,0 +1,459 @@
+// Batches of small objects in groups, one object per lane: loading and storing whole objects in every description, and
+// the loop over the groups.
+#ifndef KVLM_GROUPS_H
+#define KVLM_GROUPS_H
+
+#include "kvlm_lanes.h"
+#include "kvlm_operand.h"
+
+namespace kvlm {
+
+// The orders that are unrolled, and all others.
+template <class Small, class General>
+KVLM_INLINE KvlStatus bySmallOrder(int n, Small small, General general)
+{
+    switch (n) {
+    case 3:
+        return small(Fixed<3>());
+    case 4:
+        return small(Fixed<4>());
+    case 5:
+        return small(Fixed<5>());
+    case 6:
+        return small(Fixed<6>());
+    default:
+        return general();
+    }
+}
+
+// Calls body(s, d), with row strides that the compiler knows if the objects of order N are packed in both.
+template <int N, class S, class D, class Body>
+KVLM_INLINE auto knowingPacked(const S &s, const D &d, Body body)
+{
+    if constexpr (!S::isTable)
+        if constexpr (S::View::adjacentInRows) {
+            constexpr int packed = N * sizeof(typename D::Element);
+            if (s.rowStride == packed && d.rowStride == packed)
+                return body(s.withSteps(Fixed<packed>(), s.elemStride), d.withSteps(Fixed<packed>(), d.elemStride));
+        }
+    return body(s, d);
+}
+
+// A run of N adjacent elements of each object of a group: v[j] is element j of all of them.
+template <int N>
+KVLM_INLINE void loadRuns(const float *const (&p)[4], Lanes<float> *v)
+{
+    const auto half = [](const float *low, const float *high) {
+        const __m128 x = Lanes<float>::loadFirst<2>(low).v;
+        return _mm_castpd_ps(_mm_loadh_pd(_mm_castps_pd(x), reinterpret_cast<const double *>(high)));
+    };
+    constexpr int blocks = N / 4 * 4;
+#pragma GCC unroll 16
+    for (int j = 0; j < blocks; j += 4) {
+        Lanes<float> x[] = {Lanes<float>::load(p[0] + j), Lanes<float>::load(p[1] + j), Lanes<float>::load(p[2] + j),
+                            Lanes<float>::load(p[3] + j)};
+        transpose(x);
+#pragma GCC unroll 4
+        for (int k = 0; k < 4; ++k)
+            v[j + k] = x[k];
+    }
+    if constexpr (N % 4 >= 2) {
+        const __m128 first = half(p[0] + blocks, p[1] + blocks), second = half(p[2] + blocks, p[3] + blocks);
+        v[blocks].v = _mm_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0));
+        v[blocks + 1].v = _mm_shuffle_ps(first, second, _MM_SHUFFLE(3, 1, 3, 1));
+    }
+    if constexpr (N % 2 == 1)
+        v[N - 1] = Lanes<float>::gather(p[0] + N - 1, p[1] + N - 1, p[2] + N - 1, p[3] + N - 1);
+}
+
+template <int N>
+KVLM_INLINE void loadRuns(const double *const (&p)[2], Lanes<double> *v)
+{
+#pragma GCC unroll 18
+    for (int j = 0; j + 1 < N; j += 2) {
+        Lanes<double> x[] = {Lanes<double>::load(p[0] + j), Lanes<double>::load(p[1] + j)};
+        transpose(x);
+        v[j] = x[0];
+        v[j + 1] = x[1];
+    }
+    if constexpr (N % 2 == 1)
+        v[N - 1] = Lanes<double>::gather(p[0] + N - 1, p[1] + N - 1);
+}
+
+template <int N>
+KVLM_INLINE void storeRuns(float *const (&p)[4], const Lanes<float> *v)
+{
+    const auto half = [](float *low, float *high, __m128 x) {
+        _mm_storel_pd(reinterpret_cast<double *>(low), _mm_castps_pd(x));
+        _mm_storeh_pd(reinterpret_cast<double *>(high), _mm_castps_pd(x));
+    };
+    constexpr int blocks = N / 4 * 4;
+#pragma GCC unroll 16
+    for (int j = 0; j < blocks; j += 4) {
+        Lanes<float> x[] = {v[j], v[j + 1], v[j + 2], v[j + 3]};
+        transpose(x);
+#pragma GCC unroll 4
+        for (int k = 0; k < 4; ++k)
+            x[k].store(p[k] + j);
+    }
+    if constexpr (N % 4 >= 2) {
+        half(p[0] + blocks, p[1] + blocks, _mm_unpacklo_ps(v[blocks].v, v[blocks + 1].v));
+        half(p[2] + blocks, p[3] + blocks, _mm_unpackhi_ps(v[blocks].v, v[blocks + 1].v));
+    }
+    if constexpr (N % 2 == 1)
+        v[N - 1].scatter(p[0] + N - 1, p[1] + N - 1, p[2] + N - 1, p[3] + N - 1);
+}
+
+template <int N>
+KVLM_INLINE void storeRuns(double *const (&p)[2], const Lanes<double> *v)
+{
+#pragma GCC unroll 18
+    for (int j = 0; j + 1 < N; j += 2) {
+        Lanes<double> x[] = {v[j], v[j + 1]};
+        transpose(x);
+        x[0].store(p[0] + j);
+        x[1].store(p[1] + j);
+    }
+    if constexpr (N % 2 == 1)
+        v[N - 1].scatter(p[0] + N - 1, p[1] + N - 1);
+}
+
+// The objects of a group, or one row or element of each.
+template <class T>
+struct Group {
+    static constexpr int count = Lanes<std::remove_const_t<T>>::count;
+    T *p[count];
+
+    KVLM_INLINE Group at(Offset bytes) const
+    {
+        Group g;
+#pragma GCC unroll 4
+        for (int l = 0; l < count; ++l)
+            g.p[l] = moved(p[l], bytes);
+        return g;
+    }
+};
+
+// Any element of each object, as f(lane) says where.
+template <class T, class Place>
+KVLM_INLINE Group<T> groupOf(Place place)
+{
+    Group<T> g;
+#pragma GCC unroll 4
+    for (int l = 0; l < Group<T>::count; ++l)
+        g.p[l] = place(l);
+    return g;
+}
+
+KVLM_INLINE Lanes<float> gather(const Group<const float> &g)
+{
+    return Lanes<float>::gather(g.p[0], g.p[1], g.p[2], g.p[3]);
+}
+
+KVLM_INLINE Lanes<double> gather(const Group<const double> &g)
+{
+    return Lanes<double>::gather(g.p[0], g.p[1]);
+}
+
+KVLM_INLINE void scatter(Lanes<float> v, const Group<float> &g)
+{
+    v.scatter(g.p[0], g.p[1], g.p[2], g.p[3]);
+}
+
+KVLM_INLINE void scatter(Lanes<double> v, const Group<double> &g)
+{
+    v.scatter(g.p[0], g.p[1]);
+}
+
+// Whether equal elements of the objects are adjacent: then they fill a register as they are.
+template <class X>
+KVLM_INLINE bool sideBySide(const X &x)
+{
+    if constexpr (X::isList)
+        return false;
+    else
+        return x.objStride == static_cast<int>(sizeof(typename X::Element));
+}
+
+// a[r][c] is element (r, c) of the objects from `first` on.
+template <class X, class T, int R, int C>
+KVLM_INLINE void loadObjects(const X &x, ptrdiff_t first, Lanes<T> (&a)[R][C])
+{
+    const auto each = [&](auto element) KVLM_INLINED {
+#pragma GCC unroll 6
+        for (int r = 0; r < R; ++r)
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c)
+                a[r][c] = element(r, c);
+    };
+    if constexpr (X::isTable) {
+        if (sideBySide(x))
+            each([&](int r, int c) KVLM_INLINED { return Lanes<T>::load(x.at(r * C + c, first)); });
+        else
+            each([&](int r, int c) KVLM_INLINED {
+                return gather(groupOf<const T>([&](int l) KVLM_INLINED { return x.at(r * C + c, first + l); }));
+            });
+    } else {
+        const auto g = groupOf<const T>([&](int l) KVLM_INLINED { return x.object(first + l); });
+        if constexpr (X::View::adjacentInRows) {
+            if (x.rowStride == C * static_cast<int>(sizeof(T)))
+                loadRuns<R * C>(g.p, a[0]);
+            else {
+#pragma GCC unroll 6
+                for (int r = 0; r < R; ++r)
+                    loadRuns<C>(g.at(steps(r, x.rowStride)).p, a[r]);
+            }
+        } else if (sideBySide(x))
+            each([&](int r, int c) KVLM_INLINED {
+                return Lanes<T>::load(moved(g.p[0], steps(r, x.rowStride) + steps(c, x.elemStride)));
+            });
+        else if (x.rowStride == static_cast<int>(sizeof(T))) {
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c) {
+                Lanes<T> column[R];
+                loadRuns<R>(g.at(steps(c, x.elemStride)).p, column);
+#pragma GCC unroll 6
+                for (int r = 0; r < R; ++r)
+                    a[r][c] = column[r];
+            }
+        } else
+            each([&](int r, int c)
+                     KVLM_INLINED { return gather(g.at(steps(r, x.rowStride) + steps(c, x.elemStride))); });
+    }
+}
+
+// One object, in all lanes.
+template <class X, class T, int R, int C>
+KVLM_INLINE void loadObject(const X &x, ptrdiff_t i, Lanes<T> (&a)[R][C])
+{
+    const auto view = viewOf(x, i, C);
+#pragma GCC unroll 6
+    for (int r = 0; r < R; ++r)
+#pragma GCC unroll 6
+        for (int c = 0; c < C; ++c)
+            a[r][c] = Lanes<T>::all(get(view.at(r, c)));
+}
+
+template <class X, class T, int R, int C>
+KVLM_INLINE void storeObject(const X &x, ptrdiff_t i, const Lanes<T> (&a)[R][C])
+{
+    const auto view = viewOf(x, i, C);
+#pragma GCC unroll 6
+    for (int r = 0; r < R; ++r)
+#pragma GCC unroll 6
+        for (int c = 0; c < C; ++c)
+            a[r][c].storeOne(view.at(r, c));
+}
+
+template <class X, class T, int R, int C>
+KVLM_INLINE void storeObjects(const X &x, ptrdiff_t first, const Lanes<T> (&a)[R][C])
+{
+    const auto each = [&](auto store) KVLM_INLINED {
+#pragma GCC unroll 6
+        for (int r = 0; r < R; ++r)
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c)
+                store(a[r][c], r, c);
+    };
+    if constexpr (X::isTable) {
+        if (sideBySide(x))
+            each([&](Lanes<T> v, int r, int c) KVLM_INLINED { v.store(x.at(r * C + c, first)); });
+        else
+            each([&](Lanes<T> v, int r, int c) KVLM_INLINED {
+                scatter(v, groupOf<T>([&](int l) KVLM_INLINED { return x.at(r * C + c, first + l); }));
+            });
+    } else {
+        const auto g = groupOf<T>([&](int l) KVLM_INLINED { return x.object(first + l); });
+        if constexpr (X::View::adjacentInRows) {
+            if (x.rowStride == C * static_cast<int>(sizeof(T)))
+                storeRuns<R * C>(g.p, a[0]);
+            else {
+#pragma GCC unroll 6
+                for (int r = 0; r < R; ++r)
+                    storeRuns<C>(g.at(steps(r, x.rowStride)).p, a[r]);
+            }
+        } else if (sideBySide(x))
+            each([&](Lanes<T> v, int r, int c)
+                     KVLM_INLINED { v.store(moved(g.p[0], steps(r, x.rowStride) + steps(c, x.elemStride))); });
+        else if (x.rowStride == static_cast<int>(sizeof(T))) {
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c) {
+                Lanes<T> column[R];
+#pragma GCC unroll 6
+                for (int r = 0; r < R; ++r)
+                    column[r] = a[r][c];
+                storeRuns<R>(g.at(steps(c, x.elemStride)).p, column);
+            }
+        } else
+            each([&](Lanes<T> v, int r, int c)
+                     KVLM_INLINED { scatter(v, g.at(steps(r, x.rowStride) + steps(c, x.elemStride))); });
+    }
+}
+
+// The same with the rows of each object in an order of its own: a[r] is row rows[l][r] of the object in lane l.
+template <class X, class T, int R, int C>
+KVLM_INLINE void loadRows(const X &x, ptrdiff_t first, const int (&rows)[Lanes<T>::count][R], Lanes<T> (&a)[R][C])
+{
+#pragma GCC unroll 6
+    for (int r = 0; r < R; ++r) {
+        if constexpr (X::isTable) {
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c)
+                a[r][c] = gather(groupOf<const T>(
+                    [&](int l) KVLM_INLINED { return x.at(ptrdiff_t(rows[l][r]) * C + c, first + l); }));
+        } else {
+            const auto g = groupOf<const T>(
+                [&](int l) KVLM_INLINED { return moved(x.object(first + l), steps(rows[l][r], x.rowStride)); });
+            if constexpr (X::View::adjacentInRows)
+                loadRuns<C>(g.p, a[r]);
+            else {
+#pragma GCC unroll 6
+                for (int c = 0; c < C; ++c)
+                    a[r][c] = gather(g.at(steps(c, x.elemStride)));
+            }
+        }
+    }
+}
+
+template <class X, class T, int R, int C>
+KVLM_INLINE void storeRows(const X &x, ptrdiff_t first, const int (&rows)[Lanes<T>::count][R],
+                           const Lanes<T> (&a)[R][C])
+{
+#pragma GCC unroll 6
+    for (int r = 0; r < R; ++r) {
+        if constexpr (X::isTable) {
+#pragma GCC unroll 6
+            for (int c = 0; c < C; ++c)
+                scatter(a[r][c],
+                        groupOf<T>([&](int l) KVLM_INLINED { return x.at(ptrdiff_t(rows[l][r]) * C + c, first + l); }));
+        } else {
+            const auto g = groupOf<T>(
+                [&](int l) KVLM_INLINED { return moved(x.object(first + l), steps(rows[l][r], x.rowStride)); });
+            if constexpr (X::View::adjacentInRows)
+                storeRuns<C>(g.p, a[r]);
+            else {
+#pragma GCC unroll 6
+                for (int c = 0; c < C; ++c)
+                    scatter(a[r][c], g.at(steps(c, x.elemStride)));
+            }
+        }
+    }
+}
+
+// An interchange that each lane makes for itself: which of N candidates takes the place of candidate k.
+template <class T, int N>
+struct Choice {
+    Lanes<T> taken[N]; // while searching: i is better than all from k to i - 1
+
+    // The last that was taken is it.
+    KVLM_INLINE void settle(int k)
+    {
+        Lanes<T> later = Lanes<T>::all(0);
+#pragma GCC unroll 6
+        for (int i = N - 1; i > k; --i) {
+            const Lanes<T> here = taken[i];
+            taken[i] = without(here, later);
+            later = later | here;
+        }
+    }
+    template <class Entry>
+    KVLM_INLINE void exchange(int k, Entry x) const
+    {
+        Lanes<T> change = Lanes<T>::all(0);
+#pragma GCC unroll 6
+        for (int i = k + 1; i < N; ++i) {
+            const Lanes<T> difference = (x(i) ^ x(k)) & taken[i];
+            x(i) = x(i) ^ difference;
+            change = change | difference;
+        }
+        x(k) = x(k) ^ change;
+    }
+};
+
+// Whether no byte belongs to two objects of a group: what is written for one is then not written for another. Objects
+// that overlap are written one after the other.
+template <int R, int C, class T>
+class Apart {
+public:
+    template <class Obj, class Row, class Elem>
+    explicit Apart(const Strided<T, Obj, Row, Elem> &x)
+    {
+        const int64_t obj = x.objStride, row = x.rowStride, elem = x.elemStride, size = sizeof(T);
+        const int64_t whole = (R - 1) * row + (C - 1) * elem + size, span = (lanes - 1) * obj + size;
+        always = obj >= whole || (elem >= span && (R == 1 || row >= (C - 1) * elem + span)) ||
+                 (row >= span && elem >= (R - 1) * row + span) ||
+                 (obj >= (C - 1) * elem + size && row >= (lanes - 1) * obj + (C - 1) * elem + size);
+    }
+    template <class Obj>
+    explicit Apart(const Table<T, Obj> &x)
+    {
+        const uintptr_t size = sizeof(T), obj = static_cast<unsigned>(int(x.objStride));
+        const auto place = [&](int k) KVLM_INLINED { return reinterpret_cast<uintptr_t>(x.table[k]); };
+        uintptr_t low = place(0), high = low;
+        bool positionsApart = true;
+        for (int k = 1; k < R * C; ++k) {
+            positionsApart &= place(k) >= high && place(k) - high >= (lanes - 1) * obj + size;
+            low = place(k) < low ? place(k) : low;
+            high = place(k) > high ? place(k) : high;
+        }
+        always = positionsApart || obj >= high - low + size;
+    }
+    template <class Row, class Elem>
+    explicit Apart(const List<T, Row, Elem> &x)
+        : extent((R - 1) * static_cast<int64_t>(int(x.rowStride)) + (C - 1) * static_cast<int64_t>(int(x.elemStride)) +
+                 static_cast<int64_t>(sizeof(T)))
+    {
+    }
+
+    template <class X>
+    KVLM_INLINE bool operator()(const X &x, ptrdiff_t first) const
+    {
+        if constexpr (!X::isList)
+            return always;
+        else {
+            const auto distance = [&](int l, int k) KVLM_INLINED {
+                return static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + l])) -
+                       static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + k]));
+            };
+            bool apart = true;
+#pragma GCC unroll 4
+            for (int l = 1; l < lanes; ++l)
+                apart &= distance(l, l - 1) >= extent;
+            for (int l = 1; !apart && l < lanes; ++l)
+                for (int k = 0; k < l; ++k)
+                    if (distance(l, k) < extent && distance(k, l) < extent)
+                        return false;
+            return true;
+        }
+    }
+
+private:
+    static constexpr int lanes = Lanes<T>::count;
+    bool always = true;
+    int64_t extent = 0;
+};
+
+// A batch in groups, then what is left one by one. group(i) does the objects from i on, or nothing and returns false:
+// then they are done one by one, so that exactly the objects before a failing one are complete.
+template <class T, class GroupOf, class One>
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+{
+    constexpr int lanes = Lanes<T>::count;
+    int i = 0;
+    while (i < count) {
+        int end = count;
+        if (count - i >= lanes) {
+            end = i + lanes;
+            if (group(i))
+                i = end;
+        }
+        for (; i < end; ++i)
+            if (const KvlStatus status = one(i))
+                return status;
+    }
+    return kvlOk;
+}
+
+} // namespace kvlm
+
+#endif

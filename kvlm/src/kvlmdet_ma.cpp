@@ -1,0 +1,11 @@
+// Determinants of an array of matrices: kernels and public functions.
+#include "kvlmdet.h"
+
+using namespace kvlm;
+
+#define ROW(name, T, limits)                                                                                           \
+    BATCH_KERNELS(name, DET_MA, T, detBatch)                                                                           \
+    BATCH_FUNCTIONS(name, DET_MA, T, UsualOrder, detWork(widthHeight, count), limits)
+
+ROW(kvlmDet_ma_32f, float, detLimits32f)
+ROW(kvlmDet_ma_64f, double, detLimits)

@@ -1,0 +1,11 @@
+// Inverses of an array of matrices: kernels and public functions.
+#include "kvlminvert.h"
+
+using namespace kvlm;
+
+#define ROW(name, T, limits)                                                                                           \
+    BATCH_KERNELS(name, INVERT_MA, T, invertArray)                                                                     \
+    BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), limits)
+
+ROW(kvlmInvert_ma_32f, float, invertLimits32f)
+ROW(kvlmInvert_ma_64f, double, invertLimits)

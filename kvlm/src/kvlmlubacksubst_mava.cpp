@@ -1,0 +1,11 @@
+// LU solver, an array of matrices, each with a right-hand side: kernels and public functions.
+#include "kvlmlubacksubst.h"
+
+using namespace kvlm;
+
+#define ROW(name, T)                                                                                                   \
+    BATCH_KERNELS(name, LU_MAVA, T, luSolveBatch)                                                                      \
+    BATCH_FUNCTIONS(name, LU_MAVA, T, UsualOrder, systemsWork(widthHeight, count), luSolveLimits)
+
+ROW(kvlmLUBackSubst_mava_32f, float)
+ROW(kvlmLUBackSubst_mava_64f, double)
