@@ -3,6 +3,7 @@
 
 #include "kvlm.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -85,7 +86,9 @@ private:
     std::size_t arity = 0;
 };
 
-// A public function and what is expected of its frame. Estimates at or above the limit go to the driver.
+// A public function and what is expected of its frame. Its arguments, one entry each: m, t or v a source, M or V the
+// destination, each with `a` for an array; p pivots that are read, P that are written; b the buffer; D plain results;
+// w, h, l, n sizes; k the count. Estimates at or above the limit go to the driver.
 struct Member {
     std::string name;
     Function call;
@@ -101,17 +104,23 @@ struct Member {
 
     int elementSize() const { return is64 ? 8 : 4; }
     bool isArray() const { return bool(driver); }
+    bool has(const std::string &operand) const
+    {
+        return std::find(operands.begin(), operands.end(), operand) != operands.end();
+    }
+    bool isSquare() const { return has("n"); }
+    bool isVector() const { return has("l"); }
 };
 
 // Splits the letters of a name: "tama" gives "ta", "ma".
-inline std::vector<std::string> operandsOf(const std::string &letters)
+inline std::vector<std::string> splitLetters(const std::string &letters)
 {
     std::vector<std::string> operands;
-    for (std::size_t k = 0; k < letters.size(); ++k) {
-        if (letters[k] == 'a')
+    for (char letter : letters) {
+        if (letter == 'a')
             operands.back() += 'a';
         else
-            operands.emplace_back(1, letters[k]);
+            operands.emplace_back(1, letter);
     }
     return operands;
 }

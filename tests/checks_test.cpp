@@ -1,5 +1,5 @@
 // The order of the argument checks: every defect alone and every pair of defects, on memory that must not be touched.
-#include "elementwise.h"
+#include "problem.h"
 
 #include <gtest/gtest.h>
 

@@ -18,33 +18,113 @@ inline int estimateAllArrays(int width, int height, int count)
     return mul32(mul32(mul32(3, width), height), count);
 }
 
-// X(family, operands): one object in the standard and the pointer description.
-#define SINGLE_MEMBERS(X) X(Add, vv) X(Add, mm) X(Add, tm) X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt)
+inline int estimateByOrder(int n, int, int count)
+{
+    return mul32(n, count);
+}
 
-// X(family, operands, order of checks in the standard description, estimate): arrays, in all three descriptions.
+inline int estimateBySquare(int n, int, int count)
+{
+    return mul32(mul32(n, n), count);
+}
+
+inline int estimateVectors(int n, int, int count)
+{
+    return mul32(static_cast<int>(n + 2u * count), n);
+}
+
+inline int estimateSystems(int n, int, int count)
+{
+    return mul32(mul32(n, n + 2), count);
+}
+
+// Order 1 never goes to a driver.
+inline int estimateTwice(int n, int, int count)
+{
+    return n == 1 ? 0 : mul32(mul32(2, n), count);
+}
+
+// The least estimates of a driver, by kernel: plain, _S2, _P, _L, _LS2.
+struct LimitTable {
+    int plain, strided, pointer, list, listStrided;
+};
+
+inline LimitTable sumLimits(bool)
+{
+    return {36864, 18432, 9216, 18432, 18432};
+}
+
+inline LimitTable detLimits(bool is64)
+{
+    return {20001, 20001, 20001, is64 ? 20001 : 40001, 20001};
+}
+
+inline LimitTable solveLimits(bool)
+{
+    return {1701, 1701, 1701, 1701, 1701};
+}
+
+// The arguments of a member by its name.
+inline std::vector<std::string> operandsOf(const std::string &family, const std::string &letters)
+{
+    std::vector<std::string> all = splitLetters(letters);
+    const bool array = letters.find('a') != std::string::npos;
+    const std::string a = array ? "a" : "";
+    if (family == "Det")
+        all.insert(all.end(), {"n", "b", "D"});
+    else if (family == "Invert")
+        all.insert(all.end(), {"b", "M" + a, "n"});
+    else if (family == "LUDecomp")
+        all.insert(all.end(), {"P", "M" + a, "n"});
+    else if (family == "LUBackSubst") {
+        all.insert(all.begin() + 1, "p");
+        all.insert(all.end(), {"V" + a, "n"});
+    } else if (letters[0] == 'v')
+        all.insert(all.end(), {"V" + a, "l"});
+    else
+        all.insert(all.end(), {"M" + a, "w", "h"});
+    if (array)
+        all.push_back("k");
+    return all;
+}
+
+// X(family, operands): one object in the standard and the pointer description.
+#define SINGLE_MEMBERS(X)                                                                                              \
+    X(Add, vv)                                                                                                         \
+    X(Add, mm)                                                                                                         \
+    X(Add, tm)                                                                                                         \
+    X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m)
+
+// X(family, operands, order of checks in the standard description, estimate, limits): arrays, in all three
+// descriptions.
 #define ARRAY_MEMBERS(X)                                                                                               \
-    X(Add, mam, "NCTS", estimateOneFixed)                                                                              \
-    X(Add, tam, "NCST", estimateOneFixed)                                                                              \
-    X(Add, mat, "NCST", estimateOneFixed)                                                                              \
-    X(Add, tat, "NCST", estimateOneFixed)                                                                              \
-    X(Add, mama, "NCST", estimateAllArrays)                                                                            \
-    X(Add, tama, "NCST", estimateAllArrays)                                                                            \
-    X(Add, tata, "NCST", estimateAllArrays)                                                                            \
-    X(Sub, mam, "NCTS", estimateOneFixed)                                                                              \
-    X(Sub, tam, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, mat, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, tat, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, mma, "NCTS", estimateOneFixed)                                                                              \
-    X(Sub, tma, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, mta, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, tta, "NCST", estimateOneFixed)                                                                              \
-    X(Sub, mama, "NCST", estimateAllArrays)                                                                            \
-    X(Sub, tama, "NCST", estimateAllArrays)                                                                            \
-    X(Sub, mata, "NCST", estimateAllArrays)                                                                            \
-    X(Sub, tata, "NCST", estimateAllArrays)
+    X(Add, mam, "NCTS", estimateOneFixed, sumLimits)                                                                   \
+    X(Add, tam, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Add, mat, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Add, tat, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Add, mama, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Add, tama, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Add, tata, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Sub, mam, "NCTS", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, tam, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, mat, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, tat, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, mma, "NCTS", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, tma, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, mta, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, tta, "NCST", estimateOneFixed, sumLimits)                                                                   \
+    X(Sub, mama, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Sub, tama, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Sub, mata, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Sub, tata, "NCST", estimateAllArrays, sumLimits)                                                                 \
+    X(Det, ma, "NCST", estimateByOrder, detLimits)                                                                     \
+    X(LUDecomp, ma, "NCST", estimateBySquare, detLimits)                                                               \
+    X(LUBackSubst, mva, "NCST", estimateVectors, solveLimits)                                                          \
+    X(LUBackSubst, mava, "NCST", estimateSystems, solveLimits)                                                         \
+    X(Invert, ma, "NCST", estimateTwice, detLimits)
 
 #define DECLARE_DRIVER(name) extern decltype(kvlm##name) ownOMP_kvlm##name;
-#define DECLARE_DRIVERS(family, letters, order, estimate)                                                              \
+#define DECLARE_DRIVERS(family, letters, order, estimate, limits)                                                      \
     DECLARE_DRIVER(family##_##letters##_32f)                                                                           \
     DECLARE_DRIVER(family##_##letters##_32f_P)                                                                         \
     DECLARE_DRIVER(family##_##letters##_32f_L)                                                                         \
@@ -58,7 +138,7 @@ ARRAY_MEMBERS(DECLARE_DRIVERS)
 inline const std::vector<Member> &members()
 {
 #define ROW(name, driver, family, letters, is64, description, ...)                                                     \
-    Member{"kvlm" #name, kvlm##name, driver, #family, operandsOf(#letters), is64, description, __VA_ARGS__},
+    Member{"kvlm" #name, kvlm##name, driver, #family, operandsOf(#family, #letters), is64, description, __VA_ARGS__},
 #define SINGLE_ROWS(family, letters)                                                                                   \
     ROW(family##_##letters##_32f, Function(), family, letters, false, 'S', "NST", nullptr, 0, 0)                       \
     ROW(family##_##letters##_32f_P, Function(), family, letters, false, 'P', "NSH", nullptr, 0, 0)                     \
@@ -66,16 +146,17 @@ inline const std::vector<Member> &members()
     ROW(family##_##letters##_64f_P, Function(), family, letters, true, 'P', "NSH", nullptr, 0, 0)
 #define ARRAY_ROW(name, family, letters, is64, description, ...)                                                       \
     ROW(name, ownOMP_kvlm##name, family, letters, is64, description, __VA_ARGS__)
-#define ARRAY_ROWS(family, letters, order, estimate)                                                                   \
-    ARRAY_ROW(family##_##letters##_32f, family, letters, false, 'S', order, estimate, 36864, 18432)                    \
-    ARRAY_ROW(family##_##letters##_32f_P, family, letters, false, 'P', "NCSTH", estimate, 9216, 9216)                  \
-    ARRAY_ROW(family##_##letters##_32f_L, family, letters, false, 'L', "NCSTH", estimate, 18432, 18432)                \
-    ARRAY_ROW(family##_##letters##_64f, family, letters, true, 'S', order, estimate, 36864, 18432)                     \
-    ARRAY_ROW(family##_##letters##_64f_P, family, letters, true, 'P', "NCSTH", estimate, 9216, 9216)                   \
-    ARRAY_ROW(family##_##letters##_64f_L, family, letters, true, 'L', "NCSTH", estimate, 18432, 18432)
+#define ARRAY_TYPE(name, family, letters, is64, order, estimate, limits)                                               \
+    ARRAY_ROW(name, family, letters, is64, 'S', order, estimate, limits(is64).plain, limits(is64).strided)             \
+    ARRAY_ROW(name##_P, family, letters, is64, 'P', "NCSTH", estimate, limits(is64).pointer, limits(is64).pointer)     \
+    ARRAY_ROW(name##_L, family, letters, is64, 'L', "NCSTH", estimate, limits(is64).list, limits(is64).listStrided)
+#define ARRAY_ROWS(family, letters, order, estimate, limits)                                                           \
+    ARRAY_TYPE(family##_##letters##_32f, family, letters, false, order, estimate, limits)                              \
+    ARRAY_TYPE(family##_##letters##_64f, family, letters, true, order, estimate, limits)
     static const std::vector<Member> all = {SINGLE_MEMBERS(SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)};
     return all;
 #undef ARRAY_ROWS
+#undef ARRAY_TYPE
 #undef ARRAY_ROW
 #undef SINGLE_ROWS
 #undef ROW

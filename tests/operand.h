@@ -215,6 +215,8 @@ public:
         return "byte " + std::to_string(byte) + " is no element and was changed";
     }
 
+    bool hasAdjacentElements() const { return elem == 1; }
+
     // Adds the operand's arguments in the order of a public signature.
     void appendTo(Args &args) const
     {

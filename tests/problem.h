@@ -1,0 +1,224 @@
+// One call of any member: operands, argument list, and what shall stand in memory afterwards.
+#pragma once
+
+#include "members.h"
+#include "values.h"
+
+#include <csignal>
+
+// What runs now, told on the way out when a call dies of a stray access.
+inline std::string &running()
+{
+    static std::string text;
+    return text;
+}
+
+inline const bool crashIsTold = [] {
+    for (int number : {SIGSEGV, SIGBUS})
+        std::signal(number, [](int caught) {
+            if (write(2, running().data(), running().size()) < 0 || write(2, ": stray access\n", 15) < 0)
+                _exit(2);
+            std::signal(caught, SIG_DFL);
+            std::raise(caught);
+        });
+    return true;
+}();
+
+struct Setting {
+    int width; // the order of square matrices
+    int height;
+    int count;
+    Layout src1;
+    Layout src2;
+    Layout dst;
+    Memory memory = Memory::heap;
+    int inPlace = 0;        // 1 or 2: the destination is that source
+    bool difficult = false; // matrices that fail or nearly fail are among the objects
+};
+
+template <class T>
+class Problem {
+public:
+    Problem(const Member &member, const Setting &s, std::uint64_t seed)
+        : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1), layoutRandom(seed)
+    {
+        // The values do not depend on the layouts, nor on the machine.
+        const int height = member.isSquare() ? s.width : s.height;
+        Random random(static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
+        for (const std::string &token : member.operands)
+            addArgument(token, height, random);
+        if (member.has("p"))
+            makeFactors(random);
+        initial = target().get();
+        initialPivots = pivots ? pivots->get() : std::vector<int>();
+    }
+
+    // Calls, and says what is wrong: nothing if `done` objects from `first` on hold the result, as far as none of them
+    // fails, and all else is untouched.
+    std::string run(const Function &function, int first, int done)
+    {
+        running() = name();
+        return verdict(function(args), first, done);
+    }
+    std::string run() { return run(member.call, 0, count); }
+
+    std::string verdict(KvlStatus status, int first, int done)
+    {
+        std::vector<T> result = initial;
+        std::vector<int> pivotResult = initialPivots;
+        KvlStatus expected = kvlOk;
+        int written = 0;
+        for (; written < done && expected == kvlOk; ++written)
+            expected = compute(first + written, result.data(), pivotResult.data());
+        if (status != expected)
+            return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
+        if (member.isSquare()) { // NaN is NaN
+            const std::vector<T> actual = target().get();
+            for (std::size_t k = 0; k < result.size(); ++k)
+                if (std::isnan(result[k]) && std::isnan(actual[k]) &&
+                    std::memcmp(&result[k], &initial[k], sizeof(T)) != 0)
+                    result[k] = actual[k];
+        }
+        target().expect(result, first, written);
+        std::string wrong;
+        if (pivots && member.has("P"))
+            pivots->expect(pivotResult, first, written);
+        if (pivots && !pivots->difference().empty())
+            wrong = "pivots: " + pivots->difference();
+        if (buffer)
+            buffer->expect(buffer->get(), 0, 1);
+        for (const auto &operand : operands)
+            if (wrong.empty() && !operand->difference().empty())
+                wrong = "operand " + std::to_string(&operand - operands.data()) + ": " + operand->difference();
+        return wrong.empty() ? wrong : name() + ": " + wrong;
+    }
+
+    std::string name() const
+    {
+        std::string text = member.name + " " + std::to_string(setting.width) + "x" + std::to_string(setting.height) +
+                           " count " + std::to_string(setting.count) + " layouts";
+        for (Layout layout : {setting.src1, setting.src2, setting.dst})
+            text += " " + std::to_string(static_cast<int>(layout));
+        return text;
+    }
+    Operand<T> &target() { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
+    Operand<int> *pivotTable() { return pivots.get(); }
+
+    Args args;
+
+private:
+    void addArgument(const std::string &token, int height, Random &random)
+    {
+        const char letter = token[0];
+        if (letter == 'm' || letter == 't' || letter == 'v') {
+            const Layout layout = sources.empty() ? setting.src1 : setting.src2;
+            sources.push_back(addOperand(token, {letter == 'v' ? 1 : height, n, count}, layout));
+            if (!member.isSquare()) {
+                nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
+                sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst, random));
+            } else
+                sources.back()->set(letter == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random));
+            sourceValues.push_back(sources.back()->get());
+            sources.back()->appendTo(args);
+        } else if (letter == 'M' || letter == 'V' || letter == 'D') {
+            const std::string lower = letter == 'M' ? "m" : letter == 'V' ? "v" : "d";
+            const Shape shape = {letter == 'M' ? height : 1, letter == 'D' ? 1 : n, count};
+            dst = addOperand(lower + token.substr(1), shape, setting.dst);
+            perObject = shape.rows * shape.columns;
+            target().appendTo(args);
+        } else if (letter == 'p' || letter == 'P') {
+            pivotRuns = member.operands[0].size() > 1 ? count : 1;
+            pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
+            pivots->appendTo(args);
+        } else if (letter == 'b') {
+            const int elements = n * n + (n * 4 + static_cast<int>(sizeof(T)) - 1) / static_cast<int>(sizeof(T));
+            buffer = addOperand("d", {1, elements, 1}, Layout::packed);
+            buffer->appendTo(args);
+        } else
+            args.push_back(Arg::integer(letter == 'k' ? 'C' : 'S', letter == 'k'   ? setting.count
+                                                                   : letter == 'h' ? height
+                                                                                   : n));
+    }
+    Operand<T> *addOperand(const std::string &letters, Shape shape, Layout layout)
+    {
+        operands.emplace_back(new Operand<T>(letters, member.description, shape, layout, layoutRandom, setting.memory));
+        return operands.back().get();
+    }
+
+    std::vector<T> matrices(int number, Random &random)
+    {
+        std::vector<T> all;
+        for (int i = 0; i < number; ++i) {
+            const bool difficult = setting.difficult && random.below(6) == 0;
+            const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+            all.insert(all.end(), a.begin(), a.end());
+        }
+        return all;
+    }
+    std::vector<T> vectors(Random &random)
+    {
+        std::vector<T> all(n * count);
+        for (T &x : all)
+            x = inUnitInterval<T>(random);
+        return all;
+    }
+    // Any permutation will do as pivots of a solver; some diagonals are zero.
+    void makeFactors(Random &random)
+    {
+        std::vector<int> order(n * pivotRuns);
+        for (std::size_t k = 0; k < order.size(); ++k) {
+            order[k] = static_cast<int>(k) % n;
+            std::swap(order[k], order[k - random.below(order[k] + 1)]);
+        }
+        pivots->set(order);
+        std::vector<T> factors = sourceValues[0];
+        if (setting.difficult && random.below(3) == 0)
+            factors[random.below(static_cast<int>(factors.size()))] = 0;
+        sources[0]->set(factors);
+        sourceValues[0] = factors;
+    }
+
+    // Object i by the oracle, into the results of all.
+    KvlStatus compute(int i, T *result, int *pivotResult) const
+    {
+        const std::vector<T> &a = sourceValues[0], &b = sourceValues.back();
+        const T *const a0 = &a[static_cast<std::size_t>(i) * n * n % a.size()];
+        T *const x = result + static_cast<std::size_t>(i) * perObject;
+        int *const p = pivotResult + static_cast<std::size_t>(i % std::max(1, pivotRuns)) * n;
+        const bool isArray = member.isArray(), isTable = member.description == 'P';
+        const bool adjacent = !isTable && isAdjacent();
+        if (member.family == "Det")
+            *x = oracle::determinant(n, a0, isArray, adjacent);
+        else if (member.family == "LUDecomp")
+            return oracle::factor(n, a0, x, p, isTable);
+        else if (member.family == "LUBackSubst")
+            oracle::solve(n, a0, p, &b[static_cast<std::size_t>(i) * n], x);
+        else if (member.family == "Invert")
+            return oracle::invert(n, a0, x, isArray, adjacent);
+        else
+            for (int k = 0; k < perObject; ++k)
+                x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
+        return kvlOk;
+    }
+    bool isAdjacent() const
+    {
+        for (const Operand<T> *operand : sources)
+            if (!operand->hasAdjacentElements())
+                return false;
+        return (setting.inPlace ? sources[setting.inPlace - 1] : dst)->hasAdjacentElements();
+    }
+
+    const Member &member;
+    Setting setting;
+    int n, count;
+    int perObject = 0, pivotRuns = 0;
+    bool nanInFirst = false;
+    Random layoutRandom;
+    std::vector<std::unique_ptr<Operand<T>>> operands;
+    std::vector<Operand<T> *> sources;
+    Operand<T> *dst = nullptr, *buffer = nullptr;
+    std::unique_ptr<Operand<int>> pivots;
+    std::vector<std::vector<T>> sourceValues;
+    std::vector<T> initial;
+    std::vector<int> initialPivots;
+};

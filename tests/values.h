@@ -1,0 +1,112 @@
+// The elements of the sources: numbers of all kinds for sums, regular and difficult matrices for the rest.
+#pragma once
+
+#include "operand.h"
+#include "oracle.h"
+
+// Numbers of many magnitudes with a special one now and then; NaN only on request, since a sum of two keeps either.
+template <class T>
+std::vector<T> someValues(std::size_t n, bool withNan, Random &random)
+{
+    using Bits = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
+    constexpr int mantissa = sizeof(T) == 8 ? 52 : 23;
+    constexpr int bias = sizeof(T) == 8 ? 1023 : 127;
+    constexpr Bits one = 1, fraction = (one << mantissa) - 1, infinity = Bits(2 * bias + 1) << mantissa;
+    const Bits special[] = {0, 1, fraction, one << mantissa, infinity - 1, infinity};
+    std::vector<T> values(n);
+    for (T &value : values) {
+        const std::uint64_t draw = random.next();
+        const Bits sign = Bits(draw & 1) << (8 * sizeof(T) - 1);
+        const int kind = static_cast<int>(draw >> 1 & 31);
+        Bits bits = Bits(draw >> 8) & fraction;
+        if (kind < 6)
+            bits = special[kind];
+        else if (kind == 6 && withNan)
+            bits |= infinity | (draw & 64 ? one << (mantissa - 1) : one);
+        else
+            bits |= Bits(bias - 3 + (draw >> 60) % 8) << mantissa;
+        bits |= sign;
+        std::memcpy(&value, &bits, sizeof value);
+    }
+    return values;
+}
+
+template <class T>
+T inUnitInterval(Random &random)
+{
+    return static_cast<T>(static_cast<std::int64_t>(random.next() >> 40) - (1 << 23)) / T(1 << 23);
+}
+
+template <class T>
+std::vector<T> someMatrix(int n, Random &random)
+{
+    std::vector<T> a(n * n);
+    for (T &x : a)
+        x = inUnitInterval<T>(random);
+    return a;
+}
+
+// A matrix on which pivoting, thresholds or special numbers tell: ties, exact zeros at some step, single elements at
+// and beside every threshold, wide ranges, NaN and infinities.
+template <class T>
+std::vector<T> difficultMatrix(int n, Random &random)
+{
+    std::vector<T> a = someMatrix<T>(n, random);
+    const auto anywhere = [&]() -> T & { return a[random.below(n * n)]; };
+    const auto permuteRows = [&] {
+        for (int r = n - 1; r > 0; --r)
+            std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
+    };
+    const int kind = random.below(9);
+    if (kind == 0)
+        for (T &x : a)
+            x = static_cast<T>(random.below(5) - 2);
+    else if (kind == 1)
+        for (int r = 0, column = random.below(n); r < n; ++r)
+            a[r * n + column] = 0;
+    else if (kind == 2)
+        for (int c = 0, row = random.below(n); c < n; ++c)
+            a[row * n + c] = 0;
+    else if (kind == 3) { // all pivots but one are powers of two, one stands at a threshold
+        const T small = oracle::least<T>, cube = static_cast<T>(n * n * n);
+        const T thresholds[] = {sizeof(T) == 4 ? T(FLT_EPSILON) : T(DBL_EPSILON), 2 * small, 2 * cube * small,
+                                4 * cube * small};
+        const T exact = thresholds[random.below(4)];
+        const T chosen[] = {exact, std::nextafter(exact, T(0)), std::nextafter(exact, T(1))};
+        const int place = random.below(n);
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                a[r * n + c] = r != c ? T(random.below(4) == 0 && c > r) : r == place ? chosen[random.below(3)] : T(1);
+        if (random.below(2))
+            permuteRows();
+    } else if (kind == 4)
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                a[r * n + c] = std::ldexp(a[r * n + c], (sizeof(T) == 4 ? -5 : -40) * (r + c));
+    else if (kind == 5) {
+        const T special[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(),
+                             -std::numeric_limits<T>::infinity(), T(-0.0), oracle::least<T> / 4};
+        for (int k = random.below(2); k >= 0; --k)
+            anywhere() = special[random.below(5)];
+    } else if (kind == 6) {
+        const int exponent = (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6);
+        for (T &x : a)
+            x = std::ldexp(x, exponent);
+    } else if (kind == 7) { // a permuted diagonal
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                a[r * n + c] = r == c ? static_cast<T>(r % 3 - 4) : random.below(2) ? T(-0.0) : T(0);
+        permuteRows();
+    } else
+        std::fill(a.begin(), a.end(), T(0));
+    return a;
+}
+
+// Element k of a sum or difference, in the order object, row, column. A source that is no array is the same for every
+// object.
+template <class T>
+T sumOf(const std::string &family, const std::vector<T> &a, const std::vector<T> &b, std::size_t k)
+{
+    const T &x = a[k % a.size()], &y = b[k % b.size()];
+    return family == "Add" ? x + y : x - y;
+}
