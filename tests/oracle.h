@@ -12,6 +12,13 @@
 #include <utility>
 #include <vector>
 
+// Results of i386 functions that do not pass an x87 register: some emulators round there as the control word says.
+#ifdef __i386__
+#define ORACLE_RESULT __attribute__((sseregparm))
+#else
+#define ORACLE_RESULT
+#endif
+
 namespace oracle {
 
 template <class T>
@@ -114,7 +121,7 @@ void solve(int n, const T *lu, const int *pivot, const T *b, T *x)
 
 // The minor of the first `rows` rows in a set of columns, along its last row from the right.
 template <class T>
-T leading(int n, const T *a, int rows, unsigned columns, bool ofDeterminant)
+ORACLE_RESULT T leading(int n, const T *a, int rows, unsigned columns, bool ofDeterminant)
 {
     T sum = 0;
     int turn = 0;
@@ -136,7 +143,7 @@ T leading(int n, const T *a, int rows, unsigned columns, bool ofDeterminant)
 // The minor of the last `rows` rows, along its first row from the left, computed in Wide. Minors of up to `rounded`
 // rows are rounded to T.
 template <class Wide, class T>
-Wide trailing(int n, const T *a, int rows, unsigned columns, int rounded)
+ORACLE_RESULT Wide trailing(int n, const T *a, int rows, unsigned columns, int rounded)
 {
     Wide sum = 0;
     int turn = 0;
@@ -153,7 +160,7 @@ Wide trailing(int n, const T *a, int rows, unsigned columns, int rounded)
 }
 
 template <class T>
-T extendedDeterminant(int n, const T *a)
+ORACLE_RESULT T extendedDeterminant(int n, const T *a)
 {
     using E = long double;
     const auto at = [&](int r, int c) { return E(a[r * n + c]); };
@@ -178,7 +185,7 @@ T extendedDeterminant(int n, const T *a)
 
 // Maximum is the type of the running maximum in the search.
 template <class Maximum, class T>
-T eliminatedDeterminant(int n, const T *a, bool isArray)
+ORACLE_RESULT T eliminatedDeterminant(int n, const T *a, bool isArray)
 {
     std::vector<T> w(a, a + n * n);
     const T t = T(2 * n * n * n) * least<T>;
@@ -215,7 +222,7 @@ T eliminatedDeterminant(int n, const T *a, bool isArray)
 }
 
 template <class T>
-T determinant(int n, const T *a, bool isArray, bool isAdjacent)
+ORACLE_RESULT T determinant(int n, const T *a, bool isArray, bool isAdjacent)
 {
     if (isUnrolled(n))
         return isArray || !isAdjacent ? leading(n, a, n, (1u << n) - 1, true) : extendedDeterminant(n, a);

@@ -142,10 +142,10 @@ KVLM_INLINE KvlStatus invertArray(const S &s, Buffer<T> buffer, const D &d, Leng
 {
     const int n = length.length;
     return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED {
-            const auto batch = [&](const auto &s, const auto &d) KVLM_INLINED {
-                return invertBatch<order>(s, d, count.count);
-            };
+        n,
+        [&](auto order) KVLM_INLINED {
+            const auto batch = [&](const auto &s, const auto &d)
+                                   KVLM_INLINED { return invertBatch<order>(s, d, count.count); };
             // Measured: it is worth a second copy of the shortest form only.
             if constexpr (order == 3)
                 return knowingPacked<3>(s, d, batch);

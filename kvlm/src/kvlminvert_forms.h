@@ -112,8 +112,8 @@ struct FullProducts {
         for (int i = 0; i < 4; ++i) {
             const V(&x)[4] = a[i ^ 1];
             const V(&p)[4][4] = pair[i / 2];
-            minor[i][c] = x[j] * p[k][l] + x[k] * p[l][j] + x[l] * p[j][k] - x[j] * p[l][k] - x[k] * p[j][l] -
-                          x[l] * p[k][j];
+            minor[i][c] =
+                x[j] * p[k][l] + x[k] * p[l][j] + x[l] * p[j][k] - x[j] * p[l][k] - x[k] * p[j][l] - x[l] * p[k][j];
         }
     }
 };
