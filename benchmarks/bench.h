@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -61,6 +62,14 @@ constexpr bool isStrided(Form form)
 constexpr int descriptionOf(Form form)
 {
     return isTable(form) ? 1 : isList(form) ? 2 : 0;
+}
+
+/// Zeros in memory of a case's own, for as long as the program runs.
+template <class T>
+T *lasting(std::size_t elements)
+{
+    static std::deque<std::vector<T>> all;
+    return all.emplace_back(elements).data();
 }
 
 /// One long array of numbers in (-1, 1) per operand place, shared by all cases: what is measured is the same memory.

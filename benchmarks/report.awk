@@ -26,6 +26,8 @@ $1 ~ /_median$/ {
     cell = part[1] "/" part[2] "/" part[3] "/" part[4] "/" part[5]
     time[cell, part[6]] = $4 / part[5]
     see("group", part[1] "/" part[2])
+    has[part[1] "/" part[2], part[5]] = 1
+    batch[part[1] "/" part[2]] = part[5]
     see("member", part[1])
     see("form", part[3])
     see("order", part[4])
@@ -91,11 +93,16 @@ function bandwidth(    g, b, o, cell, group, line, any, title) {
         }
 }
 
+# The batch by which a group is judged and drawn: 1000 objects, or what there is.
+function judged(group) {
+    return (group, 1000) in has ? 1000 : batch[group]
+}
+
 function slower(    g, o, cell, who, ratio, any) {
-    print "\nSlower than the fastest peer (packed, batch 1000):"
+    print "\nSlower than the fastest peer (packed):"
     for (g = 1; g <= size["group"]; ++g)
         for (o = 1; o <= size["order"]; ++o) {
-            cell = nth["group", g] "/packed/" nth["order", o] "/1000"
+            cell = nth["group", g] "/packed/" nth["order", o] "/" judged(nth["group", g])
             if (!((cell, "kvlm") in time))
                 continue
             who = peer(cell)
@@ -109,17 +116,17 @@ function slower(    g, o, cell, who, ratio, any) {
         print "  none"
 }
 
-# One panel per form for the first two members, in each type.
+# One panel per form for the first two members, and one for each of the others, in each type.
 function graphs(    m, g, f, o, part, cell, file, any) {
     for (g = 1; g <= size["group"]; ++g) {
         split(nth["group", g], part, "/")
-        if (place["member", part[1]] > 2)
-            continue
         for (f = 1; f <= size["form"]; ++f) {
+            if (place["member", part[1]] > 2 && nth["form", f] != "packed")
+                continue
             file = scratch "/" part[1] "." part[2] "." nth["form", f]
             any = 0
             for (o = 1; o <= size["order"]; ++o) {
-                cell = nth["group", g] "/" nth["form", f] "/" nth["order", o] "/1000"
+                cell = nth["group", g] "/" nth["form", f] "/" nth["order", o] "/" judged(nth["group", g])
                 if (!((cell, "kvlm") in time) || nth["order", o] > 6)
                     continue
                 any = 1

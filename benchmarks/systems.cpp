@@ -180,8 +180,7 @@ public:
     template <class Functions>
     void factor(const Functions &functions) const
     {
-        const auto pivots = std::make_shared<std::vector<int>>(count * N);
-        int *const p = pivots->data();
+        int *const p = lasting<int>(count * N);
         Works works = {{"kvlm", call(std::get<description>(functions),
                                      std::tuple_cat(arguments<description, true>(a), std::make_tuple(p),
                                                     arguments<description, true>(d), std::make_tuple(N, count)))}};
@@ -214,7 +213,7 @@ public:
             for (int i = 0; i < count; i += 1 + count / 1000)
                 for (int r = 0; r < N; ++r)
                     for (int c = 0; c < N; ++c) {
-                        const int *const pivot = pivots->data() + i * N;
+                        const int *const pivot = p + i * N;
                         const auto row = [&](int k) { return who == "kvlm" ? pivot[k] : k; };
                         double sum = -a(i, pivot[r], c);
                         for (int k = 0; k <= r && k <= c; ++k)
@@ -230,28 +229,24 @@ public:
     void solve(const Factor &factor, const Functions &functions, bool oneMatrix) const
     {
         const int matrices = oneMatrix ? 1 : count;
-        const auto memory = std::make_shared<std::vector<T>>(a.span);
-        const auto pivots = std::make_shared<std::vector<int>>(matrices * N);
-        int *const p = pivots->data();
-        const Operand<T> source(F, N, N, !oneMatrix, 0, count), f(F, N, N, !oneMatrix, 0, count, memory->data());
+        T *const memory = lasting<T>(a.span);
+        int *const p = lasting<int>(matrices * N);
+        const Operand<T> source(F, N, N, !oneMatrix, 0, count), f(F, N, N, !oneMatrix, 0, count, memory);
         // The factors of single matrices are made by the array function, in its own form.
-        const Operand<T> sources(F, N, N, true, 0, matrices), fs(F, N, N, true, 0, matrices, memory->data());
+        const Operand<T> sources(F, N, N, true, 0, matrices), fs(F, N, N, true, 0, matrices, memory);
         std::apply(std::get<description>(factor),
                    std::tuple_cat(arguments<description, true>(sources), std::make_tuple(p),
                                   arguments<description, true>(fs), std::make_tuple(N, matrices)));
         const auto rest =
             std::tuple_cat(std::make_tuple(static_cast<const int *>(p)), vectorArguments<description, true>(b),
                            vectorArguments<description, true>(x), std::make_tuple(N, count));
-        const auto keep = [memory, pivots](Work work) -> Work { return [=] { return work(); }; };
         Works works;
-        if constexpr (std::tuple_size_v < decltype(rest) >> 0) {
-            if (oneMatrix)
-                works.emplace_back("kvlm", keep(call(std::get<description>(std::get<0>(functions)),
-                                                     std::tuple_cat(arguments<description, false>(f), rest))));
-            else
-                works.emplace_back("kvlm", keep(call(std::get<description>(std::get<1>(functions)),
-                                                     std::tuple_cat(arguments<description, true>(f), rest))));
-        }
+        if (oneMatrix)
+            works.emplace_back("kvlm", call(std::get<description>(std::get<0>(functions)),
+                                            std::tuple_cat(arguments<description, false>(f), rest)));
+        else
+            works.emplace_back("kvlm", call(std::get<description>(std::get<1>(functions)),
+                                            std::tuple_cat(arguments<description, true>(f), rest)));
         if constexpr (!isTable(F)) {
             using LU = Eigen::PartialPivLU<typename EigenView::Matrix>;
             const auto lus = std::make_shared<std::vector<LU, Eigen::aligned_allocator<LU>>>();
@@ -322,8 +317,11 @@ public:
                                                     arguments<description, true>(d), std::make_tuple(N, count)))}};
         if constexpr (!isTable(F))
             works.emplace_back("eigen", [=, a = a, d = d, count = count] {
-                for (int i = 0; i < count; ++i)
-                    EigenView{d}.map(i) = EigenView{a}.map(i).inverse();
+                for (int i = 0; i < count; ++i) {
+                    // Between matrices of its own: its inverse of order 4 takes no note of strides.
+                    const typename EigenView::Matrix source = EigenView{a}.map(i), inverse = source.inverse();
+                    EigenView{d}.map(i) = inverse;
+                }
                 return 0;
             });
         works.emplace_back("loop", [=, a = Matrices{a}, d = Matrices{d}, count = count] {
