@@ -57,7 +57,7 @@ std::vector<T> difficultMatrix(int n, Random &random)
         for (int r = n - 1; r > 0; --r)
             std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
     };
-    const int kind = random.below(9);
+    const int draw = random.below(12), kind = draw < 9 ? draw : 3; // many at thresholds
     if (kind == 0)
         for (T &x : a)
             x = static_cast<T>(random.below(5) - 2);
@@ -73,7 +73,7 @@ std::vector<T> difficultMatrix(int n, Random &random)
                                 4 * cube * small};
         const T exact = thresholds[random.below(4)];
         const T chosen[] = {exact, std::nextafter(exact, T(0)), std::nextafter(exact, T(1))};
-        const int place = random.below(n);
+        const int place = random.below(2) ? n - 1 : random.below(n);
         for (int r = 0; r < n; ++r)
             for (int c = 0; c < n; ++c)
                 a[r * n + c] = r != c ? T(random.below(4) == 0 && c > r) : r == place ? chosen[random.below(3)] : T(1);

@@ -2,7 +2,7 @@
 # What run, test and bench share: the packages that each needs, installing them, configuring and building. To be
 # sourced, from the root of the project.
 
-runPackages=(g++ cmake ninja-build libomp5-14)
+runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these two are for test and bench
 {
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib qemu-user googletest clang-format-14 pkgconf)
