@@ -149,7 +149,7 @@ private:
     {
         std::vector<T> all;
         for (int i = 0; i < number; ++i) {
-            const bool difficult = setting.difficult && random.below(6) == 0;
+            const bool difficult = setting.difficult && random.below(4) == 0;
             const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
             all.insert(all.end(), a.begin(), a.end());
         }

@@ -57,14 +57,20 @@ std::vector<T> difficultMatrix(int n, Random &random)
         for (int r = n - 1; r > 0; --r)
             std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
     };
-    const int draw = random.below(12), kind = draw < 9 ? draw : 3; // many at thresholds
+    const auto scale = [&] {
+        const int exponent = (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6);
+        for (T &x : a)
+            x = std::ldexp(x, exponent);
+    };
+    const int draw = random.below(13), kind = draw < 10 ? draw : 3; // many at thresholds
     if (kind == 0)
         for (T &x : a)
             x = static_cast<T>(random.below(5) - 2);
-    else if (kind == 1)
+    else if (kind == 1) {
         for (int r = 0, column = random.below(n); r < n; ++r)
             a[r * n + column] = 0;
-    else if (kind == 2)
+        scale();
+    } else if (kind == 2)
         for (int c = 0, row = random.below(n); c < n; ++c)
             a[row * n + c] = 0;
     else if (kind == 3) { // all pivots but one are powers of two, one stands at a threshold
@@ -88,16 +94,17 @@ std::vector<T> difficultMatrix(int n, Random &random)
                              -std::numeric_limits<T>::infinity(), T(-0.0), oracle::least<T> / 4};
         for (int k = random.below(2); k >= 0; --k)
             anywhere() = special[random.below(5)];
-    } else if (kind == 6) {
-        const int exponent = (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6);
-        for (T &x : a)
-            x = std::ldexp(x, exponent);
-    } else if (kind == 7) { // a permuted diagonal
+    } else if (kind == 6)
+        scale();
+    else if (kind == 7) { // a permuted diagonal
         for (int r = 0; r < n; ++r)
             for (int c = 0; c < n; ++c)
                 a[r * n + c] = r == c ? static_cast<T>(r % 3 - 4) : random.below(2) ? T(-0.0) : T(0);
         permuteRows();
-    } else
+    } else if (kind == 8) // ties, but for the last bits
+        for (T &x : a)
+            x = std::copysign(1 + random.below(4) * std::numeric_limits<T>::epsilon(), x);
+    else
         std::fill(a.begin(), a.end(), T(0));
     return a;
 }

@@ -114,16 +114,17 @@ TEST(Values, InPlace)
 // Batches in which objects fail, each at its own place, and matrices on which thresholds and ties tell.
 TEST(Values, DifficultMatrices)
 {
+    std::uint64_t seed = 0;
     for (const Member &member : members())
-        for (std::uint64_t turn = 0; member.isSquare() && turn < 400; ++turn) {
-            Random random(turn);
-            const int order = 1 + static_cast<int>(turn % 8), count = 1 + random.below(order > 6 ? 4 : 14);
+        for (int turn = 0; member.isSquare() && turn < 1000; ++turn) {
+            Random random(++seed);
+            const int order = 1 + turn % 8, count = 1 + random.below(order > 6 ? 4 : 14);
             Layout layouts[3];
             for (Layout &layout : layouts)
                 layout = random.below(2) ? Layout::packed : static_cast<Layout>(random.below(disjointLayouts));
             Setting setting = {order, order, count, layouts[0], layouts[1], layouts[2]};
             setting.difficult = true;
-            if (!holds(member, setting, turn))
+            if (!holds(member, setting, seed))
                 break;
         }
 }

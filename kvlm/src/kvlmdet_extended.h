@@ -35,13 +35,13 @@ KVLM_INLINE KvlStatus extendedDeterminant(const T *src, int rowStride, T *dst)
     // Along row r, from the left.
     const auto expand = [&](int r, int columns) KVLM_INLINED {
         long double sum = 0;
-        bool negative = false;
+        int term = 0;
 #pragma GCC unroll 6
         for (int c = 0; c < N; ++c)
             if (columns >> c & 1) {
-                const long double term = a(r, c) * minor[columns & ~(1 << c)];
-                sum = negative ? sum - term : sum + term;
-                negative = !negative;
+                const long double x = a(r, c) * minor[columns & ~(1 << c)];
+                sum = term == 0 ? x : term % 2 ? sum - x : sum + x;
+                ++term;
             }
         return sum;
     };
