@@ -82,7 +82,9 @@ std::vector<T> difficultMatrix(int n, Random &random)
         const int place = random.below(2) ? n - 1 : random.below(n);
         for (int r = 0; r < n; ++r)
             for (int c = 0; c < n; ++c)
-                a[r * n + c] = r != c ? T(random.below(4) == 0 && c > r) : r == place ? chosen[random.below(3)] : T(1);
+                a[r * n + c] = r != c       ? T(random.below(4) == 0 && c > r)
+                               : r == place ? chosen[random.below(3)]
+                                            : T(1 << random.below(3));
         if (random.below(2))
             permuteRows();
     } else if (kind == 4)
