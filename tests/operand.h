@@ -139,7 +139,9 @@ public:
             reorder(start, random);
         if (form == 'L' && layout == Layout::overlapping)
             for (int i = 1; i < objects; ++i)
-                start[i] = random.below(2) ? start[i] : start[random.below(i)];
+                if (random.below(2)) // the same object, or one that begins with the other's last element
+                    start[i] =
+                        start[random.below(i)] + random.below(2) * *std::max_element(position.begin(), position.end());
 
         const int size = sizeof(T);
         for (int i = 0; i < objects; ++i)

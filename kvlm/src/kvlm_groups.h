@@ -45,7 +45,7 @@ KVLM_INLINE void loadRuns(const float *const (&p)[4], Lanes<float> *v)
 {
     const auto half = [](const float *low, const float *high) {
         const __m128 x = Lanes<float>::loadFirst<2>(low).v;
-        return _mm_castpd_ps(_mm_loadh_pd(_mm_castps_pd(x), reinterpret_cast<const double *>(high)));
+        return _mm_loadh_pi(x, reinterpret_cast<const __m64 *>(high));
     };
     constexpr int blocks = N / 4 * 4;
 #pragma GCC unroll 16
@@ -84,8 +84,8 @@ template <int N>
 KVLM_INLINE void storeRuns(float *const (&p)[4], const Lanes<float> *v)
 {
     const auto half = [](float *low, float *high, __m128 x) {
-        _mm_storel_pd(reinterpret_cast<double *>(low), _mm_castps_pd(x));
-        _mm_storeh_pd(reinterpret_cast<double *>(high), _mm_castps_pd(x));
+        _mm_storel_pi(reinterpret_cast<__m64 *>(low), x);
+        _mm_storeh_pi(reinterpret_cast<__m64 *>(high), x);
     };
     constexpr int blocks = N / 4 * 4;
 #pragma GCC unroll 16

@@ -113,7 +113,10 @@ struct Lanes<double> {
         store(p);
     }
 
-    static KVLM_INLINE Lanes gather(const double *p0, const double *p1) { return {_mm_loadh_pd(_mm_load_sd(p0), p1)}; }
+    static KVLM_INLINE Lanes gather(const double *p0, const double *p1)
+    {
+        return {_mm_setr_pd(Loose<double>::load(p0), Loose<double>::load(p1))};
+    }
     KVLM_INLINE void scatter(double *p0, double *p1) const
     {
         Loose<double>::store(p0, v[0]);
