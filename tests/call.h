@@ -12,8 +12,9 @@
 #include <utility>
 #include <vector>
 
-// One argument. `check` is the class of check that it is subject to: N pointer, S size, C count, T stride, H shift;
-// V is a constant passed by value. `round` tells arguments apart whose class is checked twice (0: the first time).
+// One argument. `check` is the class of check that it is subject to: N pointer, S size, C count, T stride, H shift,
+// O object stride (T to most members); V is a constant passed by value. `round` tells arguments apart whose class is
+// checked twice (0: the first time).
 struct Arg {
     char check;
     bool table;
@@ -87,7 +88,8 @@ private:
 };
 
 // A public function and what is expected of its frame. Its arguments, one entry each: m, t or v a source, M or V the
-// destination, each with `a` for an array; p pivots that are read, P that are written; b the buffer; D plain results;
+// destination, X one with the source's columns as rows, each with `a` for an array; E a destination packed without
+// strides; p pivots that are read, P that are written; b the buffer; D plain results;
 // w, h, l, n sizes; k the count. Estimates at or above the limit go to the driver.
 struct Member {
     std::string name;
@@ -101,9 +103,10 @@ struct Member {
     int (*estimate)(int width, int height, int count);
     int contiguousLimit;
     int stridedLimit;
+    char dstDescription;
 
     int elementSize() const { return is64 ? 8 : 4; }
-    bool isArray() const { return bool(driver); }
+    bool isArray() const { return has("k"); }
     bool has(const std::string &operand) const
     {
         return std::find(operands.begin(), operands.end(), operand) != operands.end();

@@ -22,6 +22,7 @@ int statusOf(char check)
     case 'C':
         return -203;
     case 'T':
+    case 'O':
         return -182;
     default:
         return -202;
@@ -31,9 +32,10 @@ int statusOf(char check)
 // Where in the member's order an argument is tested.
 std::size_t rank(const Member &member, const Arg &arg)
 {
-    std::size_t at = member.order.find(arg.check);
+    const char check = arg.check == 'O' && member.order.find('O') == std::string::npos ? 'T' : arg.check;
+    std::size_t at = member.order.find(check);
     for (int k = 0; k < arg.round && at != std::string::npos; ++k)
-        at = member.order.find(arg.check, at + 1);
+        at = member.order.find(check, at + 1);
     return at;
 }
 
@@ -50,15 +52,16 @@ std::vector<Defect> defectsOf(const Member &member, const Args &args)
             values = {0, -1, INT_MIN};
             break;
         case 'T':
+        case 'O':
             values = {0, -size, INT_MIN, -1, INT_MAX};
             break;
         case 'H':
             values = {-size, INT_MIN, 1 - size, INT_MAX};
             break;
         }
-        if (args[k].check == 'T' || args[k].check == 'H')
+        if (args[k].check == 'T' || args[k].check == 'O' || args[k].check == 'H')
             for (int extra = 1; extra < size; ++extra)
-                values.push_back(size * (args[k].check == 'T') + extra);
+                values.push_back(size * (args[k].check != 'H') + extra);
         if (rank(member, args[k]) != std::string::npos)
             for (int value : values)
                 defects.push_back({k, value});

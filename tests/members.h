@@ -72,6 +72,14 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     const std::string a = array ? "a" : "";
     if (family == "Det")
         all.insert(all.end(), {"n", "b", "D"});
+    else if (family == "Extract" && letters[0] == 'v')
+        all.insert(all.end(), {"E", "l"});
+    else if (family == "Extract")
+        all.insert(all.end(), {"E", "w", "h"});
+    else if (family == "LoadIdentity")
+        all = {"Ma", "w", "h"};
+    else if (family == "Transpose")
+        all.insert(all.end(), {"w", "h", "X" + a});
     else if (family == "Invert")
         all.insert(all.end(), {"b", "M" + a, "n"});
     else if (family == "LUDecomp")
@@ -93,7 +101,15 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     X(Add, vv)                                                                                                         \
     X(Add, mm)                                                                                                         \
     X(Add, tm)                                                                                                         \
-    X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m)
+    X(Add, tt)                                                                                                         \
+    X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m)               \
+        X(Transpose, m)
+
+// X(family, operands, orders of checks in S; in _P at 32f, at 64f).
+#define ORDERED_SINGLE_MEMBERS(X)                                                                                      \
+    X(Extract, v, "NST", "NSH", "SNH")                                                                                 \
+    X(Extract, m, "NST", "SNH", "SNH")                                                                                 \
+    X(Extract, t, "NST", "SNH", "SNH")
 
 // X(family, operands, order of checks in the standard description, estimate, limits): arrays, in all three
 // descriptions.
@@ -123,6 +139,25 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     X(LUBackSubst, mava, "NCST", estimateSystems, solveLimits)                                                         \
     X(Invert, ma, "NCST", estimateTwice, detLimits)
 
+// X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
+#define SERIAL_ARRAY_MEMBERS(X)                                                                                        \
+    X(Extract, va, "NSCT", "NSCHT", "NSCHT", "NSCHT")                                                                  \
+    X(Extract, ma, "NSCT", "NSCHT", "NSCHT", "NSCHT")                                                                  \
+    X(Extract, ta, "NSCT", "NSCHT", "NSCHT", "NSCHT")                                                                  \
+    X(LoadIdentity, ma, "NSCTO", "NSHCO", "NSCHO", "NSCTH")                                                            \
+    X(Transpose, ma, "NCST", "NCSTH", "NCSTH", "NCSTH")
+
+#define COPY_MEMBERS(X, letters, orderOfPairsToTables, type, is64)                                                     \
+    X(letters##_##type##_SS, letters, is64, 'S', "NSCTO", 'S')                                                         \
+    X(letters##_##type##_SP, letters, is64, 'S', orderOfPairsToTables, 'P')                                            \
+    X(letters##_##type##_SL, letters, is64, 'S', "NSCTHO", 'L')                                                        \
+    X(letters##_##type##_LS, letters, is64, 'L', "NSCTHO", 'S')                                                        \
+    X(letters##_##type##_PS, letters, is64, 'P', "NSCTHO", 'S')                                                        \
+    X(letters##_##type##_LP, letters, is64, 'L', orderOfPairsToTables, 'P')                                            \
+    X(letters##_##type##_LL, letters, is64, 'L', "NSCTH", 'L')                                                         \
+    X(letters##_##type##_PP, letters, is64, 'P', "NSCHO", 'P')                                                         \
+    X(letters##_##type##_PL, letters, is64, 'P', "NSCTHO", 'L')
+
 #define DECLARE_DRIVER(name) extern decltype(kvlm##name) ownOMP_kvlm##name;
 #define DECLARE_DRIVERS(family, letters, order, estimate, limits)                                                      \
     DECLARE_DRIVER(family##_##letters##_32f)                                                                           \
@@ -138,12 +173,33 @@ ARRAY_MEMBERS(DECLARE_DRIVERS)
 inline const std::vector<Member> &members()
 {
 #define ROW(name, driver, family, letters, is64, description, ...)                                                     \
-    Member{"kvlm" #name, kvlm##name, driver, #family, operandsOf(#family, #letters), is64, description, __VA_ARGS__},
-#define SINGLE_ROWS(family, letters)                                                                                   \
-    ROW(family##_##letters##_32f, Function(), family, letters, false, 'S', "NST", nullptr, 0, 0)                       \
-    ROW(family##_##letters##_32f_P, Function(), family, letters, false, 'P', "NSH", nullptr, 0, 0)                     \
-    ROW(family##_##letters##_64f, Function(), family, letters, true, 'S', "NST", nullptr, 0, 0)                        \
-    ROW(family##_##letters##_64f_P, Function(), family, letters, true, 'P', "NSH", nullptr, 0, 0)
+    Member{"kvlm" #name, kvlm##name,  driver,      #family,    operandsOf(#family, #letters),                          \
+           is64,         description, __VA_ARGS__, description},
+#define SERIAL_ROW(name, family, letters, is64, description, order)                                                    \
+    ROW(name, Function(), family, letters, is64, description, order, nullptr, 0, 0)
+#define COPY_ROW(name, letters, is64, description, order, dstDescription)                                              \
+    Member{"kvlmCopy_" #name,                                                                                          \
+           kvlmCopy_##name,                                                                                            \
+           Function(),                                                                                                 \
+           "Copy",                                                                                                     \
+           operandsOf("Copy", #letters),                                                                               \
+           is64,                                                                                                       \
+           description,                                                                                                \
+           order,                                                                                                      \
+           nullptr,                                                                                                    \
+           0,                                                                                                          \
+           0,                                                                                                          \
+           dstDescription},
+#define ORDERED_SINGLE_ROWS(family, letters, order, orderP32, orderP64)                                                \
+    SERIAL_ROW(family##_##letters##_32f, family, letters, false, 'S', order)                                           \
+    SERIAL_ROW(family##_##letters##_32f_P, family, letters, false, 'P', orderP32)                                      \
+    SERIAL_ROW(family##_##letters##_64f, family, letters, true, 'S', order)                                            \
+    SERIAL_ROW(family##_##letters##_64f_P, family, letters, true, 'P', orderP64)
+#define SERIAL_ARRAY_ROWS(family, letters, order, orderP32, orderP64, orderL)                                          \
+    ORDERED_SINGLE_ROWS(family, letters, order, orderP32, orderP64)                                                    \
+    SERIAL_ROW(family##_##letters##_32f_L, family, letters, false, 'L', orderL)                                        \
+    SERIAL_ROW(family##_##letters##_64f_L, family, letters, true, 'L', orderL)
+#define SINGLE_ROWS(family, letters) ORDERED_SINGLE_ROWS(family, letters, "NST", "NSH", "NSH")
 #define ARRAY_ROW(name, family, letters, is64, description, ...)                                                       \
     ROW(name, ownOMP_kvlm##name, family, letters, is64, description, __VA_ARGS__)
 #define ARRAY_TYPE(name, family, letters, is64, order, estimate, limits)                                               \
@@ -153,7 +209,11 @@ inline const std::vector<Member> &members()
 #define ARRAY_ROWS(family, letters, order, estimate, limits)                                                           \
     ARRAY_TYPE(family##_##letters##_32f, family, letters, false, order, estimate, limits)                              \
     ARRAY_TYPE(family##_##letters##_64f, family, letters, true, order, estimate, limits)
-    static const std::vector<Member> all = {SINGLE_MEMBERS(SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)};
+    static const std::vector<Member> all = {
+        SINGLE_MEMBERS(SINGLE_ROWS) ORDERED_SINGLE_MEMBERS(ORDERED_SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)
+            SERIAL_ARRAY_MEMBERS(SERIAL_ARRAY_ROWS) COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 32f, false)
+                COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 64f, true) COPY_MEMBERS(COPY_ROW, va, "NSCHTO", 32f, false)
+                    COPY_MEMBERS(COPY_ROW, va, "NSCTHO", 64f, true)};
     return all;
 #undef ARRAY_ROWS
 #undef ARRAY_TYPE

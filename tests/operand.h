@@ -233,7 +233,7 @@ public:
         if (form != 'S')
             args.push_back(Arg::integer('H', shift));
         if (array && form != 'L')
-            args.push_back(Arg::integer('T', obj * size));
+            args.push_back(Arg::integer('O', obj * size));
         if (form == 'P' || letter == 'c')
             return;
         if (letter != 'v')

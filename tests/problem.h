@@ -115,15 +115,22 @@ private:
             sources.push_back(addOperand(token, {letter == 'v' ? 1 : height, n, count}, layout));
             if (!member.isSquare()) {
                 nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
-                sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst, random));
+                sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst || moves(), random));
             } else
                 sources.back()->set(letter == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random));
             sourceValues.push_back(sources.back()->get());
             sources.back()->appendTo(args);
-        } else if (letter == 'M' || letter == 'V' || letter == 'D') {
-            const std::string lower = letter == 'M' ? "m" : letter == 'V' ? "v" : "d";
-            const Shape shape = {letter == 'M' ? height : 1, letter == 'D' ? 1 : n, count};
-            dst = addOperand(lower + token.substr(1), shape, setting.dst);
+        } else if (std::string("MXVDE").find(letter) != std::string::npos) {
+            const bool isMatrix = letter == 'M' || letter == 'X';
+            const std::string lower = isMatrix ? "m" : letter == 'V' ? "v" : "d";
+            const Shape shape = {letter == 'X'                                       ? n
+                                 : isMatrix || (letter == 'E' && !member.isVector()) ? height
+                                                                                     : 1,
+                                 letter == 'D'   ? 1
+                                 : letter == 'X' ? height
+                                                 : n,
+                                 count};
+            dst = addOperand(lower + token.substr(1), shape, setting.dst, member.dstDescription);
             perObject = shape.rows * shape.columns;
             target().appendTo(args);
         } else if (letter == 'p' || letter == 'P') {
@@ -139,9 +146,10 @@ private:
                                                                    : letter == 'h' ? height
                                                                                    : n));
     }
-    Operand<T> *addOperand(const std::string &letters, Shape shape, Layout layout)
+    Operand<T> *addOperand(const std::string &letters, Shape shape, Layout layout, char description = 0)
     {
-        operands.emplace_back(new Operand<T>(letters, member.description, shape, layout, layoutRandom, setting.memory));
+        operands.emplace_back(new Operand<T>(letters, description ? description : member.description, shape, layout,
+                                             layoutRandom, setting.memory));
         return operands.back().get();
     }
 
@@ -181,6 +189,11 @@ private:
     // Object i by the oracle, into the results of all.
     KvlStatus compute(int i, T *result, int *pivotResult) const
     {
+        if (moves()) {
+            for (int k = 0; k < perObject; ++k)
+                moveElement(static_cast<std::size_t>(i) * perObject, k, result);
+            return kvlOk;
+        }
         const std::vector<T> &a = sourceValues[0], &b = sourceValues.back();
         const T *const a0 = &a[static_cast<std::size_t>(i) * n * n % a.size()];
         T *const x = result + static_cast<std::size_t>(i) * perObject;
@@ -199,6 +212,22 @@ private:
             for (int k = 0; k < perObject; ++k)
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
         return kvlOk;
+    }
+    bool moves() const
+    {
+        return member.family == "Copy" || member.family == "Extract" || member.family == "LoadIdentity" ||
+               member.family == "Transpose";
+    }
+    void moveElement(std::size_t object, int k, T *result) const
+    {
+        const int height = perObject / n;
+        if (member.family == "LoadIdentity")
+            result[object + k] = k / n == k % n;
+        else
+            std::memcpy(
+                &result[object + k],
+                &sourceValues[0][object + (member.has("X") || member.has("Xa") ? k % height * n + k / height : k)],
+                sizeof(T));
     }
     bool isAdjacent() const
     {

@@ -918,6 +918,253 @@ KVLM_API KvlStatus kvlmInvert_ma_64f_L(const double *const *src, int srcShift, i
                                        int dstElemStride, int widthHeight, int count);
 /** @} */
 
+/**
+ * @name Copy: an array from one description into another
+ * dst(i, j) = src(i, j), or dst(i, r, c) = src(i, r, c). The two letters at the end of a name are the descriptions of
+ * source and destination: S standard, P pointers (as _P elsewhere), L list (as _L).
+ *
+ * Elements move as bits: signalling NaNs and payloads stay. Operands may overlap, or one object of the destination its
+ * others: memory then holds what copying single elements leaves, objects ascending, in each rows, in each columns.
+ * Apart from each other they are moved in whatever order is fast. Always on the caller's thread.
+ *
+ * Checks: pointers, sizes, `count`, row and element strides, shifts, object strides; the va forms of 32f from S or L to
+ * P check shifts before element strides. Object strides are looked at only if `count` is above 1. Always kvlOk after
+ * them.
+ * @{
+ */
+KVLM_API KvlStatus kvlmCopy_va_32f_SS(const float *src, int srcObjStride, int srcElemStride, float *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_SP(const float *src, int srcObjStride, int srcElemStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_SL(const float *src, int srcObjStride, int srcElemStride, float *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_LS(const float *const *src, int srcShift, int srcElemStride, float *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_PS(const float *const *src, int srcShift, int srcObjStride, float *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_LP(const float *const *src, int srcShift, int srcElemStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_LL(const float *const *src, int srcShift, int srcElemStride, float *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_PP(const float *const *src, int srcShift, int srcObjStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_32f_PL(const float *const *src, int srcShift, int srcObjStride, float *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmCopy_va_64f_SS(const double *src, int srcObjStride, int srcElemStride, double *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_SP(const double *src, int srcObjStride, int srcElemStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_SL(const double *src, int srcObjStride, int srcElemStride, double *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_LS(const double *const *src, int srcShift, int srcElemStride, double *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_PS(const double *const *src, int srcShift, int srcObjStride, double *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_LP(const double *const *src, int srcShift, int srcElemStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_LL(const double *const *src, int srcShift, int srcElemStride, double *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_PP(const double *const *src, int srcShift, int srcObjStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmCopy_va_64f_PL(const double *const *src, int srcShift, int srcObjStride, double *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmCopy_ma_32f_SS(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      float *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_SP(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_SL(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_LS(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      float *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_PS(const float *const *src, int srcShift, int srcObjStride, float *dst,
+                                      int dstObjStride, int dstRowStride, int dstElemStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_LP(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_LL(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_PP(const float *const *src, int srcShift, int srcObjStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_32f_PL(const float *const *src, int srcShift, int srcObjStride, float *const *dst,
+                                      int dstShift, int dstRowStride, int dstElemStride, int width, int height,
+                                      int count);
+
+KVLM_API KvlStatus kvlmCopy_ma_64f_SS(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      double *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_SP(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_SL(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_LS(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      double *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_PS(const double *const *src, int srcShift, int srcObjStride, double *dst,
+                                      int dstObjStride, int dstRowStride, int dstElemStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_LP(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                      int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_LL(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int width,
+                                      int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_PP(const double *const *src, int srcShift, int srcObjStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmCopy_ma_64f_PL(const double *const *src, int srcShift, int srcObjStride, double *const *dst,
+                                      int dstShift, int dstRowStride, int dstElemStride, int width, int height,
+                                      int count);
+/** @} */
+
+/**
+ * @name Extract: into one packed buffer
+ * dst is a plain array of the element type without gaps: the elements of a vector, or of a matrix row by row, object
+ * after object, in every description. t is read transposed; `width` and `height` are those of the result.
+ *
+ * Elements move as bits. A source that overlaps dst is read as single elements would be, objects ascending, in each
+ * rows, in each columns; in the va and ma forms of _P position after position, at each the objects ascending. Always on
+ * the caller's thread.
+ *
+ * Checks: pointers, sizes, `count`, shifts, strides; in the m and t forms of _P and in kvlmExtract_v_64f_P sizes before
+ * pointers. Object strides are looked at whatever `count` is. Always kvlOk after them. Settled: kvlmExtract_m_..._P and
+ * kvlmExtract_ma_..._P count positions in 32 bits, and where width*height wraps to 0 or below they do nothing.
+ * @{
+ */
+KVLM_API KvlStatus kvlmExtract_v_32f(const float *src, int srcElemStride, float *dst, int len);
+KVLM_API KvlStatus kvlmExtract_v_32f_P(const float *const *src, int srcShift, float *dst, int len);
+KVLM_API KvlStatus kvlmExtract_v_64f(const double *src, int srcElemStride, double *dst, int len);
+KVLM_API KvlStatus kvlmExtract_v_64f_P(const double *const *src, int srcShift, double *dst, int len);
+
+KVLM_API KvlStatus kvlmExtract_va_32f(const float *src, int srcObjStride, int srcElemStride, float *dst, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmExtract_va_32f_P(const float *const *src, int srcShift, int srcObjStride, float *dst, int len,
+                                        int count);
+KVLM_API KvlStatus kvlmExtract_va_32f_L(const float *const *src, int srcShift, int srcElemStride, float *dst, int len,
+                                        int count);
+KVLM_API KvlStatus kvlmExtract_va_64f(const double *src, int srcObjStride, int srcElemStride, double *dst, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmExtract_va_64f_P(const double *const *src, int srcShift, int srcObjStride, double *dst, int len,
+                                        int count);
+KVLM_API KvlStatus kvlmExtract_va_64f_L(const double *const *src, int srcShift, int srcElemStride, double *dst, int len,
+                                        int count);
+
+KVLM_API KvlStatus kvlmExtract_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst, int width,
+                                     int height);
+KVLM_API KvlStatus kvlmExtract_m_32f_P(const float *const *src, int srcShift, float *dst, int width, int height);
+KVLM_API KvlStatus kvlmExtract_m_64f(const double *src, int srcRowStride, int srcElemStride, double *dst, int width,
+                                     int height);
+KVLM_API KvlStatus kvlmExtract_m_64f_P(const double *const *src, int srcShift, double *dst, int width, int height);
+
+KVLM_API KvlStatus kvlmExtract_t_32f(const float *src, int srcRowStride, int srcElemStride, float *dst, int width,
+                                     int height);
+KVLM_API KvlStatus kvlmExtract_t_32f_P(const float *const *src, int srcShift, float *dst, int width, int height);
+KVLM_API KvlStatus kvlmExtract_t_64f(const double *src, int srcRowStride, int srcElemStride, double *dst, int width,
+                                     int height);
+KVLM_API KvlStatus kvlmExtract_t_64f_P(const double *const *src, int srcShift, double *dst, int width, int height);
+
+KVLM_API KvlStatus kvlmExtract_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      float *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, float *dst, int width,
+                                        int height, int count);
+KVLM_API KvlStatus kvlmExtract_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                        float *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      double *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, double *dst,
+                                        int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                        double *dst, int width, int height, int count);
+
+KVLM_API KvlStatus kvlmExtract_ta_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      float *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ta_32f_P(const float *const *src, int srcShift, int srcObjStride, float *dst, int width,
+                                        int height, int count);
+KVLM_API KvlStatus kvlmExtract_ta_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                        float *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ta_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                      double *dst, int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ta_64f_P(const double *const *src, int srcShift, int srcObjStride, double *dst,
+                                        int width, int height, int count);
+KVLM_API KvlStatus kvlmExtract_ta_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                        double *dst, int width, int height, int count);
+/** @} */
+
+/**
+ * @name LoadIdentity: an array of identity matrices
+ * dst(i, r, c) = 1 where r = c, else +0. Matrices need not be square: a tall one has zero rows below, a wide one zero
+ * columns at its right.
+ *
+ * In each row all elements are set to 0 and then the diagonal one to 1, rows and objects ascending: this decides where
+ * elements of dst coincide. Always on the caller's thread.
+ *
+ * Checks: pointers, sizes, `count`, row and element strides, shifts, object stride; kvlmLoadIdentity_ma_32f_P checks
+ * its shift before `count`. The object stride is looked at only if `count` is above 1. Always kvlOk after them.
+ * @{
+ */
+KVLM_API KvlStatus kvlmLoadIdentity_ma_32f(float *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                           int height, int count);
+KVLM_API KvlStatus kvlmLoadIdentity_ma_32f_P(float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                             int count);
+KVLM_API KvlStatus kvlmLoadIdentity_ma_32f_L(float *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                             int width, int height, int count);
+KVLM_API KvlStatus kvlmLoadIdentity_ma_64f(double *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                           int width, int height, int count);
+KVLM_API KvlStatus kvlmLoadIdentity_ma_64f_P(double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                             int count);
+KVLM_API KvlStatus kvlmLoadIdentity_ma_64f_L(double *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                             int width, int height, int count);
+/** @} */
+
+/**
+ * @name Transpose
+ * dst(c, r) = src(r, c), of one matrix or of each matrix of an array. `width` and `height` are here the columns and
+ * rows of src, and stand before dst: the result has `width` rows and `height` columns. In _P the table of src is
+ * indexed r*width + c, that of dst c*height + r.
+ *
+ * Elements move as bits. Always on the caller's thread. Large 32f matrices with adjacent elements are written past the
+ * cache, fenced before return: in arrays if 8*width*height*count is above three quarters of the cache (and above
+ * 131072), else a matrix if 8*width*height is above the cache and both sizes are above 128. The size of the cache is
+ * asked of the core library, once for an array and once for each such matrix; 0 means never.
+ *
+ * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst must not overlap src, nor be src.
+ * @{
+ */
+KVLM_API KvlStatus kvlmTranspose_m_32f(const float *src, int srcRowStride, int srcElemStride, int width, int height,
+                                       float *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmTranspose_m_32f_P(const float *const *src, int srcShift, int width, int height,
+                                         float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmTranspose_m_64f(const double *src, int srcRowStride, int srcElemStride, int width, int height,
+                                       double *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmTranspose_m_64f_P(const double *const *src, int srcShift, int width, int height,
+                                         double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmTranspose_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                        int width, int height, float *dst, int dstObjStride, int dstRowStride,
+                                        int dstElemStride, int count);
+KVLM_API KvlStatus kvlmTranspose_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, int width,
+                                          int height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmTranspose_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                          int width, int height, float *const *dst, int dstShift, int dstRowStride,
+                                          int dstElemStride, int count);
+KVLM_API KvlStatus kvlmTranspose_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                        int width, int height, double *dst, int dstObjStride, int dstRowStride,
+                                        int dstElemStride, int count);
+KVLM_API KvlStatus kvlmTranspose_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, int width,
+                                          int height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                          int width, int height, double *const *dst, int dstShift, int dstRowStride,
+                                          int dstElemStride, int count);
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -24,6 +24,10 @@ KVLM_INLINE KvlStatus checkClass(const Parts &...parts)
         return (parts.shifts() | ...).fault() ? kvlErrShift : kvlOk;
     else if constexpr (Class == 't')
         return ((parts.isSource ? parts.strides() : Bits()) | ...).fault() ? kvlErrStride : kvlOk;
+    else if constexpr (Class == 'i')
+        return (parts.innerStrides() | ...).fault() ? kvlErrStride : kvlOk;
+    else if constexpr (Class == 'o')
+        return (parts.several() || ...) && (parts.objectStrides() | ...).fault() ? kvlErrStride : kvlOk;
     else {
         static_assert(Class == 'h');
         return ((parts.isSource ? parts.shifts() : Bits()) | ...).fault() ? kvlErrShift : kvlOk;
@@ -31,8 +35,9 @@ KVLM_INLINE KvlStatus checkClass(const Parts &...parts)
 }
 
 // An order of classes: N null pointers, C count, S sizes, M sizes that must fit, T strides, H shifts; t and h those of
-// the sources alone. A class that finds nothing to check in a call (shifts in the standard description, count with one
-// object) passes, so one order serves several descriptions.
+// the sources alone; i the strides inside objects, o the object strides, which a single object does not need. A class
+// that finds nothing to check in a call (shifts in the standard description, count with one object) passes, so one
+// order serves several descriptions.
 template <char... Classes>
 struct Order {
     template <class... Parts>
@@ -55,6 +60,9 @@ using NCSTHM = Order<'N', 'C', 'S', 'T', 'H', 'M'>;
 using NSCHT = Order<'N', 'S', 'C', 'H', 'T'>;
 using NSChtHT = Order<'N', 'S', 'C', 'h', 't', 'H', 'T'>;
 using SNH = Order<'S', 'N', 'H'>;
+using NSCiHo = Order<'N', 'S', 'C', 'i', 'H', 'o'>;
+using NSCHio = Order<'N', 'S', 'C', 'H', 'i', 'o'>;
+using NSHCo = Order<'N', 'S', 'H', 'C', 'o'>;
 
 // The orders of a member in the three descriptions.
 template <class StandardOrder, class PointerOrder = StandardOrder, class ListOrder = PointerOrder>
@@ -74,6 +82,9 @@ using MatchLast = Orders<NCSTHM>;                      // QR
 using SizesBeforeCount = Orders<NSCHT>;                // eigenvalues, symmetric eigenvectors, extract
 using SourceBeforeResult = Orders<NSCHT, NSChtHT>;     // eigenvectors of general matrices
 using SizesBeforePointers = Orders<NSCHT, SNH, NSCHT>; // extract from single objects, v in 32f apart
+
+using ObjectStridesLast = Orders<NSCiHo>;               // copy, identity
+using CountAfterShifts = Orders<NSCiHo, NSHCo, NSCiHo>; // identity in 32f
 
 } // namespace kvlm
 

@@ -17,7 +17,7 @@ constexpr Limits beginsAt(int plain, int strided, int pointer, int list, int lis
     return {plain - 1, strided - 1, pointer - 1, list - 1, listStrided - 1};
 }
 
-// One object: no estimate, no driver.
+// One object, or an array without a driver: no estimate.
 template <class Order, class Plain, class General, class... Parts>
 KVLM_INLINE KvlStatus enterObject(Plain *plain, General *general, const Parts &...parts)
 {

@@ -2,6 +2,7 @@
 //
 // Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
 //   null(), strides(), shifts(), sizeFault(), matchFault(), countFault()   for the checks
+//   objectStrides(), innerStrides()   the strides apart, for families that check them apart; several(): more than one
 //   adjacent()              whether its elements lie behind one another, true where that means nothing
 //   args(), plainArgs()     its arguments, with and without the element stride
 //   from(first, count, scratch)   the same part of a chunk that begins at object `first`
@@ -69,10 +70,13 @@ struct Part {
 
     bool null() const { return false; }
     Bits strides() const { return {}; }
+    Bits objectStrides() const { return {}; }
+    Bits innerStrides() const { return {}; }
     Bits shifts() const { return {}; }
     bool sizeFault() const { return false; }
     bool matchFault() const { return false; }
     bool countFault() const { return false; }
+    bool several() const { return false; }
     bool adjacent() const { return true; }
     bool fits(ptrdiff_t) const { return true; }
     size_t scratchBytes() const { return 0; }
@@ -112,7 +116,9 @@ struct Strided : Part {
     }
 
     bool null() const { return base == nullptr; }
-    Bits strides() const { return strideBits<T>(objStride) | strideBits<T>(rowStride) | strideBits<T>(elemStride); }
+    Bits objectStrides() const { return strideBits<T>(objStride); }
+    Bits innerStrides() const { return strideBits<T>(rowStride) | strideBits<T>(elemStride); }
+    Bits strides() const { return objectStrides() | innerStrides(); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
     auto plainArgs() const { return std::tuple_cat(std::tuple<T *>(base), argOf(objStride), argOf(rowStride)); }
     auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
@@ -139,7 +145,8 @@ struct Table : Part {
     Table(T *const *table, int shift, Obj objStride) : table(table), shift(shift), objStride(objStride) {}
 
     bool null() const { return table == nullptr; }
-    Bits strides() const { return strideBits<T>(objStride); }
+    Bits objectStrides() const { return strideBits<T>(objStride); }
+    Bits strides() const { return objectStrides(); }
     Bits shifts() const { return shiftBits<T>(shift); }
     auto args() const { return std::tuple_cat(std::tuple<T *const *, int>(table, shift), argOf(objStride)); }
     auto plainArgs() const { return args(); }
@@ -177,7 +184,8 @@ struct List : Part {
     }
 
     bool null() const { return list == nullptr; }
-    Bits strides() const { return strideBits<T>(rowStride) | strideBits<T>(elemStride); }
+    Bits innerStrides() const { return strideBits<T>(rowStride) | strideBits<T>(elemStride); }
+    Bits strides() const { return innerStrides(); }
     Bits shifts() const { return shiftBits<T>(shift); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
     auto plainArgs() const { return std::tuple_cat(std::tuple<T *const *, int>(list, shift), argOf(rowStride)); }
@@ -267,6 +275,7 @@ struct Count : Part {
     explicit Count(int count) : count(count) {}
 
     bool countFault() const { return count < 1; }
+    bool several() const { return count > 1; }
     auto args() const { return std::tuple<int>(count); }
     auto plainArgs() const { return args(); }
     Count from(int, int chunk, void *) const { return Count(chunk); }

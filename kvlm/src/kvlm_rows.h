@@ -80,6 +80,14 @@
     extern "C" KVLM_API KvlStatus name(__VA_ARGS__);                                                                   \
     extern "C" KvlStatus name(__VA_ARGS__)
 
+// A public function without kernels: the checks, then `algorithm`, which takes the parts of the class.
+#define WHOLE_FUNCTION(name, CLASS, D, T, Order, algorithm)                                                            \
+    FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
+    {                                                                                                                  \
+        const KvlStatus status = Order::check(CLASS(PART, D, T));                                                      \
+        return status ? status : algorithm(CLASS(PART, D, T));                                                         \
+    }
+
 // The kernels of a member: `algorithm` takes the parts of the class.
 #define KERNEL(name, CLASS, D, T, algorithm)                                                                           \
     FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
@@ -95,7 +103,8 @@
     KERNEL(own##name##_L, CLASS, LU, T, algorithm)                                                                     \
     KERNEL(own##name##_LS2, CLASS, LS, T, algorithm)
 
-// The public functions of a member, by description. `work` is an expression in the arguments of the class.
+// The public functions of a member, by description. Those without a driver are the same for arrays. `work` is an
+// expression in the arguments of the class.
 #define OBJECT_FUNCTION(name, CLASS, T, Order)                                                                         \
     FUNCTION(name, CLASS(ARG, S, T))                                                                                   \
     {                                                                                                                  \
@@ -105,6 +114,11 @@
     FUNCTION(name##_P, CLASS(ARG, P, T))                                                                               \
     {                                                                                                                  \
         return enterObjectOneKernel<Order>(own##name##_P, CLASS(PART, P, T));                                          \
+    }
+#define OBJECT_FUNCTION_L(name, CLASS, T, Order)                                                                       \
+    FUNCTION(name##_L, CLASS(ARG, LS, T))                                                                              \
+    {                                                                                                                  \
+        return enterObject<Order>(own##name##_L, own##name##_LS2, CLASS(PART, LS, T));                                 \
     }
 #define OBJECT_FUNCTIONS(name, CLASS, T, orders)                                                                       \
     OBJECT_FUNCTION(name, CLASS, T, orders::Standard)                                                                  \

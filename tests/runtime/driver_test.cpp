@@ -12,7 +12,7 @@ std::vector<const Member *> arrayMembers()
 {
     std::vector<const Member *> arrays;
     for (const Member &member : members())
-        if (member.isArray())
+        if (member.driver)
             arrays.push_back(&member);
     return arrays;
 }

@@ -1,0 +1,66 @@
+// Arrays of identity matrices.
+#include "kvlm_moves.h"
+#include "kvlm_rows.h"
+
+using namespace kvlm;
+
+// The order that counts: all elements of a row, then the one on the diagonal.
+template <class D>
+static __attribute__((noinline)) void identityInOrder(const D &givenD, Extent n)
+{
+    using T = typename D::Element;
+    const D d = givenD;
+    for (ptrdiff_t i = 0; i < n.count; ++i) {
+        const auto to = d.view(i);
+        for (ptrdiff_t r = 0; r < n.height; ++r) {
+            if (runsInRows(d))
+                memset(static_cast<void *>(to.at(r, 0)), 0, n.width * sizeof(T));
+            else
+                for (ptrdiff_t c = 0; c < n.width; ++c)
+                    put(to.at(r, c), T(0));
+            if (r < n.width)
+                put(to.at(r, r), T(1));
+        }
+    }
+}
+
+// A small matrix is moved from one place to all objects. No element of a row may be another one of it.
+template <class D>
+static void identity(const D &d, Extent n)
+{
+    using T = typename D::Element;
+    if (!isSmall(n.width, n.height))
+        return identityInOrder(d, n);
+    T one[smallObject];
+    const int row = n.width * static_cast<int>(sizeof(T));
+    identityInOrder(Grid<T>(one, 0, row, sizeof(T)), {n.width, n.height, 1});
+    move(Grid<const T>(one, 0, row, sizeof(T)), d, n);
+}
+
+template <class D>
+static KvlStatus loadIdentity(const D &operand, Shape shape, Count count)
+{
+    const auto d = movable(operand, shape.width);
+    const Extent n = {shape.width, shape.height, count.count};
+    if constexpr (D::isTable) {
+        Grid<typename D::Element> grid(nullptr, 0, 0, 0);
+        if (n.count > 1 && isGrid(d, n, grid))
+            identity(grid, n);
+        else if (runsOverObjects(d, n) && distinct(d, n))
+            identity(d, n);
+        else
+            identityInOrder(d, n);
+    } else
+        identity(d, n);
+    return kvlOk;
+}
+
+#define IDENTITY_MA(X, D, T) X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT
+#define ROW(name, T, orders)                                                                                           \
+    WHOLE_FUNCTION(name, IDENTITY_MA, S, T, orders::Standard, loadIdentity)                                            \
+    WHOLE_FUNCTION(name##_P, IDENTITY_MA, P, T, orders::Pointer, loadIdentity)                                         \
+    WHOLE_FUNCTION(name##_L, IDENTITY_MA, LS, T, orders::List, loadIdentity)
+
+// Settled: in the pointer description 32f checks the shift before the count.
+ROW(kvlmLoadIdentity_ma_32f, float, CountAfterShifts)
+ROW(kvlmLoadIdentity_ma_64f, double, ObjectStridesLast)

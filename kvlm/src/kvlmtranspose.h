@@ -1,0 +1,106 @@
+// Transpose: the choice between the unrolled orders, the routines for adjacent elements and moves in any description.
+//
+// Width and height are those of the source.
+#ifndef KVLMTRANSPOSE_H
+#define KVLMTRANSPOSE_H
+
+#include "kvlm_groups.h"
+#include "kvlm_moves.h"
+#include "kvlm_rows.h"
+
+// Routines for one matrix of adjacent elements, strides in bytes: the first blocks it and chooses one of the next two,
+// which transpose `rows` rows of the source, with ordinary stores or past the cache. The last is for 8-byte elements.
+extern "C" {
+KVLM_API void ownm_Transpose_32s(const void *src, int srcStride, void *dst, int dstStride, int width, int height,
+                                 int stream);
+KVLM_API void owniTranspose_32s_asm(const void *src, int srcStride, void *dst, int dstStride, int width, int rows);
+KVLM_API void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStride, int width, int rows);
+KVLM_API void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *dst, int dstStride, int width,
+                                         int height);
+}
+
+namespace kvlm {
+
+// What a matrix or a batch takes in the cache, read and written once: 8 bytes for each of its 32f elements.
+KVLM_INLINE int bytesMoved(int width, int height, int count)
+{
+    return wrapped(unsigned(width) * unsigned(height) * unsigned(count) * 8);
+}
+
+// The size of the cache, 0 where it is not known.
+int cacheSize();
+
+// Whether a batch is written past the cache.
+KVLM_INLINE bool streams(int bytes)
+{
+    if (bytes <= 131072)
+        return false;
+    const int cache = cacheSize();
+    return cache != 0 && bytes > cache - cache / 4;
+}
+
+template <class T, class S, class D>
+KVLM_INLINE void transposeByRoutine(const S &s, const D &d, int width, int height, int count)
+{
+    constexpr bool canStream = sizeof(T) == 4;
+    const bool stream = canStream && !D::isSingle && streams(bytesMoved(width, height, count));
+    for (ptrdiff_t i = 0; i < count; ++i)
+        if constexpr (canStream)
+            ownm_Transpose_32s(s.view(i).base, s.rowStride, d.view(i).base, d.rowStride, width, height, stream);
+        else
+            ownm_iTranspose_16u_C4R_W7(s.view(i).base, s.rowStride, d.view(i).base, d.rowStride, width, height);
+}
+
+// Adjacent elements.
+template <class S, class D>
+KVLM_INLINE KvlStatus transposeAdjacent(const S &s, Shape n, const D &d, Count count = Count(1))
+{
+    using T = typename D::Element;
+    return bySmallOrder(
+        n.width == n.height ? n.width : 0,
+        [&](auto order) KVLM_INLINED {
+            const auto columns = s.withSteps(Unit<const T>(), s.rowStride);
+            constexpr int line = order * sizeof(T);
+            if (s.rowStride == line && d.rowStride == line)
+                objects<T>(First(), withPackedLines<line>(columns), withPackedLines<line>(columns),
+                           withPackedLines<line>(d), order, order, count.count);
+            else
+                objects<T>(First(), columns, columns, d, order, order, count.count);
+            return KvlStatus(kvlOk);
+        },
+        [&]() KVLM_INLINED {
+            transposeByRoutine<T>(s, d, n.width, n.height, count.count);
+            return KvlStatus(kvlOk);
+        });
+}
+
+// Any strides: the rows of the destination one after the other. In tables only orders 3 to 6 are done so, all others by
+// the rows of the source: settled.
+template <class S, class D>
+KVLM_INLINE KvlStatus transposeAny(const S &s, Shape n, const D &d, Count count = Count(1))
+{
+    const auto source = movable(s, n.width);
+    const auto result = movable(d, n.height);
+    if (!D::isTable || (n.width == n.height && n.width >= 3 && n.width <= 6))
+        move(transposed(source), result, {n.height, n.width, count.count});
+    else
+        move(source, transposed(result), {n.width, n.height, count.count});
+    return kvlOk;
+}
+
+} // namespace kvlm
+
+#define TRANSPOSE_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_M_##D(T, dst)
+#define TRANSPOSE_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_MA_##D(T, dst), X##_COUNT
+
+#define TRANSPOSE_MEMBER(name, CLASS, T)                                                                               \
+    KERNEL(own##name, CLASS, U, T, transposeAdjacent)                                                                  \
+    KERNEL(own##name##_S2, CLASS, S, T, transposeAny)                                                                  \
+    KERNEL(own##name##_P, CLASS, P, T, transposeAny)                                                                   \
+    OBJECT_FUNCTIONS(name, CLASS, T, UsualOrder)
+#define TRANSPOSE_MEMBER_L(name, CLASS, T)                                                                             \
+    KERNEL(own##name##_L, CLASS, LU, T, transposeAdjacent)                                                             \
+    KERNEL(own##name##_LS2, CLASS, LS, T, transposeAny)                                                                \
+    OBJECT_FUNCTION_L(name, CLASS, T, UsualOrder::List)
+
+#endif

@@ -1,0 +1,7 @@
+// Transpose of one matrix: kernels and public functions.
+#include "kvlmtranspose.h"
+
+using namespace kvlm;
+
+TRANSPOSE_MEMBER(kvlmTranspose_m_32f, TRANSPOSE_M, float)
+TRANSPOSE_MEMBER(kvlmTranspose_m_64f, TRANSPOSE_M, double)
