@@ -102,8 +102,7 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     X(Add, mm)                                                                                                         \
     X(Add, tm)                                                                                                         \
     X(Add, tt)                                                                                                         \
-    X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m)               \
-        X(Transpose, m)
+    X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f).
 #define ORDERED_SINGLE_MEMBERS(X)                                                                                      \

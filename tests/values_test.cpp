@@ -76,8 +76,10 @@ TEST(Values, OverlappingDestinationObjects)
             continue;
         forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
             for (Layout sources : {Layout::packed, Layout::strided, Layout::interleaved})
-                // Elements of one object may coincide too: general orders compute where they are.
+                // Elements of one object may coincide too: general orders compute where they are, and not all move
+                // elements row by row.
                 if ((!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
+                    (count > 1 || (member.family != "LoadIdentity" && member.family != "Transpose")) &&
                     !holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
                     return false;
             return true;

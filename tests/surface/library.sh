@@ -67,6 +67,13 @@ done
 objdump -d --no-show-raw-insn "$kvlm" | awk -F '\t' 'NF > 1 { split($2, part, " "); print part[1] }' | sort -u \
     >"$work/opcodes"
 expectEqual "libkvlmw7: the code was read" addsd "$(grep -x addsd "$work/opcodes" || true)"
+expectEqual "libkvlmw7: stores past the cache in one routine, and fenced there" "owniTranspose_32s_NT" \
+    "$(objdump -d --no-show-raw-insn "$kvlm" | awk -F '\t' '
+        function tell() { if (stores) print name (fenced ? "" : " without a fence") }
+        /^[0-9a-f]+ <.*>:$/ { tell(); name = $0; sub(/^[^<]*</, "", name); sub(/>:$/, "", name); stores = fenced = 0 }
+        $2 ~ /^movnt/ { stores = 1; fenced = 0 }
+        $2 ~ /^sfence/ { fenced = 1 }
+        END { tell() }')"
 # On x86_64 returning or passing an element needs none, so what is found there is arithmetic too.
 expectEqual "libkvlmw7: no x87 but in the determinants in extended precision" "" \
     "$(objdump -d --no-show-raw-insn "$kvlm" | awk -F '\t' '
