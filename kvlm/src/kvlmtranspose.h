@@ -21,6 +21,85 @@ KVLM_API void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *d
 
 namespace kvlm {
 
+// Adjacent elements of one matrix: the source by columns, which makes them the rows of the destination.
+template <class T>
+struct Transposition {
+    View<const T, Unit<const T>, ptrdiff_t> src;
+    View<T, ptrdiff_t, Unit<T>> dst;
+
+    Transposition(const void *src, int srcStride, void *dst, int dstStride)
+        : src{static_cast<const T *>(src), {}, srcStride}, dst{static_cast<T *>(dst), dstStride, {}}
+    {
+    }
+    Transposition from(ptrdiff_t row, ptrdiff_t column) const
+    {
+        Transposition rest = *this;
+        rest.src.base = src.at(column, row);
+        rest.dst.base = dst.at(column, row);
+        return rest;
+    }
+    KVLM_INLINE void byBlocks(int width, int height) const { blocks<T>(First(), src, src, dst, height, width); }
+};
+
+// Whole tiles in strips of so many columns, store(dst, register) for each of their registers; the next strip is fetched
+// meanwhile where lines are long. Returns the numbers of columns and rows that were done.
+template <int columns, bool fetch, class T, class Store>
+KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int width, int rows, Store store)
+{
+    using V = Lanes<T>;
+    constexpr int lanes = V::count;
+    const ptrdiff_t srcStride = x.src.elemStride, dstStride = x.dst.rowStride;
+    int c = 0, r = 0;
+    for (; c + columns <= width; c += columns) {
+        const T *s = x.src.at(c, 0);
+        T *d = x.dst.at(c, 0);
+        for (r = 0; r + lanes <= rows; r += lanes) {
+            T *line = d + r;
+            if (fetch)
+                for (int l = 0; l < lanes; ++l)
+                    __builtin_prefetch(reinterpret_cast<const char *>(moved(s, steps(l, srcStride))) + 64);
+#pragma GCC unroll 8
+            for (int k = 0; k < columns; k += lanes) {
+                V tile[lanes];
+#pragma GCC unroll 4
+                for (int l = 0; l < lanes; ++l)
+                    tile[l] = V::load(moved(s, steps(l, srcStride)) + k);
+                transpose(tile);
+#pragma GCC unroll 4
+                for (int l = 0; l < lanes; ++l) {
+                    store(line, tile[l]);
+                    line = moved(line, dstStride);
+                }
+            }
+            s = moved(s, steps(lanes, srcStride));
+        }
+    }
+    return {c, r};
+}
+
+template <int columns, bool fetch, class T>
+__attribute__((noinline)) void transposeInCache(const Transposition<T> &x, int width, int rows)
+{
+    const auto [c, r] =
+        transposeStrips<columns, fetch>(x, width, rows, [](T *d, Lanes<T> v) KVLM_INLINED { v.store(d); });
+    if (r < rows)
+        x.from(r, 0).byBlocks(c, rows - r);
+    if (c < width)
+        x.from(0, c).byBlocks(width - c, rows);
+}
+
+// Lines of the destination should stay in the cache until they are complete: eight in one set of it are as many as
+// there is room for. Sixteen make whole lines of the source in 32f.
+template <class T>
+KVLM_INLINE void transposeInCache(const Transposition<T> &x, int width, int rows)
+{
+    constexpr int pageSize = 4096, line = 64 / sizeof(T);
+    const bool fetch = x.src.elemStride >= pageSize;
+    if (x.dst.rowStride % pageSize == 0)
+        return fetch ? transposeInCache<8, true>(x, width, rows) : transposeInCache<8, false>(x, width, rows);
+    return fetch ? transposeInCache<line, true>(x, width, rows) : transposeInCache<line, false>(x, width, rows);
+}
+
 // What a matrix or a batch takes in the cache, read and written once: 8 bytes for each of its 32f elements.
 KVLM_INLINE int bytesMoved(int width, int height, int count)
 {

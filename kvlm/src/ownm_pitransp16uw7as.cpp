@@ -5,7 +5,8 @@ using namespace kvlm;
 
 void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *dst, int dstStride, int width, int height)
 {
-    const View<const double, Unit<const double>, int> s = {static_cast<const double *>(src), {}, srcStride};
-    const View<double, int, Unit<double>> d = {static_cast<double *>(dst), dstStride, {}};
-    blocks<double>(First(), s, s, d, height, width);
+    constexpr int block = 64;
+    const Transposition<double> x(src, srcStride, dst, dstStride);
+    for (int row = 0; row < height; row += block)
+        transposeInCache(x.from(row, 0), width, height - row < block ? height - row : block);
 }

@@ -16,39 +16,40 @@ int kvlm::cacheSize()
 
 void owniTranspose_32s_asm(const void *src, int srcStride, void *dst, int dstStride, int width, int rows)
 {
-    const View<const float, Unit<const float>, int> s = {static_cast<const float *>(src), {}, srcStride};
-    const View<float, int, Unit<float>> d = {static_cast<float *>(dst), dstStride, {}};
-    blocks<float>(First(), s, s, d, rows, width);
+    transposeInCache(Transposition<float>(src, srcStride, dst, dstStride), width, rows);
 }
 
-// Past the cache: a row of the destination is written through to memory.
-void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStride, int width, int rows)
+// Single elements, two rows of the destination at a time.
+static KVLM_INLINE void streamSingles(const Transposition<float> &x, int width, int rows)
 {
-    const auto from = [&](int r, int c) { return moved(static_cast<const float *>(src), steps(r, srcStride)) + c; };
-    const auto to = [&](int r, int c) { return moved(static_cast<float *>(dst), steps(r, dstStride)) + c; };
     const auto one = [&](int r, int c) KVLM_INLINED {
         int bits;
-        memcpy(&bits, from(r, c), sizeof bits);
-        _mm_stream_si32(reinterpret_cast<int *>(to(c, r)), bits);
+        memcpy(&bits, x.src.at(c, r), sizeof bits);
+        _mm_stream_si32(reinterpret_cast<int *>(x.dst.at(c, r)), bits);
     };
-    const bool aligned = ((reinterpret_cast<uintptr_t>(dst) | unsigned(dstStride)) & 15) == 0;
-    int c = 0;
-    for (; aligned && c + 4 <= width; c += 4) {
-        int r = 0;
-        for (; r + 4 <= rows; r += 4) {
-            Lanes<float> tile[] = {Lanes<float>::load(from(r, c)), Lanes<float>::load(from(r + 1, c)),
-                                   Lanes<float>::load(from(r + 2, c)), Lanes<float>::load(from(r + 3, c))};
-            transpose(tile);
-            for (int k = 0; k < 4; ++k)
-                _mm_stream_ps(to(c + k, r), tile[k].v);
-        }
-        for (; r < rows; ++r)
-            for (int k = 0; k < 4; ++k)
-                one(r, c + k);
-    }
-    for (; c < width; ++c)
-        for (int r = 0; r < rows; ++r)
+    for (int c = 0; c < width; c += 2)
+        for (int r = 0; r < rows; ++r) {
             one(r, c);
+            if (c + 1 < width)
+                one(r, c + 1);
+        }
+}
+
+// Whole registers where the rows of the destination are aligned alike: eight lines at a time, as a processor has few
+// buffers for lines that go past the cache.
+void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStride, int width, int rows)
+{
+    const Transposition<float> x(src, srcStride, dst, dstStride);
+    const int misaligned = static_cast<int>(reinterpret_cast<uintptr_t>(dst) & 15);
+    int first = rows;
+    if (dstStride % 16 == 0 && misaligned % 4 == 0)
+        first = std::min(rows, (16 - misaligned) % 16 / 4);
+    streamSingles(x, width, first);
+    const auto whole = x.from(first, 0);
+    const auto [c, r] = transposeStrips<8, true>(whole, first < rows ? width : 0, rows - first,
+                                                 [](float *d, Lanes<float> v) KVLM_INLINED { _mm_stream_ps(d, v.v); });
+    streamSingles(whole.from(r, 0), c, rows - first - r);
+    streamSingles(whole.from(0, c), width - c, rows - first);
     _mm_sfence();
 }
 
