@@ -90,7 +90,7 @@ struct Range {
 };
 
 template <class T, class View>
-Range objectRange(const View &x, Extent n, ptrdiff_t beyond = 0)
+KVLM_INLINE Range objectRange(const View &x, Extent n, ptrdiff_t beyond = 0)
 {
     return {reinterpret_cast<uintptr_t>(x.at(0, 0)),
             reinterpret_cast<uintptr_t>(x.at(n.height - 1, n.width - 1)) + beyond + sizeof(T)};
@@ -249,29 +249,36 @@ KVLM_INLINE void moveRun(const T *s, T *d, N n)
         run<T>(First(), s, s, d, n);
 }
 
-template <class S, class D, class N>
-__attribute__((noinline)) void moveRows(const S &givenS, const D &givenD, N width, int height, int count)
+// Rows of adjacent elements in both. Where a list is involved, each pair of objects is looked at on its way.
+template <class S, class D, class W, class H>
+__attribute__((noinline)) void moveRows(const S &givenS, const D &givenD, W width, H height, int count)
 {
+    using T = typename D::Element;
     const S s = givenS;
     const D d = givenD;
-    for (ptrdiff_t i = 0; i < count; ++i)
+    const auto bytesOf = [&](const auto &x) KVLM_INLINED { return steps(height - 1, x.rowStride) + width * sizeof(T); };
+    const uintptr_t read = bytesOf(s), written = bytesOf(d);
+    for (ptrdiff_t i = 0; i < count; ++i) {
+        const T *from = s.object(i);
+        T *to = d.object(i);
+        if constexpr (S::isList || D::isList)
+            if (reinterpret_cast<uintptr_t>(to) - reinterpret_cast<uintptr_t>(from) + written - 1 <
+                read + written - 1) {
+                moveInOrder<false>(Grid<const T>(from, 0, s.rowStride, s.elemStride),
+                                   Grid<T>(to, 0, d.rowStride, d.elemStride), {width, height, 1});
+                continue;
+            }
         for (ptrdiff_t r = 0; r < height; ++r)
-            moveRun(s.view(i).at(r, 0), d.view(i).at(r, 0), width);
+            moveRun(moved(from, steps(r, s.rowStride)), moved(to, steps(r, d.rowStride)), width);
+    }
 }
 
-// Elements adjacent in the rows of both.
 template <class S, class D>
 KVLM_INLINE void moveAdjacentRows(const S &s, const D &d, Extent n)
 {
-    using T = typename D::Element;
     if (n.height > 1)
         return moveRows(s, d, n.width, n.height, n.count);
-    if constexpr (!S::isList && !D::isList) {
-        const ptrdiff_t object = static_cast<ptrdiff_t>(steps(n.width, sizeof(T)));
-        if (n.count == 1 || (s.objStride == object && d.objStride == object))
-            return moveRun(s.base, d.base, static_cast<ptrdiff_t>(n.width) * n.count);
-    }
-    const auto known = [&](auto width) KVLM_INLINED { moveRows(s, d, width, 1, n.count); };
+    const auto known = [&](auto width) KVLM_INLINED { moveRows(s, d, width, Fixed<1>(), n.count); };
     switch (n.width) {
     case 3:
         return known(Fixed<3>());
@@ -380,11 +387,35 @@ KVLM_INLINE bool runsInColumns(const X &x)
     return !X::isTable && x.rowStride == static_cast<ptrdiff_t>(sizeof(typename X::Element));
 }
 
+// One run from the first element to the last.
+template <class X>
+KVLM_INLINE bool isOneRun(const X &x, Extent n)
+{
+    if constexpr (X::isList || X::isTable)
+        return false;
+    else
+        return n.height == 1 && runsInRows(x) &&
+               (n.count == 1 || x.objStride == static_cast<ptrdiff_t>(steps(n.width, sizeof(typename X::Element))));
+}
+
+// Lines of adjacent elements in both, those of the destination being its rows.
+template <class S, class D>
+KVLM_INLINE void moveLines(const S &s, const D &d, Extent n)
+{
+    using T = typename D::Element;
+    if (runsInRows(s))
+        return moveAdjacentRows(s, d, n);
+    const auto columns = s.withSteps(Unit<const T>(), s.elemStride);
+    contiguous<T>(First(), columns, columns, d.withSteps(d.rowStride, Unit<T>()), n.width, n.height, n.count);
+}
+
 // Moves in an order that suits the memory, if no one can tell; false, and nothing is done, otherwise.
 template <class S, class D>
 KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
 {
-    using T = typename D::Element;
+    if constexpr (!S::isList && !S::isTable && !D::isList && !D::isTable)
+        if (isOneRun(s, n) && isOneRun(d, n))
+            return apart(s, d, n) && (moveRun(s.base, d.base, static_cast<ptrdiff_t>(n.width) * n.count), true);
     const auto free = [&]() KVLM_INLINED { return distinct(d, n) && apart(s, d, n); };
     const bool sourceRuns = runsOverObjects(s, n), resultRuns = runsOverObjects(d, n);
     if constexpr (!S::isList && !D::isList)
@@ -403,15 +434,13 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
         if (sourceRuns && runsInRows(d))
             return free() && objectsApart(d, n) && (moveFromRunsOverObjects(s, d, n), true);
     if constexpr (!S::isTable && !D::isTable) {
-        if (runsInColumns(d) && !runsInRows(d))
-            return moveReordered(transposed(s), transposed(d), Extent{n.height, n.width, n.count});
         if (runsInRows(d) && runsInRows(s))
-            return free() && (moveAdjacentRows(s, d, n), true);
-        if (runsInRows(d) && runsInColumns(s)) {
-            if (!free())
-                return false;
-            const auto columns = s.withSteps(Unit<const T>(), s.elemStride);
-            contiguous<T>(First(), columns, columns, d.withSteps(d.rowStride, Unit<T>()), n.width, n.height, n.count);
+            return distinct(d, n) && (S::isList || D::isList || apart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
+        if ((runsInRows(d) || runsInColumns(d)) && (runsInRows(s) || runsInColumns(s)) && free()) {
+            if (runsInRows(d))
+                moveLines(s, d, n);
+            else
+                moveLines(transposed(s), transposed(d), Extent{n.height, n.width, n.count});
             return true;
         }
     }

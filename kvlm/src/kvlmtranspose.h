@@ -42,7 +42,7 @@ struct Transposition {
 };
 
 // Whole tiles in strips of so many columns, store(dst, register) for each of their registers; the next strip is fetched
-// meanwhile where lines are long. Returns the numbers of columns and rows that were done.
+// meanwhile on request. Returns the numbers of columns and rows that were done.
 template <int columns, bool fetch, class T, class Store>
 KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int width, int rows, Store store)
 {
@@ -88,16 +88,16 @@ __attribute__((noinline)) void transposeInCache(const Transposition<T> &x, int w
         x.from(0, c).byBlocks(width - c, rows);
 }
 
-// Lines of the destination should stay in the cache until they are complete: eight in one set of it are as many as
-// there is room for. Sixteen make whole lines of the source in 32f.
+// Lines of the destination should stay in the cache until they are complete: where strides make them fall into one set
+// of it, there is room for eight. Where they don't, whole lines of the source are better.
 template <class T>
 KVLM_INLINE void transposeInCache(const Transposition<T> &x, int width, int rows)
 {
-    constexpr int pageSize = 4096, line = 64 / sizeof(T);
-    const bool fetch = x.src.elemStride >= pageSize;
-    if (x.dst.rowStride % pageSize == 0)
-        return fetch ? transposeInCache<8, true>(x, width, rows) : transposeInCache<8, false>(x, width, rows);
-    return fetch ? transposeInCache<line, true>(x, width, rows) : transposeInCache<line, false>(x, width, rows);
+    constexpr ptrdiff_t page = 4096;
+    if (x.src.elemStride >= page || x.dst.rowStride >= page)
+        transposeInCache<8, true>(x, width, rows);
+    else
+        transposeInCache<64 / sizeof(T), false>(x, width, rows);
 }
 
 // What a matrix or a batch takes in the cache, read and written once: 8 bytes for each of its 32f elements.
