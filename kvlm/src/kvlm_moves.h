@@ -301,28 +301,11 @@ KVLM_INLINE void moveAdjacentRows(const S &s, const D &d, Extent n)
     }
 }
 
-// Row r of the objects from `first` on, or its positions over these objects: runs of adjacent elements.
-template <class X>
-struct ObjectRuns {
-    const X &x;
-    ptrdiff_t r, first;
-
-    KVLM_INLINE auto operator()(ptrdiff_t i) const { return x.view(first + i).at(r, 0); }
-};
-
-template <class X>
-struct PositionRuns {
-    const X &x;
-    ptrdiff_t r, first;
-
-    KVLM_INLINE auto operator()(ptrdiff_t c) const { return x.view(first).at(r, c); }
-};
-
-// Runs as the rows, or the columns, of a matrix.
+// Runs of adjacent elements as the rows, or the columns, of a matrix.
 template <class Runs>
 struct RunsAsRows {
     static constexpr bool adjacentInRows = true, adjacentInColumns = false;
-    Runs run;
+    const Runs &run;
 
     KVLM_INLINE auto at(ptrdiff_t r, ptrdiff_t c) const { return run(r) + c; }
 };
@@ -330,38 +313,82 @@ struct RunsAsRows {
 template <class Runs>
 struct RunsAsColumns {
     static constexpr bool adjacentInRows = false, adjacentInColumns = true;
-    Runs run;
+    const Runs &run;
 
     KVLM_INLINE auto at(ptrdiff_t r, ptrdiff_t c) const { return run(c) + r; }
 };
 
-template <class S, class D>
-KVLM_INLINE void moveTransposed(const S &from, const D &to, int width, int height)
+// P adjacent elements of each object, object(i) being the first of them, and as many runs over the objects.
+template <bool ToObjects, int P, class T, class Object, class Run>
+KVLM_INLINE void movePositions(Object object, Run run, int count)
 {
-    const RunsAsColumns<S> s{from};
-    blocks<std::remove_pointer_t<decltype(to(0))>>(First(), s, s, RunsAsRows<D>{to}, width, height);
+    constexpr int lanes = Lanes<T>::count;
+    const RunsAsRows<std::conditional_t<ToObjects, Object, Run>> rows{
+        [&]() -> const auto &{if constexpr (ToObjects) return object;
+    else return run;
+}
+()
+}; // namespace kvlm
+const RunsAsColumns<std::conditional_t<ToObjects, Run, Object>> columns{
+    [&]() -> const auto &{if constexpr (ToObjects) return run;
+else return object;
+}
+()
+}
+;
+int i = 0;
+if constexpr (P > 1)
+    for (; i + lanes <= count; i += lanes) {
+        if constexpr (ToObjects)
+            blockAt<T, lanes, P>(First(), columns, columns, rows, i, 0);
+        else
+            blockAt<T, P, lanes>(First(), columns, columns, rows, 0, i);
+    }
+for (; i < count; ++i)
+    for (int k = 0; k < P; ++k) {
+        if constexpr (ToObjects)
+            put(rows.at(i, k), get(columns.at(i, k)));
+        else
+            put(rows.at(k, i), get(columns.at(k, i)));
+    }
 }
 
-// From whole objects to runs over the objects, so many at a time that their cache lines stay at hand.
-template <class S, class D>
-__attribute__((noinline)) void moveToRunsOverObjects(const S &givenS, const D &givenD, Extent n)
+// From whole objects to runs over the objects, or the reverse: so many at a time that their cache lines stay at hand.
+template <bool ToObjects, class S, class D>
+__attribute__((noinline)) void moveAcross(const S &givenS, const D &givenD, Extent n)
 {
-    constexpr int atOnce = 64;
+    using T = typename D::Element;
+    constexpr int atOnce = 64, lanes = Lanes<T>::count;
     const S s = givenS;
     const D d = givenD;
-    for (ptrdiff_t first = 0; first < n.count; first += atOnce)
-        for (ptrdiff_t r = 0; r < n.height; ++r)
-            moveTransposed(ObjectRuns<S>{s, r, first}, PositionRuns<D>{d, r, first},
-                           n.count - first < atOnce ? static_cast<int>(n.count - first) : atOnce, n.width);
-}
-
-template <class S, class D>
-__attribute__((noinline)) void moveFromRunsOverObjects(const S &givenS, const D &givenD, Extent n)
-{
-    const S s = givenS;
-    const D d = givenD;
-    for (ptrdiff_t r = 0; r < n.height; ++r)
-        moveTransposed(PositionRuns<S>{s, r, 0}, ObjectRuns<D>{d, r, 0}, n.width, n.count);
+    for (int first = 0; first < n.count; first += atOnce) {
+        const int count = n.count - first < atOnce ? n.count - first : atOnce;
+        for (int r = 0; r < n.height; ++r) {
+            int c = 0;
+            const auto positions = [&](auto number) KVLM_INLINED {
+                constexpr int P = number;
+                const auto go = [&](const auto &objects, const auto &positions) KVLM_INLINED {
+                    decltype(positions.view(0).at(0, 0)) runs[P];
+                    for (int k = 0; k < P; ++k)
+                        runs[k] = positions.view(first).at(r, c + k);
+                    movePositions<ToObjects, P, T>([&, c](ptrdiff_t i)
+                                                       KVLM_INLINED { return objects.view(first + i).at(r, c); },
+                                                   [runs](ptrdiff_t k) KVLM_INLINED { return runs[k]; }, count);
+                };
+                if constexpr (ToObjects)
+                    go(d, s);
+                else
+                    go(s, d);
+                c += P;
+            };
+            while (c + lanes <= n.width)
+                positions(Fixed<lanes>());
+            if (lanes == 4 && c + 2 <= n.width)
+                positions(Fixed<2>());
+            if (c < n.width)
+                positions(Fixed<1>());
+        }
+    }
 }
 
 // ---- The choice --------------------------------------------------------------------------------------------------
@@ -429,10 +456,10 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
         }
     if constexpr (!S::isTable && !D::isList)
         if (runsInRows(s) && resultRuns)
-            return free() && (moveToRunsOverObjects(s, d, n), true);
+            return free() && (moveAcross<false>(s, d, n), true);
     if constexpr (!S::isList && !D::isTable)
         if (sourceRuns && runsInRows(d))
-            return free() && objectsApart(d, n) && (moveFromRunsOverObjects(s, d, n), true);
+            return free() && objectsApart(d, n) && (moveAcross<true>(s, d, n), true);
     if constexpr (!S::isTable && !D::isTable) {
         if (runsInRows(d) && runsInRows(s))
             return distinct(d, n) && (S::isList || D::isList || apart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
