@@ -71,7 +71,7 @@ function row(group, form, batch,    o, cell, who, line, any) {
 }
 
 function bandwidth(    g, b, o, cell, group, line, any, title) {
-    title = "\nA plain loop over one long vector of the same length, its time divided by the library's (packed)"
+    title = "\nOne long vector of as many elements, in a plain loop or by the C library, its time divided by the library's (packed)"
     for (b = 1; b <= size["batch"]; ++b)
         for (g = 1; g <= size["group"]; ++g) {
             group = nth["group", g]

@@ -358,7 +358,7 @@ template <bool ToObjects, class S, class D>
 __attribute__((noinline)) void moveAcross(const S &givenS, const D &givenD, Extent n)
 {
     using T = typename D::Element;
-    constexpr int atOnce = 64, lanes = Lanes<T>::count;
+    constexpr int atOnce = 256 / sizeof(T), lanes = Lanes<T>::count;
     const S s = givenS;
     const D d = givenD;
     for (int first = 0; first < n.count; first += atOnce) {
