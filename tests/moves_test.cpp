@@ -1,7 +1,6 @@
 // Moves of elements on operands that overlap in every way, against plain loops over memory, and what no table of
 // members tells: strides that single objects do not have, sizes that wrap, a batch around all descriptions.
-#include "members.h"
-#include "operand.h"
+#include "problem.h"
 
 #include <gtest/gtest.h>
 
@@ -11,9 +10,11 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-// An operand anywhere in a small memory that it shares with the others: where its elements begin, and its arguments.
+// An operand anywhere in a small memory that it shares with the others, now and then about where another ends: where
+// its elements begin, and its arguments.
 struct Anywhere {
-    Anywhere(char form, bool array, int rows, int columns, int count, int size, Bytes &memory, Random &random)
+    Anywhere(char form, bool array, int rows, int columns, int count, int size, Bytes &memory, Random &random,
+             const Anywhere *neighbour = nullptr)
         : columns(columns), positions(rows * columns)
     {
         const int objects = array ? count : 1;
@@ -33,7 +34,14 @@ struct Anywhere {
         }
         const auto offset = [&](int i, int r, int c) { return i * obj + r * row + c * elem; };
         const int room = static_cast<int>(memory.size()) - size - offset(objects - 1, rows - 1, columns - 1);
-        const int start = 4 * random.below(room / 4);
+        int start = 4 * random.below(room / 4);
+        if (neighbour && random.below(3) == 0) {
+            const std::vector<int> &other = neighbour->offsets;
+            const int end = random.below(2) ? *std::max_element(other.begin(), other.end())
+                                            : *std::min_element(other.begin(), other.end()) -
+                                                  offset(objects - 1, rows - 1, columns - 1);
+            start = std::min(std::max(0, end + size * (random.below(3) - 1)), room - 4);
+        }
         const bool regular = random.below(3);
         std::vector<int> position(positions), object(objects);
         for (int p = 0; p < positions; ++p)
@@ -141,13 +149,16 @@ TEST(Moves, OperandsThatOverlapAnyhow)
             Anywhere src(member.description, isArray, turned ? width : height, turned ? height : width, count, size,
                          memory, random);
             Anywhere dst(member.dstDescription, isArray, transposes ? width : height, transposes ? height : width,
-                         count, size, memory, random);
+                         count, size, memory, random, &src);
             if (transposes && member.description != 'P' && src.adjacent && dst.adjacent)
                 continue; // must not overlap
             src.withoutRows(isVector);
             dst.withoutRows(isVector);
             if (member.family == "Extract") {
-                const int start = 4 * random.below(static_cast<int>(memory.size()) / 4 - count * width * height * 2);
+                const int room = static_cast<int>(memory.size()) - count * width * height * size;
+                const int end =
+                    *std::max_element(src.offsets.begin(), src.offsets.end()) + size * (random.below(3) - 1);
+                const int start = random.below(3) && end >= 0 && end < room ? end : 4 * random.below(room / 4);
                 dst.args = {Arg::base(memory.data() + start)};
                 for (std::size_t k = 0; k < dst.offsets.size(); ++k)
                     dst.offsets[k] = start + static_cast<int>(k) * size;
@@ -175,6 +186,21 @@ TEST(Moves, OperandsThatOverlapAnyhow)
                                 << turn;
         }
     }
+}
+
+// Batches of more objects than are moved at a time.
+TEST(Moves, LongBatches)
+{
+    for (const Member &member : members())
+        for (int turn = 0; turn < 24 && isMove(member) && member.isArray(); ++turn) {
+            const Layout layouts[] = {Layout::packed, Layout::interleaved, Layout::gaps, Layout::columnMajor};
+            const int counts[] = {33, 66, 131}, size = turn % 5 + 2;
+            withType(member, [&](auto zero) {
+                const Setting setting = {size,           turn % 2 ? size : 3,  counts[turn % 3], layouts[turn % 4],
+                                         Layout::packed, layouts[turn / 4 % 4]};
+                EXPECT_EQ(Problem<decltype(zero)>(member, setting, turn).run(), "");
+            });
+        }
 }
 
 // A single object needs no object stride: nothing is asked of it.
