@@ -45,7 +45,9 @@ struct Anywhere {
         const bool regular = random.below(3);
         std::vector<int> position(positions), object(objects);
         for (int p = 0; p < positions; ++p)
-            position[p] = regular ? offset(0, p / columns, p % columns) : 4 * random.below(room / 4) - start;
+            position[p] = regular                     ? offset(0, p / columns, p % columns)
+                          : p > 0 && !random.below(4) ? position[random.below(p)]
+                                                      : 4 * random.below(room / 4) - start;
         for (int i = 0; i < objects; ++i)
             object[i] = regular || form != 'L' ? i * obj : 4 * random.below(room / 4) - start;
         for (int i = 0; i < objects; ++i)
