@@ -261,6 +261,19 @@ struct SizeMatch : Part {
     SizeMatch from(int, int, void *) const { return *this; }
 };
 
+// A constant, passed by value. An array of constants needs no class of its own: it is an array of vectors of one
+// adjacent element.
+template <class T>
+struct Constant : Part {
+    T value;
+
+    explicit Constant(T value) : value(value) {}
+
+    auto args() const { return std::tuple<T>(value); }
+    auto plainArgs() const { return args(); }
+    Constant from(int, int, void *) const { return *this; }
+};
+
 struct Count : Part {
     int count;
 
