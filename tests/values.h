@@ -102,6 +102,24 @@ std::vector<T> difficultMatrix(int n, Random &random)
     return a;
 }
 
+// Factors of sums: numbers between -1 and 1 with zeros, infinities and the extremes of the exponent among them now and
+// then. Of difficult ones the products are zeros, most of them negative.
+template <class T>
+std::vector<T> someFactors(std::size_t n, bool difficult, bool first, Random &random)
+{
+    const T huge = std::numeric_limits<T>::max(), special[] = {T(0), T(-0.0), oracle::least<T> / 4, huge, 2 * huge};
+    const bool withSpecial = random.below(3) == 0;
+    std::vector<T> values(n);
+    for (T &x : values)
+        if (difficult)
+            x = first ? T(1 + random.below(2)) : random.below(20) ? T(-0.0) : T(0);
+        else if (withSpecial && random.below(8) == 0)
+            x = special[random.below(5)];
+        else
+            x = inUnitInterval<T>(random);
+    return values;
+}
+
 // Element k of a sum or difference, in the order object, row, column. A source that is no array is the same for every
 // object.
 template <class T>

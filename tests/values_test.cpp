@@ -33,6 +33,8 @@ void forEachCase(const Member &member, Body body)
     for (const Size &size : sizes)
         for (int count : counts) {
             const bool square = member.isSquare();
+            if (member.isOddAt(size.width, size.height, innerOf(size.width, size.height)))
+                break;
             if ((!member.isArray() && count > 3) || (square && (size.width != size.height || size.width * count > 54)))
                 break;
             if (!body(size, count, ++seed * 7919))
@@ -77,7 +79,8 @@ TEST(Values, OverlappingDestinationObjects)
         forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
             for (Layout sources : {Layout::packed, Layout::strided, Layout::interleaved})
                 // Elements of one object may coincide too: general orders compute where they are.
-                if ((!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
+                if ((count > 1 || !member.isProduct()) &&
+                    (!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
                     !holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
                     return false;
             return true;
@@ -91,7 +94,8 @@ bool mayBeInPlace(const Member &member, const std::string &source, int order)
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
     return (source[0] == 'm' || source[0] == 'v') && member.has(destination) &&
-           (!member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order));
+           (!member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order)) &&
+           !member.isMatrixProduct();
 }
 
 TEST(Values, InPlace)
@@ -124,6 +128,27 @@ TEST(Values, DifficultMatrices)
             Setting setting = {order, order, count, layouts[0], layouts[1], layouts[2]};
             setting.difficult = true;
             if (!holds(member, setting, turn))
+                break;
+        }
+}
+
+// Products of all shapes from 1 to 8 and some longer ones, and sums of zeros, whose sign shows where a sum begins.
+TEST(Values, ProductsOfAllShapes)
+{
+    const int lengths[] = {1, 2, 3, 4, 5, 6, 7, 8, 11, 13, 19, 24};
+    for (const Member &member : members())
+        for (int turn = 0; member.isProduct() && turn < 300; ++turn) {
+            Random random(turn);
+            const int square = turn % 3 == 0 ? 3 + turn / 3 % 4 : 0;
+            const auto length = [&] { return square ? square : lengths[random.below(12)]; };
+            const auto layout = [&] {
+                return random.below(2) ? static_cast<Layout>(turn % 2)
+                                       : static_cast<Layout>(random.below(disjointLayouts));
+            };
+            Setting setting = {length(), length(), 1 + random.below(6), layout(), layout(), layout()};
+            setting.inner = length();
+            setting.difficult = turn % 2;
+            if (!member.isOddAt(setting.width, setting.height, setting.inner) && !holds(member, setting, turn))
                 break;
         }
 }

@@ -1,0 +1,201 @@
+// Matrix by vector, and the same plus a vector: orders 3 to 6 with one object per lane, all others in blocks.
+#ifndef KVLMMUL_VECTOR_H
+#define KVLMMUL_VECTOR_H
+
+#include "kvlm_groups.h"
+#include "kvlmmul_general.h"
+#include "kvlmmul_sums.h"
+
+namespace kvlm {
+
+// The term of an object: nothing, or a vector's element.
+template <class E>
+struct TermOf {
+    E operand;
+
+    template <class V, int N>
+    KVLM_INLINE void addGroup(ptrdiff_t i, V (&y)[N]) const
+    {
+        V b[1][N];
+        if constexpr (E::isSingle)
+            loadObject(operand, 0, b);
+        else
+            loadObjects(operand, i, b);
+#pragma GCC unroll 6
+        for (int r = 0; r < N; ++r)
+            y[r] = y[r] + b[0][r];
+    }
+    template <class T, int N>
+    KVLM_INLINE void addOne(ptrdiff_t i, T (&y)[N]) const
+    {
+        const auto view = viewOf(operand, i, N);
+#pragma GCC unroll 6
+        for (int r = 0; r < N; ++r)
+            y[r] = y[r] + Loose<T>::load(view.at(0, r));
+    }
+};
+
+template <>
+struct TermOf<NoTerm> {
+    NoTerm operand;
+
+    template <class V, int N>
+    KVLM_INLINE void addGroup(ptrdiff_t, V (&)[N]) const
+    {
+    }
+    template <class T, int N>
+    KVLM_INLINE void addOne(ptrdiff_t, T (&)[N]) const
+    {
+    }
+};
+
+// y = op(a)*x of one object, or of a group.
+template <char Letter, Sum Order, class V, int N>
+KVLM_INLINE void vectorSums(const V (&a)[N][N], const V (&x)[N], V (&y)[N])
+{
+#pragma GCC unroll 6
+    for (int r = 0; r < N; ++r) {
+        V p[N];
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            p[k] = (Letter == 'm' ? a[r][k] : a[k][r]) * x[k];
+        y[r] = sumOf<Order>(p, r);
+    }
+}
+
+template <class T, int N, class X>
+KVLM_INLINE void loadNumbers(const X &x, ptrdiff_t i, T *v, int rows)
+{
+    const auto view = viewOf(x, i, N);
+#pragma GCC unroll 6
+    for (int r = 0; r < rows; ++r)
+#pragma GCC unroll 6
+        for (int c = 0; c < N; ++c)
+            v[r * N + c] = Loose<T>::load(view.at(r, c));
+}
+
+// A batch of order N, or one object.
+template <int N, char Letter, Sum Order, class A, class X, class E, class D>
+__attribute__((noinline)) KvlStatus vectorProducts(const A &givenA, const X &givenX, const E &givenTerm,
+                                                   const D &givenD, int count)
+{
+    using T = typename D::Element;
+    using V = Lanes<T>;
+    const A a = givenA;
+    const X x = givenX;
+    const D d = givenD;
+    const TermOf<E> term = {givenTerm};
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        T matrix[N][N], vector[N], y[N];
+        loadNumbers<T, N>(a, i, matrix[0], N);
+        loadNumbers<T, N>(x, i, vector, 1);
+        vectorSums<Letter, Order>(matrix, vector, y);
+        term.addOne(i, y);
+        const auto view = viewOf(d, i, N);
+#pragma GCC unroll 6
+        for (int r = 0; r < N; ++r)
+            Loose<T>::store(view.at(0, r), y[r]);
+        return KvlStatus(kvlOk);
+    };
+    if constexpr (D::isSingle)
+        return one(0);
+    else {
+        V matrix[N][N], vector[1][N];
+        if constexpr (A::isSingle)
+            loadObject(a, 0, matrix);
+        if constexpr (X::isSingle)
+            loadObject(x, 0, vector);
+        const Apart<1, N, T> apart(d);
+        return inGroups<T>(
+            count,
+            [&](ptrdiff_t i) KVLM_INLINED {
+                if (!apart(d, i))
+                    return false;
+                if constexpr (!A::isSingle)
+                    loadObjects(a, i, matrix);
+                if constexpr (!X::isSingle)
+                    loadObjects(x, i, vector);
+                V y[1][N];
+                vectorSums<Letter, Order>(matrix, vector[0], y[0]);
+                term.addGroup(i, y[0]);
+                storeObjects(d, i, y);
+                return true;
+            },
+            one);
+    }
+}
+
+// A vector operand as the columns of a matrix: one object, or all of a batch.
+template <class X>
+KVLM_INLINE auto asColumn(const X &x, ptrdiff_t i)
+{
+    using T = typename X::Element;
+    if constexpr (X::isTable)
+        return EntryView<T, int, int>{x.table, static_cast<Offset>(x.shiftOf(i)), 1, 0};
+    else
+        return View<T, decltype(x.elemStride), int>{x.object(i), x.elemStride, 0};
+}
+
+KVLM_INLINE NoTerm asColumn(NoTerm, ptrdiff_t)
+{
+    return {};
+}
+
+template <class X>
+KVLM_INLINE auto asColumns(const X &x)
+{
+    return View<typename X::Element, decltype(x.elemStride), int>{x.base, x.elemStride, int(x.objStride)};
+}
+
+KVLM_INLINE NoTerm asColumns(NoTerm)
+{
+    return {};
+}
+
+// Any sizes: a column for each object.
+template <class A, class X, class E, class D>
+KVLM_INLINE void anyVectorProducts(const A &a, const X &x, const E &term, const D &d, int height, int inner, int count)
+{
+    using T = typename D::Element;
+    if constexpr (A::isSingle && !D::isSingle && !D::isTable && !D::isList)
+        if (d.objStride >= (height - 1) * static_cast<int64_t>(int(d.elemStride)) + static_cast<int64_t>(sizeof(T)))
+            return productGeneral<T>(anySteps(a).view(0), asColumns(x), asColumns(term), asColumns(d), height, inner,
+                                     count);
+    for (int i = 0; i < count; ++i)
+        productGeneral<T>(anySteps(a).view(i), asColumn(x, i), asColumn(term, i), asColumn(d, i), height, inner, 1);
+}
+
+// dst = op(src1)*src2 + term, one or a batch.
+template <char Letter, Sum Order, class A, class X, class E, class D>
+KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, const E &term, const D &dst,
+                                     Count count)
+{
+    const int width = shape.width, height = shape.height;
+    const auto square = [&](auto order)
+                            KVLM_INLINED { return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count); };
+    if (width == height)
+        switch (width) {
+        case 3:
+            return square(Fixed<3>());
+        case 4:
+            return square(Fixed<4>());
+        case 5:
+            return square(Fixed<5>());
+        case 6:
+            return square(Fixed<6>());
+        }
+    anyVectorProducts(readAs<Letter>(src1, width), src2, term, dst, Letter == 'm' ? height : width,
+                      Letter == 'm' ? width : height, count.count);
+    return kvlOk;
+}
+
+template <char Letter, Sum Order, class A, class X, class D>
+KVLM_INLINE KvlStatus multiplyVector(const A &src1, Shape shape, const X &src2, Length, SizeMatch, const D &dst,
+                                     Count count = Count(1))
+{
+    return multiplyAndAdd<Letter, Order>(src1, shape, src2, NoTerm(), dst, count);
+}
+
+} // namespace kvlm
+
+#endif
