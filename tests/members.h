@@ -150,6 +150,11 @@ inline LimitTable scaleLimits(bool is64)
     return {35001, 35001, 17001, 35001, is64 ? 35001 : 15001};
 }
 
+inline LimitTable scaleVectorLimits(bool is64)
+{
+    return productLimits(is64);
+}
+
 inline LimitTable constantsLimits(bool)
 {
     return {36865, 36865, 9217, 18433, 18433};
@@ -213,8 +218,9 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(Add, tm)                                                                                                         \
     X(Add, tt)                                                                                                         \
     X(Sub, mm)                                                                                                         \
-    X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Mul, mm) X(Mul, tm)    \
-        X(Mul, mt) X(Mul, tt)
+    X(Sub, tm)                                                                                                         \
+    X(Sub, mt)                                                                                                         \
+    X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt)
 
 // X(family, operands, order of checks in the standard description, estimate, limits): arrays, in all three
 // descriptions.
@@ -254,7 +260,20 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(Mul, mama, "NCST", estimateArrayByArray, productLimits)                                                          \
     X(Mul, tama, "NCST", estimateArrayByArray, productLimits)                                                          \
     X(Mul, mata, "NCST", estimateArrayByArray, productLimits)                                                          \
-    X(Mul, tata, "NCST", estimateArrayByArray, productLimits)
+    X(Mul, tata, "NCST", estimateArrayByArray, productLimits)                                                          \
+    X(Mul, mva, "NCST", estimateMatrixByVectors, productLimits)                                                        \
+    X(Mul, tva, "NCST", estimateMatrixByVectors, productLimits)                                                        \
+    X(Mul, mav, "NCST", estimateMatricesByVector, productLimits)                                                       \
+    X(Mul, tav, "NCST", estimateMatricesByVector, productLimits)                                                       \
+    X(Mul, mava, "NCST", estimateMatricesByVectors, productLimits)                                                     \
+    X(Mul, tava, "NCST", estimateMatricesByVectors, productLimits)                                                     \
+    X(Mul, mac, "NCST", estimateScaled, scaleLimits)                                                                   \
+    X(Mul, tac, "NCST", estimateScaled, scaleLimits)                                                                   \
+    X(Mul, vac, "NCST", estimateScaledVectors, scaleVectorLimits)                                                      \
+    X(Mul, vca, "NCST", estimateVectorByConstants, constantsLimits)                                                    \
+    X(Mul, vaca, "NCST", estimateVectorsByConstants, constantsLimits)                                                  \
+    X(Gaxpy, mva, "NCST", estimateGaxpyArrays, gaxpyLimits)                                                            \
+    X(Gaxpy, mvav, "NCST", estimateGaxpyOne, gaxpyLimits)
 
 #define DECLARE_DRIVER(name) extern decltype(kvlm##name) ownOMP_kvlm##name;
 #define DECLARE_DRIVERS(family, letters, order, estimate, limits)                                                      \
@@ -266,6 +285,7 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     DECLARE_DRIVER(family##_##letters##_64f_L)
 extern "C" {
 ARRAY_MEMBERS(DECLARE_DRIVERS)
+DECLARE_DRIVER(AffineTransform3DH_mva_32f)
 }
 
 inline const std::vector<Member> &members()
@@ -289,7 +309,8 @@ inline const std::vector<Member> &members()
 #define ARRAY_ROWS(family, letters, order, estimate, limits)                                                           \
     ARRAY_TYPE(family##_##letters##_32f, family, letters, false, order, estimate, limits)                              \
     ARRAY_TYPE(family##_##letters##_64f, family, letters, true, order, estimate, limits)
-    static const std::vector<Member> all = {SINGLE_MEMBERS(SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)};
+    static const std::vector<Member> all = {SINGLE_MEMBERS(SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS) ARRAY_ROW(
+        AffineTransform3DH_mva_32f, AffineTransform3DH, mva, false, 'S', "NCT", estimatePoints, 2001, 2001)};
     return all;
 #undef ARRAY_ROWS
 #undef ARRAY_TYPE

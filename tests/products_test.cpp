@@ -3,7 +3,65 @@
 
 #include <gtest/gtest.h>
 
+#define SCALING_KERNEL(order)                                                                                          \
+    KvlStatus ownmMul_mac_32f_##order##_ASM(const float *, int, int, float, float *, int, int, int);                   \
+    KvlStatus ownmMul_mac_32f_##order##_S2_ASM(const float *, int, int, float, float *, int, int, int);
+extern "C" {
+SCALING_KERNEL(3x3)
+SCALING_KERNEL(4x4)
+SCALING_KERNEL(5x5)
+SCALING_KERNEL(6x6)
+KvlStatus ownkvlmMul_mac_32f_P_ASM(const float *const *, int, int, float, float *const *, int, int, int, int, int);
+}
+
 namespace {
+
+// The scaling kernels that no function of the library calls.
+TEST(Products, ScalingKernelsOfOneOrder)
+{
+    const auto kernels = {std::make_pair(3, ownmMul_mac_32f_3x3_ASM), std::make_pair(3, ownmMul_mac_32f_3x3_S2_ASM),
+                          std::make_pair(4, ownmMul_mac_32f_4x4_ASM), std::make_pair(4, ownmMul_mac_32f_4x4_S2_ASM),
+                          std::make_pair(5, ownmMul_mac_32f_5x5_ASM), std::make_pair(5, ownmMul_mac_32f_5x5_S2_ASM),
+                          std::make_pair(6, ownmMul_mac_32f_6x6_ASM), std::make_pair(6, ownmMul_mac_32f_6x6_S2_ASM)};
+    for (const auto &[order, kernel] : kernels)
+        for (int count : {1, 4, 7})
+            for (Layout layout : {Layout::packed, Layout::padded, Layout::gaps}) {
+                Random random(order + count);
+                Operand<float> src("ma", 'S', {order, order, count}, layout, random);
+                Operand<float> dst("ma", 'S', {order, order, count}, layout, random);
+                std::vector<float> values = someFactors<float>(src.size(), false, true, random);
+                src.set(values);
+                Args from, to;
+                src.appendTo(from);
+                dst.appendTo(to);
+                const Args args = {from[0], from[1], from[2], Arg::constant(0.3),
+                                   to[0],   to[1],   to[2],   Arg::integer('C', count)};
+                EXPECT_EQ(Function(kernel)(args), kvlOk);
+                for (float &x : values)
+                    x *= 0.3f;
+                dst.expect(values, 0, count);
+                EXPECT_EQ(dst.difference(), "") << order;
+            }
+}
+
+// Objects lie adjacent, whatever the object strides say; the shifts count.
+TEST(Products, ScalingKernelOfTables)
+{
+    constexpr int positions = 6, count = 11, size = sizeof(float);
+    std::vector<float> a(positions * 16, 3), d(positions * 16 + 1, 7), expected = d;
+    const float *from[positions];
+    float *to[positions];
+    for (int p = 0; p < positions; ++p) {
+        from[p] = &a[(positions - 1 - p) * 16];
+        to[p] = &d[p * 16];
+        for (int i = 0; i < count; ++i) {
+            a[(positions - 1 - p) * 16 + 2 + i] = static_cast<float>(p + i);
+            expected[p * 16 + 1 + i] = static_cast<float>(p + i) * 0.3f;
+        }
+    }
+    EXPECT_EQ(ownkvlmMul_mac_32f_P_ASM(from, 2 * size, 40, 0.3f, to, size, 400, 3, 2, count), kvlOk);
+    EXPECT_EQ(d, expected);
+}
 
 // A height of 3 beside a src1 of 4 x 4: a fourth element in each row of dst, made with the row behind src2.
 TEST(Products, FourthElementOfFourByThree)

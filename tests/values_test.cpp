@@ -89,37 +89,50 @@ TEST(Values, OverlappingDestinationObjects)
 }
 
 // Whether the destination may be that source.
-bool mayBeInPlace(const Member &member, const std::string &source, int order)
+bool mayBeInPlace(const Member &member, const std::string &source, int number, int order)
 {
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
-    return (source[0] == 'm' || source[0] == 'v') && member.has(destination) &&
-           (!member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order)) &&
-           !member.isMatrixProduct();
+    if ((source[0] != 'm' && source[0] != 'v') || !member.has(destination))
+        return false;
+    if (member.isProduct())
+        return member.family == "AffineTransform3DH" || (member.family == "Gaxpy" && number == 3);
+    return !member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order);
+}
+
+// The sources among the arguments.
+std::vector<std::string> sourcesOf(const Member &member)
+{
+    std::vector<std::string> sources;
+    for (const std::string &token : member.operands)
+        if (std::strchr("mtvc", token[0]))
+            sources.push_back(token);
+    return sources;
 }
 
 TEST(Values, InPlace)
 {
-    for (const Member &member : members())
-        for (int source : {1, 2}) {
-            const std::string &letters = member.operands[member.has("p") ? 2 * source - 2 : source - 1];
+    for (const Member &member : members()) {
+        const std::vector<std::string> sources = sourcesOf(member);
+        for (int source = 1; source <= static_cast<int>(sources.size()); ++source)
             forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
                 for (Layout layout : {Layout::packed, Layout::padded, Layout::strided, Layout::interleaved}) {
                     Setting setting = {size.width, size.height, count, layout, layout, layout};
                     setting.inPlace = source;
-                    if (mayBeInPlace(member, letters, size.width) && !holds(member, setting, seed))
+                    if (mayBeInPlace(member, sources[source - 1], source, size.width) && !holds(member, setting, seed))
                         return false;
                 }
                 return true;
             });
-        }
+    }
 }
 
 // Batches in which objects fail, each at its own place, and matrices on which thresholds and ties tell.
 TEST(Values, DifficultMatrices)
 {
     for (const Member &member : members())
-        for (std::uint64_t turn = 0; member.isSquare() && turn < 400; ++turn) {
+        for (std::uint64_t turn = 0; (member.isSquare() || member.family == "AffineTransform3DH") && turn < 400;
+             ++turn) {
             Random random(turn);
             const int order = 1 + static_cast<int>(turn % 8), count = 1 + random.below(order > 6 ? 4 : 14);
             Layout layouts[3];

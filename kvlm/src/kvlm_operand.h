@@ -127,11 +127,15 @@ struct Strided : Part {
     }
 };
 
+template <class T>
+struct TableView;
+
 // Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
 template <class T, class Obj>
 struct Table : Part {
     static constexpr bool isSingle = std::is_same_v<Obj, None>, isTable = true, isSource = std::is_const_v<T>;
     using Element = T;
+    using View = TableView<T>;
     T *const *table;
     int shift;
     Obj objStride;
@@ -196,6 +200,8 @@ struct List : Part {
 // One object of a table, `width` elements a row.
 template <class T>
 struct TableView {
+    static constexpr bool adjacentInRows = false, adjacentInColumns = false;
+
     T *const *table;
     Offset shift;
     int width;

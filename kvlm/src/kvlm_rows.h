@@ -80,16 +80,18 @@
 #define PART_BUFFER(T, x, elements) (Buffer<T>(x, elements))
 
 // Sizes, of the result or of an operand, with a condition on two of them, and count
-#define ARG_SHAPE                      int width, int height
-#define PART_SHAPE                     Shape(width, height)
-#define ARG_SHAPE_OF(x)                int x##Width, int x##Height
-#define PART_SHAPE_OF(x)               Shape(x##Width, x##Height)
-#define ARG_SHAPE_MATCHED(x, matched)  ARG_SHAPE_OF(x)
-#define PART_SHAPE_MATCHED(x, matched) PART_SHAPE_OF(x), SizeMatch(matched)
-#define ARG_LENGTH(x)                  int x
-#define PART_LENGTH(x)                 Length(x)
-#define ARG_COUNT                      int count
-#define PART_COUNT                     Count(count)
+#define ARG_SHAPE                       int width, int height
+#define PART_SHAPE                      Shape(width, height)
+#define ARG_SHAPE_OF(x)                 int x##Width, int x##Height
+#define PART_SHAPE_OF(x)                Shape(x##Width, x##Height)
+#define ARG_SHAPE_MATCHED(x, matched)   ARG_SHAPE_OF(x)
+#define PART_SHAPE_MATCHED(x, matched)  PART_SHAPE_OF(x), SizeMatch(matched)
+#define ARG_LENGTH(x)                   int x
+#define PART_LENGTH(x)                  Length(x)
+#define ARG_LENGTH_MATCHED(x, matched)  ARG_LENGTH(x)
+#define PART_LENGTH_MATCHED(x, matched) PART_LENGTH(x), SizeMatch(matched)
+#define ARG_COUNT                       int count
+#define PART_COUNT                      Count(count)
 
 // Classes: two sources and a destination
 #define VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(len)

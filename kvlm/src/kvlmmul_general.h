@@ -52,8 +52,7 @@ struct RowPart {
 };
 
 // What is added to each sum at its end: nothing, or the element of a view.
-struct NoTerm {
-};
+struct NoTerm {};
 
 // R x C elements from (r, c) on.
 template <class T, int R, int C, class A, class B, class E, class D>
@@ -117,7 +116,8 @@ KVLM_INLINE void productBlock(const A &a, const B &b, const E &term, const D &d,
 }
 
 template <class T, int R, class A, class B, class E, class D>
-KVLM_INLINE int productBlocks(const A &a, const B &b, const E &term, const D &d, int r, int height, int inner, int width)
+KVLM_INLINE int productBlocks(const A &a, const B &b, const E &term, const D &d, int r, int height, int inner,
+                              int width)
 {
     constexpr int lanes = Lanes<T>::count;
     for (; r + R <= height; r += R) {

@@ -95,7 +95,7 @@ template <int N, bool FromZero, class A, class B, class D>
 KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int count)
 {
     using T = typename D::Element;
-    if constexpr (!D::isSingle && !D::isList && (D::isTable || !D::View::adjacentInRows))
+    if constexpr (!D::isSingle && !D::isList && !D::View::adjacentInRows)
         if (count >= Lanes<T>::count && groupsLie(a) && groupsLie(b) && sideBySide(d)) {
             const Places<T, N, int> places(d);
             if (Apart<N, N, T>(places.operand())(d, 0))

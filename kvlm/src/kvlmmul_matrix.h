@@ -5,6 +5,7 @@
 #include "kvlm_rows.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_lanes.h"
+#include "kvlmmul_limits.h"
 #include "kvlmmul_small.h"
 
 namespace kvlm {
@@ -133,10 +134,6 @@ KVLM_INLINE int productWork(unsigned w1, unsigned h1, unsigned w2, unsigned h2, 
     const unsigned result = (LetterA == 'm' ? h1 : w1) * (LetterB == 'm' ? w2 : h2);
     return wrapped(w1 * h1 * (ArrayA ? count : 1) + w2 * h2 * (ArrayB ? count : 1) + result * count);
 }
-
-// Settled: at 32f nearly every batch goes to the driver.
-template <class T>
-constexpr Limits productLimits = sizeof(T) == 4 ? Limits{6, 6, 6, 6, 6} : Limits{36864, 18432, 9216, 18432, 18432};
 
 } // namespace kvlm
 

@@ -3,7 +3,9 @@
 #define KVLMMUL_VECTOR_H
 
 #include "kvlm_groups.h"
+#include "kvlm_rows.h"
 #include "kvlmmul_general.h"
+#include "kvlmmul_limits.h"
 #include "kvlmmul_sums.h"
 
 namespace kvlm {
@@ -171,8 +173,9 @@ KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, 
                                      Count count)
 {
     const int width = shape.width, height = shape.height;
-    const auto square = [&](auto order)
-                            KVLM_INLINED { return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count); };
+    const auto square = [&](auto order) KVLM_INLINED {
+        return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count);
+    };
     if (width == height)
         switch (width) {
         case 3:
@@ -196,6 +199,42 @@ KVLM_INLINE KvlStatus multiplyVector(const A &src1, Shape shape, const X &src2, 
     return multiplyAndAdd<Letter, Order>(src1, shape, src2, NoTerm(), dst, count);
 }
 
+// The traffic of elements: those of a single operand count once.
+template <char Letter, bool ArrayA, bool ArrayX>
+KVLM_INLINE int vectorWork(unsigned width, unsigned height, unsigned count)
+{
+    const unsigned x = Letter == 'm' ? width : height, y = Letter == 'm' ? height : width;
+    return wrapped(width * height * (ArrayA ? count : 1) + x * (ArrayX ? count : 1) + y * count);
+}
+
 } // namespace kvlm
+
+// Classes, by the letter and by which operands are arrays.
+#define PRODUCT_V(X, D, T, M1, V2, VD, size)                                                                           \
+    X##_##M1##_##D(const T, src1), X##_SHAPE, X##_##V2##_##D(const T, src2), X##_LENGTH_MATCHED(len, len == size),     \
+        X##_##VD##_##D(T, dst)
+#define MUL_MV(X, D, T)   PRODUCT_V(X, D, T, M, V, V, width)
+#define MUL_TV(X, D, T)   PRODUCT_V(X, D, T, M, V, V, height)
+#define MUL_MVA(X, D, T)  PRODUCT_V(X, D, T, M, VA, VA, width), X##_COUNT
+#define MUL_TVA(X, D, T)  PRODUCT_V(X, D, T, M, VA, VA, height), X##_COUNT
+#define MUL_MAV(X, D, T)  PRODUCT_V(X, D, T, MA, V, VA, width), X##_COUNT
+#define MUL_TAV(X, D, T)  PRODUCT_V(X, D, T, MA, V, VA, height), X##_COUNT
+#define MUL_MAVA(X, D, T) PRODUCT_V(X, D, T, MA, VA, VA, width), X##_COUNT
+#define MUL_TAVA(X, D, T) PRODUCT_V(X, D, T, MA, VA, VA, height), X##_COUNT
+
+// The kernels and public functions of a member; the order of the sums of squares is that of the kernel.
+#define VECTOR_KERNELS(name, CLASS, T, letter, plain)                                                                  \
+    KERNEL(own##name, CLASS, U, T, (plain))                                                                            \
+    KERNEL(own##name##_S2, CLASS, S, T, (multiplyVector<letter, Sum::fromLeft>))                                       \
+    KERNEL(own##name##_P, CLASS, P, T, (multiplyVector<letter, Sum::fromLeft>))
+#define OBJECT_BY_VECTOR(name, CLASS, T, letter, plain)                                                                \
+    VECTOR_KERNELS(name, CLASS, T, letter, (multiplyVector<letter, Sum::plain>))                                       \
+    OBJECT_FUNCTIONS(name, CLASS, T, MatchAfterSizes)
+#define BATCH_BY_VECTOR(name, CLASS, T, letter, arrayA, arrayX, plain, list)                                           \
+    VECTOR_KERNELS(name, CLASS, T, letter, plain)                                                                      \
+    KERNEL(own##name##_L, CLASS, LU, T, (multiplyVector<letter, Sum::list>))                                           \
+    KERNEL(own##name##_LS2, CLASS, LS, T, (multiplyVector<letter, Sum::fromLeft>))                                     \
+    BATCH_FUNCTIONS(name, CLASS, T, MatchAfterSizes, (vectorWork<letter, arrayA, arrayX>(width, height, count)),       \
+                    productLimits<T>)
 
 #endif

@@ -190,7 +190,9 @@ bool reachesDriver(const Member &member, int width, int height, int count, bool 
     SharedElements call(member, width, height, count, strided);
     resetFakeRuntime();
     const KvlStatus status = member.call(call.args);
-    EXPECT_TRUE(status == kvlOk || (member.isSquare() && status == kvlErrSingular)) << member.name << " " << status;
+    EXPECT_TRUE(status == kvlOk || (member.isSquare() && status == kvlErrSingular) ||
+                (member.family == "AffineTransform3DH" && status == kvlErrZeroDivisor))
+        << member.name << " " << status;
     EXPECT_TRUE(fakeRuntime().trace.empty() || fakeRuntime().trace == "gtid") << fakeRuntime().trace;
     return !fakeRuntime().trace.empty();
 }
