@@ -212,15 +212,13 @@ inline std::string withMatch(const std::string &family, const std::string &lette
 }
 
 // X(family, operands): one object in the standard and the pointer description.
-#define SINGLE_MEMBERS(X)                                                                                              \
-    X(Add, vv)                                                                                                         \
-    X(Add, mm)                                                                                                         \
-    X(Add, tm)                                                                                                         \
-    X(Add, tt)                                                                                                         \
-    X(Sub, mm)                                                                                                         \
-    X(Sub, tm)                                                                                                         \
-    X(Sub, mt)                                                                                                         \
-    X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt)
+// clang-format off
+#define SINGLE_MEMBERS(X) \
+    X(Add, vv) X(Add, mm) X(Add, tm) X(Add, tt) X(Sub, mm) X(Sub, tm) \
+    X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) \
+    X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) \
+    X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv)
+// clang-format on
 
 // X(family, operands, order of checks in the standard description, estimate, limits): arrays, in all three
 // descriptions.

@@ -64,6 +64,23 @@ KVLM_INLINE auto anySteps(const X &x)
         return x.withSteps(int(x.rowStride), int(x.elemStride));
 }
 
+// The operand of order N with its stored rows packed behind each other, as the compiler then knows.
+template <int N, class X>
+KVLM_INLINE auto withPackedRows(const X &x)
+{
+    constexpr int bytes = N * sizeof(typename X::Element);
+    if constexpr (X::View::adjacentInRows)
+        return x.withSteps(Fixed<bytes>(), x.elemStride);
+    else
+        return x.withSteps(x.rowStride, Fixed<bytes>());
+}
+
+template <int N, class X>
+KVLM_INLINE bool rowsPacked(const X &x)
+{
+    return (X::View::adjacentInRows ? int(x.rowStride) : int(x.elemStride)) == N * int(sizeof(typename X::Element));
+}
+
 } // namespace kvlm
 
 #endif

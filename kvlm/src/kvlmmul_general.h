@@ -5,6 +5,7 @@
 
 #include "kvlm_read.h"
 #include "kvlm_runs.h"
+#include "kvlmmul_adjacent.h"
 
 namespace kvlm {
 
@@ -50,9 +51,6 @@ struct RowPart {
         }
     }
 };
-
-// What is added to each sum at its end: nothing, or the element of a view.
-struct NoTerm {};
 
 // R x C elements from (r, c) on.
 template <class T, int R, int C, class A, class B, class E, class D>
@@ -122,17 +120,17 @@ KVLM_INLINE int productBlocks(const A &a, const B &b, const E &term, const D &d,
     constexpr int lanes = Lanes<T>::count;
     for (; r + R <= height; r += R) {
         int c = 0;
-        if constexpr (sizeof(void *) == 8) // i386 has half the registers
+        if constexpr (sizeof(void *) == 8 && D::adjacentInRows) // i386 has half the registers
             for (; c + 2 * lanes <= width; c += 2 * lanes)
                 productBlock<T, R, 2 * lanes>(a, b, term, d, r, c, inner);
         for (; c + lanes <= width; c += lanes)
             productBlock<T, R, lanes>(a, b, term, d, r, c, inner);
-        if constexpr (lanes == 4)
+        if constexpr (lanes == 4 && D::adjacentInRows)
             if (c + 2 <= width) {
                 productBlock<T, R, 2>(a, b, term, d, r, c, inner);
                 c += 2;
             }
-        if (c < width)
+        for (; c < width; ++c)
             productBlock<T, R, 1>(a, b, term, d, r, c, inner);
     }
     return r;
@@ -142,8 +140,7 @@ KVLM_INLINE int productBlocks(const A &a, const B &b, const E &term, const D &d,
 template <class T, class A, class B, class E, class D>
 __attribute__((noinline)) void productGeneral(A a, B b, E term, D d, int height, int inner, int width)
 {
-    int r = productBlocks<T, 4>(a, b, term, d, 0, height, inner, width);
-    r = productBlocks<T, 2>(a, b, term, d, r, height, inner, width);
+    const int r = productBlocks<T, 4>(a, b, term, d, 0, height, inner, width);
     productBlocks<T, 1>(a, b, term, d, r, height, inner, width);
 }
 

@@ -38,23 +38,6 @@ KVLM_INLINE auto inBatch(const X &x)
         return Strided<T, int, decltype(x.rowStride), decltype(x.elemStride)>(x.base, 0, x.rowStride, x.elemStride);
 }
 
-// The operand of order N with its stored rows packed behind each other, as the compiler then knows.
-template <int N, class X>
-KVLM_INLINE auto withPackedRows(const X &x)
-{
-    constexpr int bytes = N * sizeof(typename X::Element);
-    if constexpr (X::View::adjacentInRows)
-        return x.withSteps(Fixed<bytes>(), x.elemStride);
-    else
-        return x.withSteps(x.rowStride, Fixed<bytes>());
-}
-
-template <int N, class X>
-KVLM_INLINE bool rowsPacked(const X &x)
-{
-    return (X::View::adjacentInRows ? int(x.rowStride) : int(x.elemStride)) == N * int(sizeof(typename X::Element));
-}
-
 // Order N. a, b and d are read as they are.
 template <int N, bool FromZero, class A, class B, class D>
 KVLM_INLINE void squareProducts(const A &a, const B &b, const D &d, int count)

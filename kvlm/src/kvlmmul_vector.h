@@ -174,7 +174,22 @@ KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, 
 {
     const int width = shape.width, height = shape.height;
     const auto square = [&](auto order) KVLM_INLINED {
-        return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count);
+        constexpr bool contiguous = A::View::adjacentInRows;
+        // Measured: rows of floats are better summed with an object in each lane.
+        constexpr bool inLanes = !A::isSingle && Letter == 'm' && sizeof(typename D::Element) == 4 && order != 4;
+        if constexpr (contiguous && !inLanes) {
+            constexpr char transposed = Letter == 'm' ? 't' : 'm';
+            const auto a = readAs<transposed>(src1, width);
+            if (!A::isSingle && rowsPacked<order>(a))
+                adjacentProducts<order, Order>(withPackedRows<order>(a), src2, term, dst, count.count);
+            else
+                adjacentProducts<order, Order>(a, src2, term, dst, count.count);
+            return KvlStatus(kvlOk);
+        } else if constexpr (!A::isTable && !contiguous) // one instance for both letters
+            return vectorProducts<order, 'm', Order>(anySteps(readAs<Letter>(src1, width)), src2, term, dst,
+                                                     count.count);
+        else
+            return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count);
     };
     if (width == height)
         switch (width) {

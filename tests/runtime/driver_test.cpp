@@ -135,6 +135,7 @@ struct SharedElements {
                 args.push_back(
                     Arg::integer(member.description == 'L' ? 'H' : 'T', member.description == 'L' ? 0 : elem));
                 break;
+            case 'l':
             case 'w':
             case 'n':
                 args.push_back(Arg::integer('S', width));
@@ -188,6 +189,7 @@ struct SharedElements {
 bool reachesDriver(const Member &member, int width, int height, int count, bool strided)
 {
     SharedElements call(member, width, height, count, strided);
+    running() = member.name;
     resetFakeRuntime();
     const KvlStatus status = member.call(call.args);
     EXPECT_TRUE(status == kvlOk || (member.isSquare() && status == kvlErrSingular) ||
