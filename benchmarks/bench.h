@@ -170,8 +170,10 @@ auto vectorArguments(const Operand<T> &x)
         return arguments<Description, Array>(x);
     else if constexpr (Description == 2 && Array)
         return std::make_tuple(x.entries, 0, x.elemStep * size);
-    else
+    else if constexpr (Array)
         return std::make_tuple(x.base, x.objStep * size, x.elemStep * size);
+    else
+        return std::make_tuple(x.base, x.elemStep * size);
 }
 
 /// An operand as a plain program sees it: its steps are known when compiling wherever the program's author knows them.

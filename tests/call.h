@@ -14,7 +14,7 @@
 
 // One argument. `check` is the class of check that it is subject to: N pointer, S size, C count, T stride, H shift,
 // O object stride (T to most members); V is a constant passed by value. `round` tells arguments apart whose class is
-// checked twice (0: the first time).
+// checked twice (0: the first time). A size that must match another one is `matched`.
 struct Arg {
     char check;
     bool table;
@@ -22,10 +22,12 @@ struct Arg {
     int number;
     double value;
     int round;
+    bool matched = false;
 
     static Arg base(const void *p) { return {'N', false, p, 0, 0, 0}; }
     static Arg tableOf(const void *p) { return {'N', true, p, 0, 0, 0}; }
     static Arg integer(char check, int n) { return {check, false, nullptr, n, 0, 0}; }
+    static Arg size(int n, bool matched) { return {'S', false, nullptr, n, 0, 0, matched}; }
     static Arg constant(double v) { return {'V', false, nullptr, 0, v, 0}; }
 };
 using Args = std::vector<Arg>;
@@ -87,15 +89,17 @@ private:
     std::size_t arity = 0;
 };
 
-// A public function and what is expected of its frame. Its arguments, one entry each: m, t or v a source, M or V the
+// A public function and what is expected of its frame. Its arguments, one entry each: m, t, v or c a source, M or V the
 // destination, X one with the source's columns as rows, each with `a` for an array; E a destination packed without
-// strides; p pivots that are read, P that are written; b the buffer; D plain results;
-// w, h, l, n sizes; k the count. Estimates at or above the limit go to the driver.
+// strides; p pivots that are read, P that are written; b the buffer; D plain results; w, h, l, n sizes of the result,
+// x, y, z the width, height or length of the source before; k the count. Estimates at or above the limit go to the
+// driver.
 struct Member {
     std::string name;
     Function call;
     Function driver;
     std::string family;
+    std::string letters;
     std::vector<std::string> operands;
     bool is64;
     char description; // S, P or L
@@ -112,7 +116,17 @@ struct Member {
         return std::find(operands.begin(), operands.end(), operand) != operands.end();
     }
     bool isSquare() const { return has("n"); }
+    // Sums of products: the sizes of the sources are arguments of their own.
+    bool isProduct() const { return has("x") || family == "AffineTransform3DH"; }
+    bool isMatrixProduct() const { return has("x") && !has("z"); }
     bool isVector() const { return has("l"); }
+    // Shapes that make a settled oddity touch more than the operands: these have tests of their own.
+    bool isOddAt(int width, int height, int inner) const
+    {
+        if (name == "kvlmMul_mm_32f_P" || name == "kvlmMul_tt_64f_P")
+            return (width | height | inner) == 3 && (width != 3 || height != 3 || inner != 3);
+        return name == "kvlmMul_mat_32f" && height == 4 && inner == 4 && width == 3;
+    }
 };
 
 // Splits the letters of a name: "tama" gives "ta", "ma".

@@ -10,6 +10,7 @@ namespace {
 struct Defect {
     std::size_t position;
     int value; // of an integer; a pointer becomes null
+    char check;
 };
 
 int statusOf(char check)
@@ -19,6 +20,8 @@ int statusOf(char check)
         return -8;
     case 'S':
         return -6;
+    case 'M':
+        return -204;
     case 'C':
         return -203;
     case 'T':
@@ -29,10 +32,11 @@ int statusOf(char check)
     }
 }
 
-// Where in the member's order an argument is tested.
-std::size_t rank(const Member &member, const Arg &arg)
+// Where in the member's order a defect of an argument is found.
+std::size_t rank(const Member &member, const Arg &arg, char check)
 {
-    const char check = arg.check == 'O' && member.order.find('O') == std::string::npos ? 'T' : arg.check;
+    if (check == 'O' && member.order.find('O') == std::string::npos)
+        check = 'T';
     std::size_t at = member.order.find(check);
     for (int k = 0; k < arg.round && at != std::string::npos; ++k)
         at = member.order.find(check, at + 1);
@@ -62,9 +66,11 @@ std::vector<Defect> defectsOf(const Member &member, const Args &args)
         if (args[k].check == 'T' || args[k].check == 'O' || args[k].check == 'H')
             for (int extra = 1; extra < size; ++extra)
                 values.push_back(size * (args[k].check != 'H') + extra);
-        if (rank(member, args[k]) != std::string::npos)
+        if (rank(member, args[k], args[k].check) != std::string::npos)
             for (int value : values)
-                defects.push_back({k, value});
+                defects.push_back({k, value, args[k].check});
+        if (args[k].matched) // no two of them match again
+            defects.push_back({k, args[k].number + 1 + static_cast<int>(k), 'M'});
     }
     return defects;
 }
@@ -99,8 +105,9 @@ TEST(Checks, EveryDefectAndEveryPair)
                     apply(defects[k], args);
                 else if (k != j)
                     continue;
-                const Arg &first = sound[defects[j].position], &second = sound[defects[k].position];
-                const int expected = statusOf(rank(member, first) <= rank(member, second) ? first.check : second.check);
+                const auto rankOf = [&](const Defect &d) { return rank(member, sound[d.position], d.check); };
+                const int expected =
+                    statusOf((rankOf(defects[j]) <= rankOf(defects[k]) ? defects[j] : defects[k]).check);
                 running() = member.name + " with defects at arguments " + std::to_string(defects[j].position) +
                             " and " + std::to_string(defects[k].position);
                 const KvlStatus status = member.call(args);

@@ -44,6 +44,82 @@ inline int estimateTwice(int n, int, int count)
     return n == 1 ? 0 : mul32(mul32(2, n), count);
 }
 
+// The inner size of a product of matrices whose result has this shape.
+inline int innerOf(int width, int height)
+{
+    return width == height ? width : 1 + (7 * width + 3 * height) % 8;
+}
+
+// Elements of the factors and of the result: those of a single operand count once.
+inline int estimateArrayByOne(int w, int h, int count)
+{
+    const int k = innerOf(w, h);
+    return static_cast<int>(mul32(k, w) + static_cast<unsigned>(mul32(mul32(h, w + k), count)));
+}
+
+inline int estimateOneByArray(int w, int h, int count)
+{
+    const int k = innerOf(w, h);
+    return static_cast<int>(mul32(h, k) + static_cast<unsigned>(mul32(mul32(w, h + k), count)));
+}
+
+inline int estimateArrayByArray(int w, int h, int count)
+{
+    const int k = innerOf(w, h);
+    return mul32(mul32(h, k) + mul32(k, w) + mul32(h, w), count);
+}
+
+// A matrix of h rows and w columns, a vector of length w, a result of length h.
+inline int estimateMatrixByVectors(int w, int h, int count)
+{
+    return mul32(w, h) + mul32(w + h, count);
+}
+
+inline int estimateMatricesByVector(int w, int h, int count)
+{
+    return mul32(mul32(w, h) + h, count) + w;
+}
+
+inline int estimateMatricesByVectors(int w, int h, int count)
+{
+    return mul32(mul32(w, h) + w + h, count);
+}
+
+inline int estimateScaled(int w, int h, int count)
+{
+    return mul32(mul32(mul32(2, w), h), count);
+}
+
+inline int estimateScaledVectors(int n, int, int count)
+{
+    return mul32(mul32(2, n), count);
+}
+
+inline int estimateVectorByConstants(int n, int, int count)
+{
+    return mul32(n, count) + n + count;
+}
+
+inline int estimateVectorsByConstants(int n, int, int count)
+{
+    return mul32(mul32(2, n), count) + count;
+}
+
+inline int estimateGaxpyArrays(int w, int h, int count)
+{
+    return mul32(w + 2 * h, count);
+}
+
+inline int estimateGaxpyOne(int w, int h, int count)
+{
+    return mul32(w, count) + h + mul32(h, count);
+}
+
+inline int estimatePoints(int, int, int count)
+{
+    return mul32(2, count) + 16;
+}
+
 // The least estimates of a driver, by kernel: plain, _S2, _P, _L, _LS2.
 struct LimitTable {
     int plain, strided, pointer, list, listStrided;
@@ -64,13 +140,52 @@ inline LimitTable solveLimits(bool)
     return {1701, 1701, 1701, 1701, 1701};
 }
 
+inline LimitTable productLimits(bool is64)
+{
+    return is64 ? LimitTable{36865, 18433, 9217, 18433, 18433} : LimitTable{7, 7, 7, 7, 7};
+}
+
+inline LimitTable scaleLimits(bool is64)
+{
+    return {35001, 35001, 17001, 35001, is64 ? 35001 : 15001};
+}
+
+inline LimitTable scaleVectorLimits(bool is64)
+{
+    return productLimits(is64);
+}
+
+inline LimitTable constantsLimits(bool)
+{
+    return {36865, 36865, 9217, 18433, 18433};
+}
+
+inline LimitTable gaxpyLimits(bool)
+{
+    return {5001, 5001, 5001, 5001, 5001};
+}
+
 // The arguments of a member by its name.
 inline std::vector<std::string> operandsOf(const std::string &family, const std::string &letters)
 {
     std::vector<std::string> all = splitLetters(letters);
     const bool array = letters.find('a') != std::string::npos;
     const std::string a = array ? "a" : "";
-    if (family == "Det")
+    const std::vector<std::string> vectorEnd = {"V" + a, "l"}, matrixEnd = {"M" + a, "w", "h"};
+    if (family == "Mul" && all[1][0] == 'c')
+        all.insert(all.end(), (all[0][0] == 'v' ? vectorEnd : matrixEnd).begin(),
+                   (all[0][0] == 'v' ? vectorEnd : matrixEnd).end());
+    else if (family == "Mul" && all[1][0] == 'v') {
+        all.insert(all.begin() + 1, {"x", "y"});
+        all.insert(all.end(), {"z", "V" + a});
+    } else if (family == "Mul") {
+        all.insert(all.begin() + 1, {"x", "y"});
+        all.insert(all.end(), {"x", "y", "M" + a});
+    } else if (family == "Gaxpy")
+        all = {"m", "x", "y", array ? "va" : "v", "z", letters == "mva" ? "va" : "v", "z", "V" + a};
+    else if (family == "AffineTransform3DH")
+        all = {"m", "va", "Va"};
+    else if (family == "Det")
         all.insert(all.end(), {"n", "b", "D"});
     else if (family == "Extract" && letters[0] == 'v')
         all.insert(all.end(), {"E", "l"});
@@ -96,13 +211,33 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     return all;
 }
 
+// The order of checks of a member whose sizes must match: after the sizes alone.
+inline std::string withMatch(const std::string &family, const std::string &letters, std::string order)
+{
+    if ((family == "Mul" && letters.find('c') == std::string::npos) || family == "Gaxpy")
+        order.insert(order.find('S') + 1, "M");
+    return order;
+}
+
 // X(family, operands): one object in the standard and the pointer description.
 #define SINGLE_MEMBERS(X)                                                                                              \
     X(Add, vv)                                                                                                         \
     X(Add, mm)                                                                                                         \
     X(Add, tm)                                                                                                         \
     X(Add, tt)                                                                                                         \
-    X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m)
+    X(Sub, mm)                                                                                                         \
+    X(Sub, tm)                                                                                                         \
+    X(Sub, mt)                                                                                                         \
+    X(Sub, tt)                                                                                                         \
+    X(Det, m)                                                                                                          \
+    X(LUDecomp, m)                                                                                                     \
+    X(LUBackSubst, mv)                                                                                                 \
+    X(Invert, m)                                                                                                       \
+    X(Transpose, m)                                                                                                    \
+    X(Mul, mm)                                                                                                         \
+    X(Mul, tm)                                                                                                         \
+    X(Mul, mt)                                                                                                         \
+    X(Mul, tt)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f).
 #define ORDERED_SINGLE_MEMBERS(X)                                                                                      \
@@ -136,7 +271,32 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     X(LUDecomp, ma, "NCST", estimateBySquare, detLimits)                                                               \
     X(LUBackSubst, mva, "NCST", estimateVectors, solveLimits)                                                          \
     X(LUBackSubst, mava, "NCST", estimateSystems, solveLimits)                                                         \
-    X(Invert, ma, "NCST", estimateTwice, detLimits)
+    X(Invert, ma, "NCST", estimateTwice, detLimits)                                                                    \
+    X(Mul, mam, "NCST", estimateArrayByOne, productLimits)                                                             \
+    X(Mul, tam, "NCST", estimateArrayByOne, productLimits)                                                             \
+    X(Mul, mat, "NCST", estimateArrayByOne, productLimits)                                                             \
+    X(Mul, tat, "NCST", estimateArrayByOne, productLimits)                                                             \
+    X(Mul, mma, "NCST", estimateOneByArray, productLimits)                                                             \
+    X(Mul, tma, "NCST", estimateOneByArray, productLimits)                                                             \
+    X(Mul, mta, "NCST", estimateOneByArray, productLimits)                                                             \
+    X(Mul, tta, "NCST", estimateOneByArray, productLimits)                                                             \
+    X(Mul, mama, "NCST", estimateArrayByArray, productLimits)                                                          \
+    X(Mul, tama, "NCST", estimateArrayByArray, productLimits)                                                          \
+    X(Mul, mata, "NCST", estimateArrayByArray, productLimits)                                                          \
+    X(Mul, tata, "NCST", estimateArrayByArray, productLimits)                                                          \
+    X(Mul, mva, "NCST", estimateMatrixByVectors, productLimits)                                                        \
+    X(Mul, tva, "NCST", estimateMatrixByVectors, productLimits)                                                        \
+    X(Mul, mav, "NCST", estimateMatricesByVector, productLimits)                                                       \
+    X(Mul, tav, "NCST", estimateMatricesByVector, productLimits)                                                       \
+    X(Mul, mava, "NCST", estimateMatricesByVectors, productLimits)                                                     \
+    X(Mul, tava, "NCST", estimateMatricesByVectors, productLimits)                                                     \
+    X(Mul, mac, "NCST", estimateScaled, scaleLimits)                                                                   \
+    X(Mul, tac, "NCST", estimateScaled, scaleLimits)                                                                   \
+    X(Mul, vac, "NCST", estimateScaledVectors, scaleVectorLimits)                                                      \
+    X(Mul, vca, "NCST", estimateVectorByConstants, constantsLimits)                                                    \
+    X(Mul, vaca, "NCST", estimateVectorsByConstants, constantsLimits)                                                  \
+    X(Gaxpy, mva, "NCST", estimateGaxpyArrays, gaxpyLimits)                                                            \
+    X(Gaxpy, mvav, "NCST", estimateGaxpyOne, gaxpyLimits)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
 #define SERIAL_ARRAY_MEMBERS(X)                                                                                        \
@@ -167,13 +327,16 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     DECLARE_DRIVER(family##_##letters##_64f_L)
 extern "C" {
 ARRAY_MEMBERS(DECLARE_DRIVERS)
+DECLARE_DRIVER(AffineTransform3DH_mva_32f)
 }
 
 inline const std::vector<Member> &members()
 {
-#define ROW(name, driver, family, letters, is64, description, ...)                                                     \
-    Member{"kvlm" #name, kvlm##name,  driver,      #family,    operandsOf(#family, #letters),                          \
-           is64,         description, __VA_ARGS__, description},
+#define ROW(name, driver, family, letters, is64, description, order, ...)                                              \
+    Member{"kvlm" #name, kvlm##name,  driver,                                                                          \
+           #family,      #letters,    operandsOf(#family, #letters),                                                   \
+           is64,         description, withMatch(#family, #letters, order),                                             \
+           __VA_ARGS__,  description},
 #define SERIAL_ROW(name, family, letters, is64, description, order)                                                    \
     ROW(name, Function(), family, letters, is64, description, order, nullptr, 0, 0)
 #define COPY_ROW(name, letters, is64, description, order, dstDescription)                                              \
@@ -181,6 +344,7 @@ inline const std::vector<Member> &members()
            kvlmCopy_##name,                                                                                            \
            Function(),                                                                                                 \
            "Copy",                                                                                                     \
+           #letters,                                                                                                   \
            operandsOf("Copy", #letters),                                                                               \
            is64,                                                                                                       \
            description,                                                                                                \
@@ -212,7 +376,9 @@ inline const std::vector<Member> &members()
         SINGLE_MEMBERS(SINGLE_ROWS) ORDERED_SINGLE_MEMBERS(ORDERED_SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)
             SERIAL_ARRAY_MEMBERS(SERIAL_ARRAY_ROWS) COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 32f, false)
                 COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 64f, true) COPY_MEMBERS(COPY_ROW, va, "NSCHTO", 32f, false)
-                    COPY_MEMBERS(COPY_ROW, va, "NSCTHO", 64f, true)};
+                    COPY_MEMBERS(COPY_ROW, va, "NSCTHO", 64f, true)
+                        ARRAY_ROW(AffineTransform3DH_mva_32f, AffineTransform3DH, mva, false, 'S', "NCT",
+                                  estimatePoints, 2001, 2001)};
     return all;
 #undef ARRAY_ROWS
 #undef ARRAY_TYPE

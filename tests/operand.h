@@ -217,7 +217,20 @@ public:
         return "byte " + std::to_string(byte) + " is no element and was changed";
     }
 
-    bool hasAdjacentElements() const { return elem == 1; }
+    bool hasAdjacentElements() const { return elem == 1 || letter == 'c'; }
+    bool isArray() const { return array; }
+    // Where object i begins.
+    std::uintptr_t address(int i) const
+    {
+        return reinterpret_cast<std::uintptr_t>(room->data()) + offsets[array ? i * perObject : 0];
+    }
+    // Whether base, row stride and object stride, as far as it has them, are multiples of this.
+    bool isAligned(int bytes) const
+    {
+        const int size = sizeof(T);
+        return reinterpret_cast<std::uintptr_t>(room->data()) % bytes == 0 &&
+               (letter == 'v' || row * size % bytes == 0) && (!array || obj * size % bytes == 0);
+    }
 
     // Adds the operand's arguments in the order of a public signature.
     void appendTo(Args &args) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "members.h"
+#include "oracle_products.h"
 #include "values.h"
 
 #include <csignal>
@@ -33,7 +34,8 @@ struct Setting {
     Layout dst;
     Memory memory = Memory::heap;
     int inPlace = 0;        // 1 or 2: the destination is that source
-    bool difficult = false; // matrices that fail or nearly fail are among the objects
+    bool difficult = false; // matrices that fail or nearly fail are among the objects; sums of zeros
+    int inner = 0;          // of a product of matrices, 0 for what follows from the shape
 };
 
 template <class T>
@@ -43,10 +45,11 @@ public:
         : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1), layoutRandom(seed)
     {
         // The values do not depend on the layouts, nor on the machine.
-        const int height = member.isSquare() ? s.width : s.height;
+        height = member.isSquare() ? s.width : s.height;
+        inner = !member.isMatrixProduct() ? n : s.inner ? s.inner : innerOf(n, height);
         Random random(static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
         for (const std::string &token : member.operands)
-            addArgument(token, height, random);
+            addArgument(token, random);
         if (member.has("p"))
             makeFactors(random);
         initial = target().get();
@@ -68,11 +71,13 @@ public:
         std::vector<int> pivotResult = initialPivots;
         KvlStatus expected = kvlOk;
         int written = 0;
-        for (; written < done && expected == kvlOk; ++written)
-            expected = compute(first + written, result.data(), pivotResult.data());
+        while (written < done && (expected == kvlOk || member.family == "AffineTransform3DH")) {
+            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data());
+            expected = expected ? expected : ofObject;
+        }
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isSquare()) { // NaN is NaN
+        if (member.isSquare() || member.isProduct()) { // NaN is NaN
             const std::vector<T> actual = target().get();
             for (std::size_t k = 0; k < result.size(); ++k)
                 if (std::isnan(result[k]) && std::isnan(actual[k]) &&
@@ -107,29 +112,47 @@ public:
     Args args;
 
 private:
-    void addArgument(const std::string &token, int height, Random &random)
+    // The shape of a source, or of the destination, as the operation counts it.
+    Shape shapeOf(char letter) const
+    {
+        const bool first = sources.empty(), isSource = std::islower(letter) != 0;
+        if (letter == 'c')
+            return {1, 1, count};
+        if (member.family == "AffineTransform3DH")
+            return first && isSource ? Shape{4, 4, count} : Shape{1, 3, count};
+        if (member.isProduct() && first)
+            return {height, inner, count};
+        if (member.isMatrixProduct() && isSource)
+            return {inner, n, count};
+        if (member.isProduct() && !member.isMatrixProduct())
+            return {1, isSource && sources.size() == 1 ? inner : height, count};
+        if (letter == 'X')
+            return {n, height, count};
+        const bool isRow = letter == 'v' || letter == 'V' || letter == 'D' || (letter == 'E' && member.isVector());
+        return {isRow ? 1 : height, letter == 'D' ? 1 : n, count};
+    }
+    void addArgument(const std::string &token, Random &random)
     {
         const char letter = token[0];
-        if (letter == 'm' || letter == 't' || letter == 'v') {
+        if (letter == 'm' || letter == 't' || letter == 'v' || letter == 'c') {
             const Layout layout = sources.empty() ? setting.src1 : setting.src2;
-            sources.push_back(addOperand(token, {letter == 'v' ? 1 : height, n, count}, layout));
-            if (!member.isSquare()) {
-                nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
-                sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst || moves(), random));
-            } else
-                sources.back()->set(letter == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random));
+            const Shape shape = shapeOf(letter);
+            sources.push_back(addOperand(token, shape, layout));
+            stored = letter == 't' ? Shape{shape.columns, shape.rows, 0} : shape;
+            sources.back()->set(valuesOf(token, sources.back()->size(), random));
             sourceValues.push_back(sources.back()->get());
             sources.back()->appendTo(args);
+        } else if (letter == 'x' || letter == 'y' || letter == 'z') {
+            const bool ofFirst = sources.size() == 1, turned = member.operands[0][0] == 't';
+            const bool second = sources.size() == 2, secondTurned = second && member.isMatrixProduct() &&
+                                                                    stored.rows == n && member.operands[3][0] == 't';
+            const bool isInner = ofFirst                    ? (letter == 'x') != turned
+                                 : member.isMatrixProduct() ? (letter == 'y') != secondTurned
+                                                            : true;
+            args.push_back(Arg::size(letter == 'y' ? stored.rows : stored.columns, isInner));
         } else if (std::string("MXVDE").find(letter) != std::string::npos) {
-            const bool isMatrix = letter == 'M' || letter == 'X';
-            const std::string lower = isMatrix ? "m" : letter == 'V' ? "v" : "d";
-            const Shape shape = {letter == 'X'                                       ? n
-                                 : isMatrix || (letter == 'E' && !member.isVector()) ? height
-                                                                                     : 1,
-                                 letter == 'D'   ? 1
-                                 : letter == 'X' ? height
-                                                 : n,
-                                 count};
+            const std::string lower = letter == 'M' || letter == 'X' ? "m" : letter == 'V' ? "v" : "d";
+            const Shape shape = shapeOf(letter);
             dst = addOperand(lower + token.substr(1), shape, setting.dst, member.dstDescription);
             perObject = shape.rows * shape.columns;
             target().appendTo(args);
@@ -145,6 +168,18 @@ private:
             args.push_back(Arg::integer(letter == 'k' ? 'C' : 'S', letter == 'k'   ? setting.count
                                                                    : letter == 'h' ? height
                                                                                    : n));
+    }
+    std::vector<T> valuesOf(const std::string &token, std::size_t size, Random &random)
+    {
+        if (member.family == "AffineTransform3DH")
+            return sources.size() == 1 ? someTransform<T>(setting.difficult, random)
+                                       : somePoints<T>(size, setting.difficult, random);
+        if (member.isProduct())
+            return someFactors<T>(size, setting.difficult, sources.size() == 1, random);
+        if (member.isSquare())
+            return token[0] == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random);
+        nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
+        return someValues<T>(size, nanInFirst || moves(), random);
     }
     Operand<T> *addOperand(const std::string &letters, Shape shape, Layout layout, char description = 0)
     {
@@ -208,10 +243,44 @@ private:
             oracle::solve(n, a0, p, &b[static_cast<std::size_t>(i) * n], x);
         else if (member.family == "Invert")
             return oracle::invert(n, a0, x, isArray, adjacent);
+        else if (member.isProduct() || member.operands[1][0] == 'c')
+            return computeProduct(i, x, adjacent);
         else
             for (int k = 0; k < perObject; ++k)
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
         return kvlOk;
+    }
+    // Element k of object i of a source; a single one is the same for all.
+    const T *values(int source, int i) const
+    {
+        const std::vector<T> &all = sourceValues[source];
+        return &all[all.size() / (sources[source]->isArray() ? count : 1) * (sources[source]->isArray() ? i : 0)];
+    }
+    KvlStatus computeProduct(int i, T *x, bool adjacent) const
+    {
+        const std::string kernel = member.description == 'P'   ? "P"
+                                   : member.description == 'L' ? adjacent ? "L" : "LS2"
+                                   : adjacent                  ? ""
+                                                               : "S2";
+        const T *const a = values(0, i), *const b = values(1, i);
+        if (member.operands[1][0] == 'c')
+            oracle::scale(perObject, a, *b, x);
+        else if (member.family == "AffineTransform3DH")
+            return oracle::transformPoint(a, b, x, adjacent);
+        else if (member.isMatrixProduct())
+            oracle::multiply(member.letters, kernel, height, inner, n, a, b, x);
+        else {
+            const T *const c = member.family == "Gaxpy" ? values(2, i) : nullptr;
+            const oracle::Alignment where = {sources[1]->address(i), alignedThroughout()};
+            oracle::multiplyVector(member.family, member.letters, kernel, height, inner, a, b, c, where, x);
+        }
+        return kvlOk;
+    }
+    // Whether all bases, row and object strides are multiples of 16 bytes.
+    bool alignedThroughout() const
+    {
+        return sources[0]->isAligned(16) && sources[1]->isAligned(16) &&
+               (setting.inPlace ? sources[setting.inPlace - 1] : dst)->isAligned(16);
     }
     bool moves() const
     {
@@ -239,7 +308,8 @@ private:
 
     const Member &member;
     Setting setting;
-    int n, count;
+    int n, count, height = 0, inner = 0;
+    Shape stored = {}; // the last source
     int perObject = 0, pivotRuns = 0;
     bool nanInFirst = false;
     Random layoutRandom;

@@ -111,6 +111,52 @@ std::vector<T> difficultMatrix(int n, Random &random)
     return a;
 }
 
+// Factors of sums: numbers between -1 and 1 with zeros, infinities and the extremes of the exponent among them now and
+// then. Of difficult ones the products are zeros, most of them negative.
+template <class T>
+std::vector<T> someFactors(std::size_t n, bool difficult, bool first, Random &random)
+{
+    const T huge = std::numeric_limits<T>::max(), special[] = {T(0), T(-0.0), oracle::least<T> / 4, huge, 2 * huge};
+    const bool withSpecial = random.below(3) == 0;
+    std::vector<T> values(n);
+    for (T &x : values)
+        if (difficult)
+            x = first ? T(1 + random.below(2)) : random.below(20) ? T(-0.0) : T(0);
+        else if (withSpecial && random.below(8) == 0)
+            x = special[random.below(5)];
+        else
+            x = inUnitInterval<T>(random);
+    return values;
+}
+
+// A 4 x 4 matrix; a difficult one gives some points a last coordinate of zero, or at and beside the least normal
+// number.
+template <class T>
+std::vector<T> someTransform(bool difficult, Random &random)
+{
+    std::vector<T> a = someMatrix<T>(4, random);
+    const T least = oracle::least<T>, lastRows[][4] = {{1, -1, 0, 0},
+                                                       {0, 0, 0, -least},
+                                                       {0, 1, 0, 0},
+                                                       {0, 0, 0, 2 * least},
+                                                       {0, 0, least / 2, 0},
+                                                       {0, 0, 0, least * T(1.5)},
+                                                       {least, 0, -least / 2, 0},
+                                                       {0, 0, 0, std::numeric_limits<T>::quiet_NaN()}};
+    if (difficult)
+        std::copy_n(lastRows[random.below(8)], 4, &a[12]);
+    return a;
+}
+
+template <class T>
+std::vector<T> somePoints(std::size_t n, bool difficult, Random &random)
+{
+    std::vector<T> points(n);
+    for (T &x : points)
+        x = difficult ? T(random.below(4) - 1) : inUnitInterval<T>(random);
+    return points;
+}
+
 // Element k of a sum or difference, in the order object, row, column. A source that is no array is the same for every
 // object.
 template <class T>

@@ -33,6 +33,8 @@ void forEachCase(const Member &member, Body body)
     for (const Size &size : sizes)
         for (int count : counts) {
             const bool square = member.isSquare();
+            if (member.isOddAt(size.width, size.height, innerOf(size.width, size.height)))
+                break;
             if ((!member.isArray() && count > 3) || (square && (size.width != size.height || size.width * count > 54)))
                 break;
             if (!body(size, count, ++seed * 7919))
@@ -78,8 +80,9 @@ TEST(Values, OverlappingDestinationObjects)
             for (Layout sources : {Layout::packed, Layout::strided, Layout::interleaved})
                 // Elements of one object may coincide too: general orders compute where they are, and not all move
                 // elements row by row.
-                if ((!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
-                    (count > 1 || (member.family != "LoadIdentity" && member.family != "Transpose")) &&
+                if ((count > 1 ||
+                     !(member.isProduct() || member.family == "LoadIdentity" || member.family == "Transpose")) &&
+                    (!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
                     !holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
                     return false;
             return true;
@@ -88,30 +91,43 @@ TEST(Values, OverlappingDestinationObjects)
 }
 
 // Whether the destination may be that source.
-bool mayBeInPlace(const Member &member, const std::string &source, int order)
+bool mayBeInPlace(const Member &member, const std::string &source, int number, int order)
 {
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
-    return (source[0] == 'm' || source[0] == 'v') && member.has(destination) &&
-           member.description == member.dstDescription &&
-           (!member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order));
+    if ((source[0] != 'm' && source[0] != 'v') || !member.has(destination) ||
+        member.description != member.dstDescription)
+        return false;
+    if (member.isProduct())
+        return member.family == "AffineTransform3DH" || (member.family == "Gaxpy" && number == 3);
+    return !member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order);
+}
+
+// The sources among the arguments.
+std::vector<std::string> sourcesOf(const Member &member)
+{
+    std::vector<std::string> sources;
+    for (const std::string &token : member.operands)
+        if (std::strchr("mtvc", token[0]))
+            sources.push_back(token);
+    return sources;
 }
 
 TEST(Values, InPlace)
 {
-    for (const Member &member : members())
-        for (int source : {1, 2}) {
-            const std::string &letters = member.operands[member.has("p") ? 2 * source - 2 : source - 1];
+    for (const Member &member : members()) {
+        const std::vector<std::string> sources = sourcesOf(member);
+        for (int source = 1; source <= static_cast<int>(sources.size()); ++source)
             forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
                 for (Layout layout : {Layout::packed, Layout::padded, Layout::strided, Layout::interleaved}) {
                     Setting setting = {size.width, size.height, count, layout, layout, layout};
                     setting.inPlace = source;
-                    if (mayBeInPlace(member, letters, size.width) && !holds(member, setting, seed))
+                    if (mayBeInPlace(member, sources[source - 1], source, size.width) && !holds(member, setting, seed))
                         return false;
                 }
                 return true;
             });
-        }
+    }
 }
 
 // Batches in which objects fail, each at its own place, and matrices on which thresholds and ties tell.
@@ -119,7 +135,7 @@ TEST(Values, DifficultMatrices)
 {
     std::uint64_t seed = 0;
     for (const Member &member : members())
-        for (int turn = 0; member.isSquare() && turn < 1000; ++turn) {
+        for (int turn = 0; (member.isSquare() || member.family == "AffineTransform3DH") && turn < 1000; ++turn) {
             Random random(++seed);
             const int order = 1 + turn % 8, count = 1 + random.below(order > 6 ? 4 : 14);
             Layout layouts[3];
@@ -128,6 +144,27 @@ TEST(Values, DifficultMatrices)
             Setting setting = {order, order, count, layouts[0], layouts[1], layouts[2]};
             setting.difficult = true;
             if (!holds(member, setting, seed))
+                break;
+        }
+}
+
+// Products of all shapes from 1 to 8 and some longer ones, and sums of zeros, whose sign shows where a sum begins.
+TEST(Values, ProductsOfAllShapes)
+{
+    const int lengths[] = {1, 2, 3, 4, 5, 6, 7, 8, 11, 13, 19, 24};
+    for (const Member &member : members())
+        for (int turn = 0; member.isProduct() && turn < 300; ++turn) {
+            Random random(turn);
+            const int square = turn % 3 == 0 ? 3 + turn / 3 % 4 : 0;
+            const auto length = [&] { return square ? square : lengths[random.below(12)]; };
+            const auto layout = [&] {
+                return random.below(2) ? static_cast<Layout>(turn % 2)
+                                       : static_cast<Layout>(random.below(disjointLayouts));
+            };
+            Setting setting = {length(), length(), 1 + random.below(6), layout(), layout(), layout()};
+            setting.inner = length();
+            setting.difficult = turn % 2;
+            if (!member.isOddAt(setting.width, setting.height, setting.inner) && !holds(member, setting, turn))
                 break;
         }
 }

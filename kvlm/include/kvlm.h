@@ -683,6 +683,760 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
+ * @name Mul: matrices by a constant
+ * dst(r, c) = A(r, c)*val, A being src read as its letter says; one rounded product per element. val is a constant of
+ * the element type, passed by value. `width` and `height` are those of dst: a t source has `height` columns and `width`
+ * rows.
+ *
+ * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst may be src, of letter m, with the
+ * same strides. Settled: at 32f the batches of vectors below go to the team by other amounts of work than those of
+ * matrices.
+ * @{
+ */
+KVLM_API KvlStatus kvlmMul_mc_32f(const float *src, int srcRowStride, int srcElemStride, float val, float *dst,
+                                  int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmMul_mc_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int width, int height);
+KVLM_API KvlStatus kvlmMul_mc_64f(const double *src, int srcRowStride, int srcElemStride, double val, double *dst,
+                                  int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmMul_mc_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int width, int height);
+
+KVLM_API KvlStatus kvlmMul_tc_32f(const float *src, int srcRowStride, int srcElemStride, float val, float *dst,
+                                  int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmMul_tc_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int width, int height);
+KVLM_API KvlStatus kvlmMul_tc_64f(const double *src, int srcRowStride, int srcElemStride, double val, double *dst,
+                                  int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmMul_tc_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int width, int height);
+
+KVLM_API KvlStatus kvlmMul_mac_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride, float val,
+                                   float *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                   int height, int count);
+KVLM_API KvlStatus kvlmMul_mac_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                     int count);
+KVLM_API KvlStatus kvlmMul_mac_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                     float val, float *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                     int width, int height, int count);
+KVLM_API KvlStatus kvlmMul_mac_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride, double val,
+                                   double *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                   int height, int count);
+KVLM_API KvlStatus kvlmMul_mac_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                     int count);
+KVLM_API KvlStatus kvlmMul_mac_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                     double val, double *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                     int width, int height, int count);
+
+KVLM_API KvlStatus kvlmMul_tac_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride, float val,
+                                   float *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                   int height, int count);
+KVLM_API KvlStatus kvlmMul_tac_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                     int count);
+KVLM_API KvlStatus kvlmMul_tac_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                     float val, float *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                     int width, int height, int count);
+KVLM_API KvlStatus kvlmMul_tac_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride, double val,
+                                   double *dst, int dstObjStride, int dstRowStride, int dstElemStride, int width,
+                                   int height, int count);
+KVLM_API KvlStatus kvlmMul_tac_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                     int count);
+KVLM_API KvlStatus kvlmMul_tac_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                     double val, double *const *dst, int dstShift, int dstRowStride, int dstElemStride,
+                                     int width, int height, int count);
+/** @} */
+
+/**
+ * @name Mul: vectors by constants
+ * dst(j) = src(j)*val, or dst[i](j) = src[i](j)*val[i]: c is one constant by value, ca an array of `count` constants.
+ * val is then a pointer to them with valStride bytes from one to the next, in the standard and the pointer description;
+ * in _L a list of pointers to them with a shift. One rounded product per element.
+ *
+ * Checks: pointers (val too where it is one), `count`, len, strides (valStride too), shifts (valShift too). Always
+ * kvlOk after them. dst may be src, an array if dst is one, with the same strides.
+ * @{
+ */
+KVLM_API KvlStatus kvlmMul_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmMul_vc_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int len);
+KVLM_API KvlStatus kvlmMul_vc_64f(const double *src, int srcElemStride, double val, double *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmMul_vc_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int len);
+
+KVLM_API KvlStatus kvlmMul_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vac_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vac_32f_L(const float *const *src, int srcShift, int srcElemStride, float val,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vac_64f(const double *src, int srcObjStride, int srcElemStride, double val, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vac_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vac_64f_L(const double *const *src, int srcShift, int srcElemStride, double val,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmMul_vca_32f(const float *src, int srcElemStride, const float *val, int valStride, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vca_32f_P(const float *const *src, int srcShift, const float *val, int valStride,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vca_32f_L(const float *src, int srcElemStride, const float *const *val, int valShift,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vca_64f(const double *src, int srcElemStride, const double *val, int valStride, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vca_64f_P(const double *const *src, int srcShift, const double *val, int valStride,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vca_64f_L(const double *src, int srcElemStride, const double *const *val, int valShift,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmMul_vaca_32f(const float *src, int srcObjStride, int srcElemStride, const float *val,
+                                    int valStride, float *dst, int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmMul_vaca_32f_P(const float *const *src, int srcShift, int srcObjStride, const float *val,
+                                      int valStride, float *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_vaca_32f_L(const float *const *src, int srcShift, int srcElemStride, const float *const *val,
+                                      int valShift, float *const *dst, int dstShift, int dstElemStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_vaca_64f(const double *src, int srcObjStride, int srcElemStride, const double *val,
+                                    int valStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                    int count);
+KVLM_API KvlStatus kvlmMul_vaca_64f_P(const double *const *src, int srcShift, int srcObjStride, const double *val,
+                                      int valStride, double *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, int srcElemStride,
+                                      const double *const *val, int valShift, double *const *dst, int dstShift,
+                                      int dstElemStride, int len, int count);
+/** @} */
+
+/**
+ * @name Mul: matrices by vectors
+ * dst(i) = sum over k of A(i, k)*x(k), A being src1 read as its letter says and x being src2. `width` and `height` are
+ * the columns and rows of src1 as it is stored; `len` is the length of src2, which must be `width` for m and `height`
+ * for t. dst has the other length.
+ *
+ * Products are rounded, then added in a fixed order. It is ((p0 + p1) + p2) + ... from left to right, beginning with +0
+ * but in square matrices of order 3 to 6, with these exceptions for adjacent elements (standard and _L) of square
+ * matrices of order 4, 5, 6:
+ *
+ * - mv, mva, mav, mava at 64f, and tav at 64f in _L: (p0+p1)+(p2+p3); ((p0+p1)+(p2+p3))+p4; ((p0+p1)+(p2+p3))+(p4+p5).
+ * - mva (not in _L), mav, mava at 32f: (p0+p2)+(p1+p3); ((p0+p1)+p4)+(p2+p3) in the first four rows and
+ *   ((p0+p2)+p4)+(p1+p3) in the fifth; ((p0+p2)+p4)+((p1+p3)+p5).
+ * - tav, tava at 32f: (p0+p1)+(p2+p3); ((p0+p1)+p4)+(p2+p3); ((p0+p1)+(p2+p3))+(p4+p5).
+ *
+ * Settled: mava at 32f in _L is among the second of these, mva at 32f in _L is not. And kvlmMul_mva_32f with adjacent
+ * elements has, for all other sizes, sums in eight lanes of long rows, begun where the vector reaches a multiple of 16
+ * bytes: results may then depend on the alignment of the operands. For the same bits everywhere use another form.
+ *
+ * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
+ * must overlap neither source.
+ * @{
+ */
+KVLM_API KvlStatus kvlmMul_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                  const float *src2, int src2ElemStride, int len, float *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mv_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                    const float *const *src2, int src2Shift, int len, float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_mv_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                  const double *src2, int src2ElemStride, int len, double *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mv_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                    const double *const *src2, int src2Shift, int len, double *const *dst,
+                                    int dstShift);
+
+KVLM_API KvlStatus kvlmMul_tv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                  const float *src2, int src2ElemStride, int len, float *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tv_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                    const float *const *src2, int src2Shift, int len, float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_tv_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                  const double *src2, int src2ElemStride, int len, double *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tv_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                    const double *const *src2, int src2Shift, int len, double *const *dst,
+                                    int dstShift);
+
+KVLM_API KvlStatus kvlmMul_mva_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                   const float *src2, int src2ObjStride, int src2ElemStride, int len, float *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mva_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int len,
+                                     float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mva_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const float *const *src2, int src2Shift, int src2ElemStride, int len,
+                                     float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mva_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                   const double *src2, int src2ObjStride, int src2ElemStride, int len, double *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mva_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int len,
+                                     double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mva_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const double *const *src2, int src2Shift, int src2ElemStride, int len,
+                                     double *const *dst, int dstShift, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tva_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                   const float *src2, int src2ObjStride, int src2ElemStride, int len, float *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tva_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int len,
+                                     float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tva_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const float *const *src2, int src2Shift, int src2ElemStride, int len,
+                                     float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tva_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                   const double *src2, int src2ObjStride, int src2ElemStride, int len, double *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tva_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int len,
+                                     double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tva_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const double *const *src2, int src2Shift, int src2ElemStride, int len,
+                                     double *const *dst, int dstShift, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mav_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int width, int height, const float *src2, int src2ElemStride, int len, float *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                     const float *const *src2, int src2Shift, int len, float *const *dst, int dstShift,
+                                     int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mav_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int width, int height, const float *src2, int src2ElemStride, int len,
+                                     float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mav_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int width, int height, const double *src2, int src2ElemStride, int len, double *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                     const double *const *src2, int src2Shift, int len, double *const *dst,
+                                     int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mav_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int width, int height, const double *src2, int src2ElemStride, int len,
+                                     double *const *dst, int dstShift, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tav_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int width, int height, const float *src2, int src2ElemStride, int len, float *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                     const float *const *src2, int src2Shift, int len, float *const *dst, int dstShift,
+                                     int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tav_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int width, int height, const float *src2, int src2ElemStride, int len,
+                                     float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tav_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int width, int height, const double *src2, int src2ElemStride, int len, double *dst,
+                                   int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                     const double *const *src2, int src2Shift, int len, double *const *dst,
+                                     int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tav_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int width, int height, const double *src2, int src2ElemStride, int len,
+                                     double *const *dst, int dstShift, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mava_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int width, int height, const float *src2, int src2ObjStride, int src2ElemStride,
+                                    int len, float *dst, int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                      const float *const *src2, int src2Shift, int src2ObjStride, int len,
+                                      float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mava_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int width, int height, const float *const *src2, int src2Shift,
+                                      int src2ElemStride, int len, float *const *dst, int dstShift, int dstElemStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_mava_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int width, int height, const double *src2, int src2ObjStride, int src2ElemStride,
+                                    int len, double *dst, int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int width,
+                                      int height, const double *const *src2, int src2Shift, int src2ObjStride, int len,
+                                      double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mava_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int width, int height, const double *const *src2, int src2Shift,
+                                      int src2ElemStride, int len, double *const *dst, int dstShift, int dstElemStride,
+                                      int count);
+
+KVLM_API KvlStatus kvlmMul_tava_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int width, int height, const float *src2, int src2ObjStride, int src2ElemStride,
+                                    int len, float *dst, int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int width, int height,
+                                      const float *const *src2, int src2Shift, int src2ObjStride, int len,
+                                      float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tava_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int width, int height, const float *const *src2, int src2Shift,
+                                      int src2ElemStride, int len, float *const *dst, int dstShift, int dstElemStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_tava_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int width, int height, const double *src2, int src2ObjStride, int src2ElemStride,
+                                    int len, double *dst, int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int width,
+                                      int height, const double *const *src2, int src2Shift, int src2ObjStride, int len,
+                                      double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int width, int height, const double *const *src2, int src2Shift,
+                                      int src2ElemStride, int len, double *const *dst, int dstShift, int dstElemStride,
+                                      int count);
+/** @} */
+
+/**
+ * @name Mul: matrices by matrices
+ * dst = A*B, A being src1 and B src2, each read as its letter says. Each operand has its own shape, as it is stored:
+ * src1Width columns and src1Height rows. The inner sizes must match: src1Width or, for t, src1Height on the left, and
+ * src2Height or, for t, src2Width on the right.
+ *
+ * dst(i, j) is ((p0 + p1) + p2) + ... with p(k) = A(i, k)*B(k, j), each product and each sum rounded, from left to
+ * right, in every form. The sum begins with p0 where all four sizes are equal and 3, 4, 5 or 6, otherwise with +0,
+ * which makes of a sum of negative zeros a positive one. Settled: some forms of some orders begin with +0 all the same.
+ *
+ * Settled, too:
+ * - kvlmMul_mat_32f with adjacent elements, src1 of 4 x 4 and src2 of height 3: a fourth element is stored in each row
+ * of dst, behind the three of the product. It is the product with the row that would follow in src2, which is read. In
+ * a packed dst the next row overwrites it; behind the last row it is a store beyond the object. Leave room for it.
+ * - kvlmMul_mm_32f_P and kvlmMul_tt_64f_P: sizes of 1, 2 and 3 whose bitwise OR is 3 make a product of order 3. All
+ * three tables must then have nine entries.
+ *
+ * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
+ * must overlap no source. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * @{
+ */
+KVLM_API KvlStatus kvlmMul_mm_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const float *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, float *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mm_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const float *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_mm_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const double *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, double *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mm_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const double *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmMul_tm_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const float *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, float *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tm_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const float *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_tm_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const double *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, double *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tm_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const double *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmMul_mt_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const float *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, float *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mt_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const float *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_mt_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const double *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, double *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_mt_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const double *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmMul_tt_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const float *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, float *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tt_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const float *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmMul_tt_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                  int src1Height, const double *src2, int src2RowStride, int src2ElemStride,
+                                  int src2Width, int src2Height, double *dst, int dstRowStride, int dstElemStride);
+KVLM_API KvlStatus kvlmMul_tt_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                    const double *const *src2, int src2Shift, int src2Width, int src2Height,
+                                    double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmMul_mam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mam_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mam_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mam_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mam_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mam_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tam_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tam_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tam_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tam_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tam_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mat_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mat_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mat_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mat_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mat_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mat_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tat_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tat_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tat_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const float *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tat_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                   int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tat_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tat_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                     int src1Width, int src1Height, const double *src2, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mma_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const float *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mma_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mma_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mma_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const double *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mma_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mma_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tma_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const float *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tma_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tma_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tma_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const double *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tma_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tma_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mta_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const float *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mta_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mta_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mta_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const double *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mta_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_mta_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tta_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const float *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, float *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tta_32f_P(const float *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const float *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tta_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const float *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, float *const *dst, int dstShift,
+                                     int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tta_64f(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                   int src1Height, const double *src2, int src2ObjStride, int src2RowStride,
+                                   int src2ElemStride, int src2Width, int src2Height, double *dst, int dstObjStride,
+                                   int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tta_64f_P(const double *const *src1, int src1Shift, int src1Width, int src1Height,
+                                     const double *const *src2, int src2Shift, int src2ObjStride, int src2Width,
+                                     int src2Height, double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmMul_tta_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int src1Width,
+                                     int src1Height, const double *const *src2, int src2Shift, int src2RowStride,
+                                     int src2ElemStride, int src2Width, int src2Height, double *const *dst,
+                                     int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const float *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, float *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mama_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const float *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, float *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_mama_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const float *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mama_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const double *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, double *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mama_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const double *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, double *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_mama_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const double *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const float *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, float *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tama_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const float *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, float *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_tama_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const float *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tama_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const double *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, double *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tama_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const double *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, double *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_tama_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const double *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_mata_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const float *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, float *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mata_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const float *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, float *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_mata_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const float *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mata_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const double *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, double *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_mata_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const double *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, double *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_mata_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const double *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmMul_tata_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const float *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, float *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tata_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const float *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, float *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_tata_32f_L(const float *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const float *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      float *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tata_64f(const double *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                    int src1Width, int src1Height, const double *src2, int src2ObjStride,
+                                    int src2RowStride, int src2ElemStride, int src2Width, int src2Height, double *dst,
+                                    int dstObjStride, int dstRowStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmMul_tata_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, int src1Width,
+                                      int src1Height, const double *const *src2, int src2Shift, int src2ObjStride,
+                                      int src2Width, int src2Height, double *const *dst, int dstShift, int dstObjStride,
+                                      int count);
+KVLM_API KvlStatus kvlmMul_tata_64f_L(const double *const *src1, int src1Shift, int src1RowStride, int src1ElemStride,
+                                      int src1Width, int src1Height, const double *const *src2, int src2Shift,
+                                      int src2RowStride, int src2ElemStride, int src2Width, int src2Height,
+                                      double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int count);
+/** @} */
+
+/**
+ * @name Gaxpy
+ * dst = A*x + b: A is src1, of `width` columns and `height` rows, x is src2 of length src2Len = `width`, b is src3 of
+ * length src3Len = `height`. In mva both vectors are arrays, in mvav src3 is single.
+ *
+ * dst(i) is the sum of the products A(i, k)*x(k), from left to right, plus b(i) at the end. It begins with +0 but in
+ * square matrices of order 3 to 6. With adjacent elements, standard and _L, square matrices of order 4, 5 and 6 have
+ * these sums:
+ *
+ * - 32f: (p0+p2)+(p1+p3); ((p0+p1)+p4)+(p2+p3) in the first four rows and ((p0+p2)+p4)+(p1+p3) in the fifth;
+ *   ((p0+p2)+p4)+((p1+p3)+p5).
+ * - 64f: (p0+p1)+(p2+p3); ((p0+p1)+(p2+p3))+p4; ((p0+p1)+(p2+p3))+(p4+p5).
+ *
+ * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
+ * may be src3, an array in mva, with the same strides; it must not overlap src1 or src2. Source of the name: Golub and
+ * Van Loan, Matrix Computations, 1.1.
+ * @{
+ */
+KVLM_API KvlStatus kvlmGaxpy_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                    const float *src2, int src2ElemStride, int src2Len, const float *src3,
+                                    int src3ElemStride, int src3Len, float *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmGaxpy_mv_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                      const float *const *src2, int src2Shift, int src2Len, const float *const *src3,
+                                      int src3Shift, int src3Len, float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmGaxpy_mv_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                    const double *src2, int src2ElemStride, int src2Len, const double *src3,
+                                    int src3ElemStride, int src3Len, double *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmGaxpy_mv_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                      const double *const *src2, int src2Shift, int src2Len, const double *const *src3,
+                                      int src3Shift, int src3Len, double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmGaxpy_mva_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const float *src2, int src2ObjStride, int src2ElemStride, int src2Len,
+                                     const float *src3, int src3ObjStride, int src3ElemStride, int src3Len, float *dst,
+                                     int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mva_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                       const float *const *src2, int src2Shift, int src2ObjStride, int src2Len,
+                                       const float *const *src3, int src3Shift, int src3ObjStride, int src3Len,
+                                       float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mva_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                       const float *const *src2, int src2Shift, int src2ElemStride, int src2Len,
+                                       const float *const *src3, int src3Shift, int src3ElemStride, int src3Len,
+                                       float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mva_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                     const double *src2, int src2ObjStride, int src2ElemStride, int src2Len,
+                                     const double *src3, int src3ObjStride, int src3ElemStride, int src3Len,
+                                     double *dst, int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mva_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                       const double *const *src2, int src2Shift, int src2ObjStride, int src2Len,
+                                       const double *const *src3, int src3Shift, int src3ObjStride, int src3Len,
+                                       double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mva_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                       const double *const *src2, int src2Shift, int src2ElemStride, int src2Len,
+                                       const double *const *src3, int src3Shift, int src3ElemStride, int src3Len,
+                                       double *const *dst, int dstShift, int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmGaxpy_mvav_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                      const float *src2, int src2ObjStride, int src2ElemStride, int src2Len,
+                                      const float *src3, int src3ElemStride, int src3Len, float *dst, int dstObjStride,
+                                      int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mvav_32f_P(const float *const *src1, int src1Shift, int width, int height,
+                                        const float *const *src2, int src2Shift, int src2ObjStride, int src2Len,
+                                        const float *const *src3, int src3Shift, int src3Len, float *const *dst,
+                                        int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mvav_32f_L(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                        const float *const *src2, int src2Shift, int src2ElemStride, int src2Len,
+                                        const float *src3, int src3ElemStride, int src3Len, float *const *dst,
+                                        int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mvav_64f(const double *src1, int src1RowStride, int src1ElemStride, int width, int height,
+                                      const double *src2, int src2ObjStride, int src2ElemStride, int src2Len,
+                                      const double *src3, int src3ElemStride, int src3Len, double *dst,
+                                      int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mvav_64f_P(const double *const *src1, int src1Shift, int width, int height,
+                                        const double *const *src2, int src2Shift, int src2ObjStride, int src2Len,
+                                        const double *const *src3, int src3Shift, int src3Len, double *const *dst,
+                                        int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, int src1ElemStride, int width,
+                                        int height, const double *const *src2, int src2Shift, int src2ElemStride,
+                                        int src2Len, const double *src3, int src3ElemStride, int src3Len,
+                                        double *const *dst, int dstShift, int dstElemStride, int count);
+/** @} */
+
+/**
+ * @name Homogeneous transform of points
+ * Maps points by a homogeneous transform with perspective division. src1 is a 4 x 4 matrix a whose fourth column is the
+ * translation, src2 an array of points of three elements, dst an array of the same.
+ *
+ * w = a(3,0)x + a(3,1)y + a(3,2)z + a(3,3), q = 1/w, dst(r) = (a(r,0)x + a(r,1)y + a(r,2)z + a(r,3))*q. Each sum is
+ * (a(r,0)x + a(r,1)y) + (a(r,2)z + a(r,3)) where all elements are adjacent, otherwise
+ * ((a(r,0)x + a(r,3)) + a(r,1)y) + a(r,2)z: the two may differ in the last bit.
+ *
+ * Where w is at most 1.1754944e-38 in magnitude, all three elements become 3.4028235e38, the status kvlErrZeroDivisor,
+ * and the next point follows: every point is worked in any case. A NaN in w is no zero divisor.
+ *
+ * Checks: pointers, `count`, strides. dst may be src2 with the same strides.
+ * @{
+ */
+KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1RowStride, int src1ElemStride,
+                                                  const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                                  int dstObjStride, int dstElemStride, int count);
+/** @} */
+
+/**
  * @name Determinant
  * dst[i] is the determinant of matrix i of src, of order widthHeight = n. dst is one element, in the array forms a
  * plain array of `count` elements, in every description.

@@ -21,17 +21,24 @@ KVLM_INLINE auto readAs(const X &x)
 }
 
 // dst = op(A, B), A and B read as their letters say.
-template <class Op, char LetterA, char LetterB, class A, class B, class D>
-KVLM_INLINE KvlStatus elementwise(const A &a, const B &b, const D &d, Shape shape, Count count = Count(1))
+template <char LetterA, char LetterB, class Op, class A, class B, class D>
+KVLM_INLINE KvlStatus elementwiseBy(Op op, const A &a, const B &b, const D &d, Shape shape, Count count)
 {
     using T = typename D::Element;
     if constexpr (D::isTable)
-        tables<T, LetterA, LetterB>(Op(), a, b, d, shape.width, shape.height, count.count);
+        tables<T, LetterA, LetterB>(op, a, b, d, shape.width, shape.height, count.count);
     else if constexpr (D::View::adjacentInRows)
-        contiguous<T>(Op(), readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+        contiguous<T>(op, readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
     else
-        strided<T>(Op(), readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+        strided<T>(op, readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
     return kvlOk;
+}
+
+// The same of an operation that has no state.
+template <class Op, char LetterA, char LetterB, class A, class B, class D>
+KVLM_INLINE KvlStatus elementwise(const A &a, const B &b, const D &d, Shape shape, Count count = Count(1))
+{
+    return elementwiseBy<LetterA, LetterB>(Op(), a, b, d, shape, count);
 }
 
 } // namespace kvlm

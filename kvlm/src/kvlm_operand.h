@@ -133,11 +133,15 @@ struct Strided : Part {
     }
 };
 
+template <class T>
+struct TableView;
+
 // Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
 template <class T, class Obj>
 struct Table : Part {
     static constexpr bool isSingle = std::is_same_v<Obj, None>, isTable = true, isSource = std::is_const_v<T>;
     using Element = T;
+    using View = TableView<T>;
     T *const *table;
     int shift;
     Obj objStride;
@@ -204,6 +208,8 @@ struct List : Part {
 // One object of a table, `width` elements a row.
 template <class T>
 struct TableView {
+    static constexpr bool adjacentInRows = false, adjacentInColumns = false;
+
     T *const *table;
     Offset shift;
     int width;
@@ -267,6 +273,19 @@ struct SizeMatch : Part {
     auto args() const { return std::tuple<>(); }
     auto plainArgs() const { return args(); }
     SizeMatch from(int, int, void *) const { return *this; }
+};
+
+// A constant, passed by value. An array of constants needs no class of its own: it is an array of vectors of one
+// adjacent element.
+template <class T>
+struct Constant : Part {
+    T value;
+
+    explicit Constant(T value) : value(value) {}
+
+    auto args() const { return std::tuple<T>(value); }
+    auto plainArgs() const { return args(); }
+    Constant from(int, int, void *) const { return *this; }
 };
 
 struct Count : Part {

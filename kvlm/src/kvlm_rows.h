@@ -35,12 +35,16 @@
 #define PART_MA_LS(T, x) (List<T, int, int>(x, x##Shift, x##RowStride, x##ElemStride))
 
 // One vector
-#define ARG_V_U(T, x)  T *x
-#define ARG_V_S(T, x)  T *x, int x##ElemStride
-#define ARG_V_P(T, x)  T *const *x, int x##Shift
-#define PART_V_U(T, x) (Strided<T, None, None, Unit<T>>(x, {}, {}, {}))
-#define PART_V_S(T, x) (Strided<T, None, None, int>(x, {}, {}, x##ElemStride))
-#define PART_V_P(T, x) (Table<T, None>(x, x##Shift, {}))
+#define ARG_V_U(T, x)   T *x
+#define ARG_V_S(T, x)   T *x, int x##ElemStride
+#define ARG_V_P(T, x)   T *const *x, int x##Shift
+#define ARG_V_LU(T, x)  ARG_V_U(T, x)
+#define ARG_V_LS(T, x)  ARG_V_S(T, x)
+#define PART_V_U(T, x)  (Strided<T, None, None, Unit<T>>(x, {}, {}, {}))
+#define PART_V_S(T, x)  (Strided<T, None, None, int>(x, {}, {}, x##ElemStride))
+#define PART_V_P(T, x)  (Table<T, None>(x, x##Shift, {}))
+#define PART_V_LU(T, x) PART_V_U(T, x)
+#define PART_V_LS(T, x) PART_V_S(T, x)
 
 // An array of vectors
 #define ARG_VA_U(T, x)   T *x, int x##ObjStride
@@ -54,19 +58,40 @@
 #define PART_VA_LU(T, x) (List<T, None, Unit<T>>(x, x##Shift, {}, {}))
 #define PART_VA_LS(T, x) (List<T, None, int>(x, x##Shift, {}, x##ElemStride))
 
+// One constant, the same in every description, and an array of constants. These have a stride in _P too, and adjacency
+// means nothing to them.
+#define ARG_C(T, x)      T x
+#define PART_C(T, x)     (Constant<T>(x))
+#define ARG_CA_U(T, x)   T *x, int x##Stride
+#define ARG_CA_S(T, x)   ARG_CA_U(T, x)
+#define ARG_CA_P(T, x)   ARG_CA_U(T, x)
+#define ARG_CA_LU(T, x)  T *const *x, int x##Shift
+#define ARG_CA_LS(T, x)  ARG_CA_LU(T, x)
+#define PART_CA_U(T, x)  (Strided<T, int, None, Unit<T>>(x, x##Stride, {}, {}))
+#define PART_CA_S(T, x)  PART_CA_U(T, x)
+#define PART_CA_P(T, x)  PART_CA_U(T, x)
+#define PART_CA_LU(T, x) (List<T, None, Unit<T>>(x, x##Shift, {}, {}))
+#define PART_CA_LS(T, x) PART_CA_LU(T, x)
+
 // Plain arrays with a run of entries for each object, and the caller's scratch: the same in every description
 #define ARG_RUNS(T, x, perObject)   T *x
 #define PART_RUNS(T, x, perObject)  (Runs<T>(x, perObject))
 #define ARG_BUFFER(T, x, elements)  T *x
 #define PART_BUFFER(T, x, elements) (Buffer<T>(x, elements))
 
-// Sizes and count
-#define ARG_SHAPE      int width, int height
-#define PART_SHAPE     Shape(width, height)
-#define ARG_LENGTH(x)  int x
-#define PART_LENGTH(x) Length(x)
-#define ARG_COUNT      int count
-#define PART_COUNT     Count(count)
+// Sizes, of the result or of an operand, with a condition on two of them, and count
+#define ARG_SHAPE                       int width, int height
+#define PART_SHAPE                      Shape(width, height)
+#define ARG_SHAPE_OF(x)                 int x##Width, int x##Height
+#define PART_SHAPE_OF(x)                Shape(x##Width, x##Height)
+#define ARG_SHAPE_MATCHED(x, matched)   ARG_SHAPE_OF(x)
+#define PART_SHAPE_MATCHED(x, matched)  PART_SHAPE_OF(x), SizeMatch(matched)
+#define ARG_LENGTH(x)                   int x
+#define PART_LENGTH(x)                  Length(x)
+#define ARG_LENGTH_MATCHED(x, matched)  ARG_LENGTH(x)
+#define PART_LENGTH_MATCHED(x, matched) PART_LENGTH(x), SizeMatch(matched)
+#define ARG_COUNT                       int count
+#define PART_COUNT                      Count(count)
 
 // Classes: two sources and a destination
 #define VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(len)

@@ -1,0 +1,65 @@
+// The homogeneous transform of points, four at a time.
+#ifndef KVLMAFFINETRANSFORM3DH_H
+#define KVLMAFFINETRANSFORM3DH_H
+
+#include "kvlm_groups.h"
+#include "kvlm_rows.h"
+
+#include <float.h>
+
+namespace kvlm {
+
+// Row r of the matrix times the point. Both orders are settled, one for adjacent elements, one for any.
+template <bool Adjacent, class V>
+KVLM_INLINE V homogeneous(const V (&a)[4][4], int r, const V (&p)[3])
+{
+    if constexpr (Adjacent)
+        return (a[r][0] * p[0] + a[r][1] * p[1]) + (a[r][2] * p[2] + a[r][3]);
+    else
+        return ((a[r][0] * p[0] + a[r][3]) + a[r][1] * p[1]) + a[r][2] * p[2];
+}
+
+// Returns in which lanes w is zero to working precision. NaN is not.
+template <bool Adjacent, class V>
+KVLM_INLINE V transformed(const V (&a)[4][4], const V (&p)[3], V (&out)[3])
+{
+    const V w = homogeneous<Adjacent>(a, 3, p), zero = atLeast(V::all(FLT_MIN), magnitude(w)), q = V::all(1) / w;
+    for (int r = 0; r < 3; ++r)
+        out[r] = without(homogeneous<Adjacent>(a, r, p) * q, zero) | (V::all(FLT_MAX) & zero);
+    return zero;
+}
+
+template <class A, class P, class D>
+KVLM_INLINE KvlStatus transformPoints(const A &src1, const P &src2, const D &dst, Count count)
+{
+    using V = Lanes<float>;
+    constexpr bool adjacent = D::View::adjacentInRows;
+    V a[4][4], zeros = V::all(0);
+    loadObject(src1, 0, a);
+    const Apart<1, 3, float> apart(dst);
+    inGroups<float>(
+        count.count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            if (!apart(dst, i))
+                return false;
+            V p[1][3], out[1][3];
+            loadObjects(src2, i, p);
+            zeros = zeros | transformed<adjacent>(a, p[0], out[0]);
+            storeObjects(dst, i, out);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            V p[1][3], out[1][3];
+            loadObject(src2, i, p);
+            zeros = zeros | transformed<adjacent>(a, p[0], out[0]);
+            storeObject(dst, i, out);
+            return KvlStatus(kvlOk); // the points after it are transformed all the same
+        });
+    return any(zeros) ? kvlErrZeroDivisor : kvlOk;
+}
+
+} // namespace kvlm
+
+#define AFFINE(X, D, T) X##_M_##D(const T, src1), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), X##_COUNT
+
+#endif

@@ -1,0 +1,6 @@
+// The homogeneous transform of an array of points: driver.
+#include "kvlmaffinetransform3dh.h"
+
+using namespace kvlm;
+
+DRIVER(kvlmAffineTransform3DH_mva_32f, AFFINE, float)

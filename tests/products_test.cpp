@@ -1,0 +1,147 @@
+// What products do beyond their operands, settled oddities all.
+#include "problem.h"
+
+#include <gtest/gtest.h>
+
+#define SCALING_KERNEL(order)                                                                                          \
+    KvlStatus ownmMul_mac_32f_##order##_ASM(const float *, int, int, float, float *, int, int, int);                   \
+    KvlStatus ownmMul_mac_32f_##order##_S2_ASM(const float *, int, int, float, float *, int, int, int);
+extern "C" {
+SCALING_KERNEL(3x3)
+SCALING_KERNEL(4x4)
+SCALING_KERNEL(5x5)
+SCALING_KERNEL(6x6)
+KvlStatus ownkvlmMul_mac_32f_P_ASM(const float *const *, int, int, float, float *const *, int, int, int, int, int);
+}
+
+namespace {
+
+// The scaling kernels that no function of the library calls.
+TEST(Products, ScalingKernelsOfOneOrder)
+{
+    const auto kernels = {std::make_pair(3, ownmMul_mac_32f_3x3_ASM), std::make_pair(3, ownmMul_mac_32f_3x3_S2_ASM),
+                          std::make_pair(4, ownmMul_mac_32f_4x4_ASM), std::make_pair(4, ownmMul_mac_32f_4x4_S2_ASM),
+                          std::make_pair(5, ownmMul_mac_32f_5x5_ASM), std::make_pair(5, ownmMul_mac_32f_5x5_S2_ASM),
+                          std::make_pair(6, ownmMul_mac_32f_6x6_ASM), std::make_pair(6, ownmMul_mac_32f_6x6_S2_ASM)};
+    for (const auto &[order, kernel] : kernels)
+        for (int count : {1, 4, 7})
+            for (Layout layout : {Layout::packed, Layout::padded, Layout::gaps}) {
+                Random random(order + count);
+                Operand<float> src("ma", 'S', {order, order, count}, layout, random);
+                Operand<float> dst("ma", 'S', {order, order, count}, layout, random);
+                std::vector<float> values = someFactors<float>(src.size(), false, true, random);
+                src.set(values);
+                Args from, to;
+                src.appendTo(from);
+                dst.appendTo(to);
+                const Args args = {from[0], from[1], from[2], Arg::constant(0.3),
+                                   to[0],   to[1],   to[2],   Arg::integer('C', count)};
+                EXPECT_EQ(Function(kernel)(args), kvlOk);
+                for (float &x : values)
+                    x *= 0.3f;
+                dst.expect(values, 0, count);
+                EXPECT_EQ(dst.difference(), "") << order;
+            }
+}
+
+// Objects lie adjacent, whatever the object strides say; the shifts count.
+TEST(Products, ScalingKernelOfTables)
+{
+    constexpr int positions = 6, count = 11, size = sizeof(float);
+    std::vector<float> a(positions * 16, 3), d(positions * 16 + 1, 7), expected = d;
+    const float *from[positions];
+    float *to[positions];
+    for (int p = 0; p < positions; ++p) {
+        from[p] = &a[(positions - 1 - p) * 16];
+        to[p] = &d[p * 16];
+        for (int i = 0; i < count; ++i) {
+            a[(positions - 1 - p) * 16 + 2 + i] = static_cast<float>(p + i);
+            expected[p * 16 + 1 + i] = static_cast<float>(p + i) * 0.3f;
+        }
+    }
+    EXPECT_EQ(ownkvlmMul_mac_32f_P_ASM(from, 2 * size, 40, 0.3f, to, size, 400, 3, 2, count), kvlOk);
+    EXPECT_EQ(d, expected);
+}
+
+// A height of 3 beside a src1 of 4 x 4: a fourth element in each row of dst, made with the row behind src2.
+TEST(Products, FourthElementOfFourByThree)
+{
+    for (int count : {1, 2, 5})
+        for (int gap : {0, 1, 2}) { // elements between the rows of dst
+            const int row = 3 + gap, size = sizeof(float);
+            Random random(count);
+            const std::vector<float> a = someFactors<float>(16 * count, false, true, random);
+            const std::vector<float> b = someFactors<float>(16, false, false, random);
+            std::vector<float> dst(count * 4 * row + 1, 7), expected = dst;
+            for (int i = 0; i < count; ++i)
+                for (int r = 0; r < 4; ++r)
+                    for (int c = 0; c < 4; ++c) {
+                        const float *const x = &a[i * 16 + r * 4], *const y = &b[c * 4];
+                        expected[(i * 4 + r) * row + c] = ((x[0] * y[0] + x[1] * y[1]) + x[2] * y[2]) + x[3] * y[3];
+                    }
+            ASSERT_EQ(kvlmMul_mat_32f(a.data(), 16 * size, 4 * size, size, 4, 4, b.data(), 4 * size, size, 4, 3,
+                                      dst.data(), 4 * row * size, row * size, size, count),
+                      kvlOk);
+            for (std::size_t k = 0; k < dst.size(); ++k)
+                ASSERT_TRUE(std::memcmp(&dst[k], &expected[k], size) == 0 ||
+                            (std::isnan(dst[k]) && std::isnan(expected[k])))
+                    << count << " " << gap << " " << k;
+        }
+}
+
+// The other forms of the same product keep to their three columns.
+TEST(Products, NoFourthElementElsewhere)
+{
+    for (const Member &member : members())
+        if (member.letters == "mat" && member.name != "kvlmMul_mat_32f")
+            withType(member, [&](auto zero) {
+                Setting setting = {3, 4, 3, Layout::packed, Layout::packed, Layout::packed};
+                setting.inner = 4;
+                EXPECT_EQ(Problem<decltype(zero)>(member, setting, 1).run(), "");
+                setting.dst = Layout::strided;
+                EXPECT_EQ(Problem<decltype(zero)>(member, setting, 1).run(), "");
+            });
+}
+
+// Sizes of 1, 2 and 3 whose OR is 3 make a product of order 3 from nine entries of each table.
+template <class T, class Function>
+void multiplyNine(Function function, bool turned, int w1, int h1, int w2, int h2)
+{
+    Random random(w1 + 4 * h1 + 16 * w2);
+    const std::vector<T> a = someFactors<T>(9, false, true, random), b = someFactors<T>(9, false, false, random);
+    std::vector<T> dst(9), expected(9), left(9), right(9);
+    const T *tableA[9], *tableB[9];
+    T *tableD[9];
+    for (int k = 0; k < 9; ++k) {
+        tableA[k] = &a[k];
+        tableB[k] = &b[k];
+        tableD[k] = &dst[k];
+        left[k] = a[turned ? k % 3 * 3 + k / 3 : k];
+        right[k] = b[turned ? k % 3 * 3 + k / 3 : k];
+    }
+    oracle::multiply("mm", "P", 3, 3, 3, left.data(), right.data(), expected.data());
+    ASSERT_EQ(function(tableA, 0, w1, h1, tableB, 0, w2, h2, tableD, 0), kvlOk);
+    for (int k = 0; k < 9; ++k)
+        ASSERT_TRUE(std::memcmp(&dst[k], &expected[k], sizeof(T)) == 0 ||
+                    (std::isnan(dst[k]) && std::isnan(expected[k])))
+            << w1 << " " << h1 << " " << w2 << " " << h2 << " element " << k;
+}
+
+TEST(Products, OrderThreeByOr)
+{
+    int shapes = 0;
+    for (int w1 = 1; w1 <= 3; ++w1)
+        for (int h1 = 1; h1 <= 3; ++h1)
+            for (int w2 = 1; w2 <= 3; ++w2)
+                for (int h2 = 1; h2 <= 3; ++h2)
+                    if ((w1 | h1 | w2 | h2) == 3) {
+                        if (w1 == h2)
+                            multiplyNine<float>(kvlmMul_mm_32f_P, false, w1, h1, w2, h2);
+                        if (h1 == w2)
+                            multiplyNine<double>(kvlmMul_tt_64f_P, true, w1, h1, w2, h2);
+                        ++shapes;
+                    }
+    EXPECT_EQ(shapes, 79);
+}
+
+} // namespace
