@@ -220,24 +220,12 @@ inline std::string withMatch(const std::string &family, const std::string &lette
 }
 
 // X(family, operands): one object in the standard and the pointer description.
-#define SINGLE_MEMBERS(X)                                                                                              \
-    X(Add, vv)                                                                                                         \
-    X(Add, mm)                                                                                                         \
-    X(Add, tm)                                                                                                         \
-    X(Add, tt)                                                                                                         \
-    X(Sub, mm)                                                                                                         \
-    X(Sub, tm)                                                                                                         \
-    X(Sub, mt)                                                                                                         \
-    X(Sub, tt)                                                                                                         \
-    X(Det, m)                                                                                                          \
-    X(LUDecomp, m)                                                                                                     \
-    X(LUBackSubst, mv)                                                                                                 \
-    X(Invert, m)                                                                                                       \
-    X(Transpose, m)                                                                                                    \
-    X(Mul, mm)                                                                                                         \
-    X(Mul, tm)                                                                                                         \
-    X(Mul, mt)                                                                                                         \
-    X(Mul, tt)
+// clang-format off
+#define SINGLE_MEMBERS(X) \
+    X(Add, vv) X(Add, mm) X(Add, tm) X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) \
+    X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) \
+    X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv)
+// clang-format on
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f).
 #define ORDERED_SINGLE_MEMBERS(X)                                                                                      \
