@@ -238,6 +238,14 @@ struct Shape : Part {
     Shape from(int, int, void *) const { return *this; }
 };
 
+// The sizes of a matrix that must have at least as many rows as columns.
+struct TallShape : Shape {
+    using Shape::Shape;
+
+    bool matchFault() const { return width > height; }
+    TallShape from(int, int, void *) const { return *this; }
+};
+
 struct Length : Part {
     int length;
 

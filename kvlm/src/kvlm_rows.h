@@ -63,6 +63,8 @@
 // Sizes and count
 #define ARG_SHAPE      int width, int height
 #define PART_SHAPE     Shape(width, height)
+#define ARG_TALL       ARG_SHAPE
+#define PART_TALL      TallShape(width, height)
 #define ARG_LENGTH(x)  int x
 #define PART_LENGTH(x) Length(x)
 #define ARG_COUNT      int count
