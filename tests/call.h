@@ -108,8 +108,18 @@ struct Member {
     {
         return std::find(operands.begin(), operands.end(), operand) != operands.end();
     }
+    bool isSum() const { return family == "Add" || family == "Sub"; }
     bool isSquare() const { return has("n"); }
+    bool isTall() const { return order.back() == 'M'; } // width is at most height
     bool isVector() const { return has("l"); }
+    // The letters of a source, counted from 1; empty if there is none.
+    std::string source(int number) const
+    {
+        for (const std::string &operand : operands)
+            if (std::string("mtv").find(operand[0]) != std::string::npos && --number == 0)
+                return operand;
+        return "";
+    }
 };
 
 // Splits the letters of a name: "tama" gives "ta", "ma".

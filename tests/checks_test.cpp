@@ -9,7 +9,8 @@ namespace {
 
 struct Defect {
     std::size_t position;
-    int value; // of an integer; a pointer becomes null
+    int value;  // of an integer; a pointer becomes null
+    char check; // the class of check that finds it
 };
 
 int statusOf(char check)
@@ -23,17 +24,19 @@ int statusOf(char check)
         return -203;
     case 'T':
         return -182;
+    case 'M':
+        return -204;
     default:
         return -202;
     }
 }
 
-// Where in the member's order an argument is tested.
-std::size_t rank(const Member &member, const Arg &arg)
+// Where in the member's order a defect of an argument is found.
+std::size_t rank(const Member &member, const Arg &arg, char check)
 {
-    std::size_t at = member.order.find(arg.check);
+    std::size_t at = member.order.find(check);
     for (int k = 0; k < arg.round && at != std::string::npos; ++k)
-        at = member.order.find(arg.check, at + 1);
+        at = member.order.find(check, at + 1);
     return at;
 }
 
@@ -59,9 +62,14 @@ std::vector<Defect> defectsOf(const Member &member, const Args &args)
         if (args[k].check == 'T' || args[k].check == 'H')
             for (int extra = 1; extra < size; ++extra)
                 values.push_back(size * (args[k].check == 'T') + extra);
-        if (rank(member, args[k]) != std::string::npos)
+        if (rank(member, args[k], args[k].check) != std::string::npos)
             for (int value : values)
-                defects.push_back({k, value});
+                defects.push_back({k, value, args[k].check});
+    }
+    if (member.isTall()) { // of order 3 before
+        const std::size_t height = args.size() - 1 - member.isArray();
+        defects.push_back({height - 1, 4, 'M'});
+        defects.push_back({height, 2, 'M'});
     }
     return defects;
 }
@@ -96,8 +104,11 @@ TEST(Checks, EveryDefectAndEveryPair)
                     apply(defects[k], args);
                 else if (k != j)
                     continue;
-                const Arg &first = sound[defects[j].position], &second = sound[defects[k].position];
-                const int expected = statusOf(rank(member, first) <= rank(member, second) ? first.check : second.check);
+                const auto rankOf = [&](const Defect &defect) {
+                    return rank(member, sound[defect.position], defect.check);
+                };
+                const Defect &first = rankOf(defects[j]) <= rankOf(defects[k]) ? defects[j] : defects[k];
+                const int expected = statusOf(first.check);
                 running() = member.name + " with defects at arguments " + std::to_string(defects[j].position) +
                             " and " + std::to_string(defects[k].position);
                 const KvlStatus status = member.call(args);

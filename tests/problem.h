@@ -43,10 +43,10 @@ public:
         : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1), layoutRandom(seed)
     {
         // The values do not depend on the layouts, nor on the machine.
-        const int height = member.isSquare() ? s.width : s.height;
+        height = member.isSquare() ? s.width : s.height;
         Random random(static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
         for (const std::string &token : member.operands)
-            addArgument(token, height, random);
+            addArgument(token, random);
         if (member.has("p"))
             makeFactors(random);
         initial = target().get();
@@ -72,14 +72,15 @@ public:
             expected = compute(first + written, result.data(), pivotResult.data());
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isSquare()) { // NaN is NaN
+        if (!member.isSum()) { // NaN is NaN
             const std::vector<T> actual = target().get();
             for (std::size_t k = 0; k < result.size(); ++k)
                 if (std::isnan(result[k]) && std::isnan(actual[k]) &&
                     std::memcmp(&result[k], &initial[k], sizeof(T)) != 0)
                     result[k] = actual[k];
         }
-        target().expect(result, first, written);
+        const bool lowerAlone = member.family == "CholeskyDecomp";
+        target().expect(result, first, written, [&](int k) { return !lowerAlone || k % n <= k / n; });
         std::string wrong;
         if (pivots && member.has("P"))
             pivots->expect(pivotResult, first, written);
@@ -107,17 +108,19 @@ public:
     Args args;
 
 private:
-    void addArgument(const std::string &token, int height, Random &random)
+    void addArgument(const std::string &token, Random &random)
     {
         const char letter = token[0];
         if (letter == 'm' || letter == 't' || letter == 'v') {
             const Layout layout = sources.empty() ? setting.src1 : setting.src2;
-            sources.push_back(addOperand(token, {letter == 'v' ? 1 : height, n, count}, layout));
-            if (!member.isSquare()) {
+            const Shape vector = {1, member.isTall() ? height : n, count};
+            sources.push_back(addOperand(token, letter == 'v' ? vector : Shape{height, n, count}, layout));
+            if (member.isSum()) {
                 nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
                 sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst, random));
             } else
-                sources.back()->set(letter == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random));
+                sources.back()->set(letter == 'v' ? vectors(vector.columns * count, random)
+                                                  : matrices(token.size() > 1 ? count : 1, random));
             sourceValues.push_back(sources.back()->get());
             sources.back()->appendTo(args);
         } else if (letter == 'M' || letter == 'V' || letter == 'D') {
@@ -131,7 +134,7 @@ private:
             pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
             pivots->appendTo(args);
         } else if (letter == 'b') {
-            const int elements = n * n + (n * 4 + static_cast<int>(sizeof(T)) - 1) / static_cast<int>(sizeof(T));
+            const int size = sizeof(T), elements = member.isTall() ? height : n * n + (n * 4 + size - 1) / size;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             buffer->appendTo(args);
         } else
@@ -150,14 +153,23 @@ private:
         std::vector<T> all;
         for (int i = 0; i < number; ++i) {
             const bool difficult = setting.difficult && random.below(6) == 0;
-            const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+            const std::vector<T> a = matrix(difficult, random);
             all.insert(all.end(), a.begin(), a.end());
         }
         return all;
     }
-    std::vector<T> vectors(Random &random)
+    std::vector<T> matrix(bool difficult, Random &random) const
     {
-        std::vector<T> all(n * count);
+        if (member.family == "CholeskyDecomp")
+            return somePositiveMatrix<T>(n, difficult, random);
+        if (member.isTall())
+            return someTallMatrix<T>(n, height, difficult, random);
+        const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+        return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
+    }
+    static std::vector<T> vectors(int elements, Random &random)
+    {
+        std::vector<T> all(elements);
         for (T &x : all)
             x = inUnitInterval<T>(random);
         return all;
@@ -182,7 +194,8 @@ private:
     KvlStatus compute(int i, T *result, int *pivotResult) const
     {
         const std::vector<T> &a = sourceValues[0], &b = sourceValues.back();
-        const T *const a0 = &a[static_cast<std::size_t>(i) * n * n % a.size()];
+        const T *const a0 = &a[static_cast<std::size_t>(i) * n * height % a.size()];
+        const T *const b0 = &b[static_cast<std::size_t>(i) * height % b.size()];
         T *const x = result + static_cast<std::size_t>(i) * perObject;
         int *const p = pivotResult + static_cast<std::size_t>(i % std::max(1, pivotRuns)) * n;
         const bool isArray = member.isArray(), isTable = member.description == 'P';
@@ -192,9 +205,18 @@ private:
         else if (member.family == "LUDecomp")
             return oracle::factor(n, a0, x, p, isTable);
         else if (member.family == "LUBackSubst")
-            oracle::solve(n, a0, p, &b[static_cast<std::size_t>(i) * n], x);
+            oracle::solve(n, a0, p, b0, x);
         else if (member.family == "Invert")
             return oracle::invert(n, a0, x, isArray, adjacent);
+        else if (member.family == "CholeskyDecomp")
+            return oracle::choleskyFactor(n, a0, x,
+                                          oracle::choleskyThreshold<T>(n, isArray, adjacent, member.description));
+        else if (member.family == "CholeskyBackSubst")
+            oracle::choleskySolve(n, a0, b0, x);
+        else if (member.family == "QRDecomp")
+            return oracle::qrFactor(n, height, a0, x);
+        else if (member.family == "QRBackSubst")
+            oracle::qrSolve(n, height, a0, b0, x);
         else
             for (int k = 0; k < perObject; ++k)
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
@@ -210,7 +232,7 @@ private:
 
     const Member &member;
     Setting setting;
-    int n, count;
+    int n, height = 0, count;
     int perObject = 0, pivotRuns = 0;
     bool nanInFirst = false;
     Random layoutRandom;

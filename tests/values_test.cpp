@@ -14,6 +14,8 @@ struct Size {
 };
 const Size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}, {8, 8}, {9, 9}, {1, 5},
                       {6, 1}, {3, 4}, {4, 3}, {5, 3}, {3, 6}, {2, 7}, {9, 4}, {7, 6}, {37, 1}};
+// For members that want at least as many rows as columns, besides those of the others.
+const Size tallSizes[] = {{1, 2}, {2, 3}, {4, 6}, {4, 8}, {5, 6}, {6, 9}, {7, 9}, {6, 64}, {3, 65}};
 const int counts[] = {1, 2, 3, 4, 5, 7, 8, 9, 17};
 
 // Runs one problem; false after the first failure, which it reports.
@@ -30,10 +32,16 @@ template <class Body>
 void forEachCase(const Member &member, Body body)
 {
     std::uint64_t seed = 1;
+    std::vector<Size> wanted;
     for (const Size &size : sizes)
+        if (size.width == size.height || !(member.isSquare() || (member.isTall() && size.width > size.height)))
+            wanted.push_back(size);
+    if (member.isTall())
+        wanted.insert(wanted.end(), std::begin(tallSizes), std::end(tallSizes));
+    for (const Size &size : wanted)
         for (int count : counts) {
-            const bool square = member.isSquare();
-            if ((!member.isArray() && count > 3) || (square && (size.width != size.height || size.width * count > 54)))
+            if ((!member.isArray() && count > 3) ||
+                (!member.isSum() && size.height * count > (size.height > 9 ? 320 : 54)))
                 break;
             if (!body(size, count, ++seed * 7919))
                 return;
@@ -69,6 +77,11 @@ TEST(Values, MixedLayouts)
         });
 }
 
+bool isComputedOnCopies(const Member &member, Size size)
+{
+    return member.isTall() ? size.width <= 6 && size.height <= 64 : oracle::isUnrolled(size.width);
+}
+
 TEST(Values, OverlappingDestinationObjects)
 {
     for (const Member &member : members()) {
@@ -77,7 +90,7 @@ TEST(Values, OverlappingDestinationObjects)
         forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
             for (Layout sources : {Layout::packed, Layout::strided, Layout::interleaved})
                 // Elements of one object may coincide too: general orders compute where they are.
-                if ((!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
+                if ((member.isSum() || (isComputedOnCopies(member, size) && count > 1)) &&
                     !holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
                     return false;
             return true;
@@ -86,24 +99,27 @@ TEST(Values, OverlappingDestinationObjects)
 }
 
 // Whether the destination may be that source.
-bool mayBeInPlace(const Member &member, const std::string &source, int order)
+bool mayBeInPlace(const Member &member, const std::string &source, Size size)
 {
+    const bool always =
+        member.isSum() || member.isTall() || member.family == "LUDecomp" || member.family.find("Cholesky") == 0;
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
     return (source[0] == 'm' || source[0] == 'v') && member.has(destination) &&
-           (!member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order));
+           (always || oracle::isUnrolled(size.width)) &&
+           (member.family != "QRBackSubst" || size.width == size.height); // else the two have other lengths
 }
 
 TEST(Values, InPlace)
 {
     for (const Member &member : members())
         for (int source : {1, 2}) {
-            const std::string &letters = member.operands[member.has("p") ? 2 * source - 2 : source - 1];
+            const std::string letters = member.source(source);
             forEachCase(member, [&](Size size, int count, std::uint64_t seed) {
                 for (Layout layout : {Layout::packed, Layout::padded, Layout::strided, Layout::interleaved}) {
                     Setting setting = {size.width, size.height, count, layout, layout, layout};
                     setting.inPlace = source;
-                    if (mayBeInPlace(member, letters, size.width) && !holds(member, setting, seed))
+                    if (mayBeInPlace(member, letters, size) && !holds(member, setting, seed))
                         return false;
                 }
                 return true;
@@ -115,13 +131,14 @@ TEST(Values, InPlace)
 TEST(Values, DifficultMatrices)
 {
     for (const Member &member : members())
-        for (std::uint64_t turn = 0; member.isSquare() && turn < 400; ++turn) {
+        for (std::uint64_t turn = 0; !member.isSum() && turn < 400; ++turn) {
             Random random(turn);
             const int order = 1 + static_cast<int>(turn % 8), count = 1 + random.below(order > 6 ? 4 : 14);
             Layout layouts[3];
             for (Layout &layout : layouts)
                 layout = random.below(2) ? Layout::packed : static_cast<Layout>(random.below(disjointLayouts));
-            Setting setting = {order, order, count, layouts[0], layouts[1], layouts[2]};
+            const int height = member.isTall() ? order + random.below(3) : order;
+            Setting setting = {order, height, count, layouts[0], layouts[1], layouts[2]};
             setting.difficult = true;
             if (!holds(member, setting, turn))
                 break;
@@ -201,7 +218,8 @@ TEST(Memory, ObjectsBeyondTwoGibibytes)
 // What the processor makes of a reciprocal differs between models.
 bool hasRoughReciprocal(const Member &member)
 {
-    return member.family == "Invert" && !member.is64 && member.description != 'P';
+    return !member.is64 &&
+           (member.family == "CholeskyDecomp" || (member.family == "Invert" && member.description != 'P'));
 }
 
 // The same bits from every description, layout and number of threads. digest.txt lets two builds be compared.
@@ -221,7 +239,7 @@ TEST(Values, SameBitsFromEveryDescriptionAndTeam)
         };
         withType(member, [&](auto zero) {
             using T = decltype(zero);
-            const Size other = member.isSquare() ? Size{2, 2} : Size{7, 4};
+            const Size other = member.isSquare() ? Size{2, 2} : member.isTall() ? Size{4, 7} : Size{7, 4};
             for (const Size &size : {batchSizes[turn % 4], other}) {
                 for (Layout layout : {Layout::packed, Layout::strided}) {
                     int count = 10;
