@@ -154,8 +154,17 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     X(Add, tm)                                                                                                         \
     X(Add, tt)                                                                                                         \
     X(Sub, mm)                                                                                                         \
-    X(Sub, tm) X(Sub, mt) X(Sub, tt) X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(CholeskyDecomp, m)     \
-        X(CholeskyBackSubst, mv) X(QRDecomp, m) X(QRBackSubst, mv)
+    X(Sub, tm)                                                                                                         \
+    X(Sub, mt)                                                                                                         \
+    X(Sub, tt)                                                                                                         \
+    X(Det, m)                                                                                                          \
+    X(LUDecomp, m)                                                                                                     \
+    X(LUBackSubst, mv)                                                                                                 \
+    X(Invert, m)                                                                                                       \
+    X(CholeskyDecomp, m)                                                                                               \
+    X(CholeskyBackSubst, mv)                                                                                           \
+    X(QRDecomp, m)                                                                                                     \
+    X(QRBackSubst, mv)
 
 // X(family, operands, orders of checks, estimate, limits): arrays, in all three descriptions.
 #define ARRAY_MEMBERS(X)                                                                                               \

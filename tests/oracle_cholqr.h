@@ -8,7 +8,7 @@ namespace oracle {
 
 // The smallest diagonal element that fails.
 template <class T>
-T choleskyThreshold(int n, bool isArray, bool isAdjacent, char description)
+ORACLE_RESULT T choleskyThreshold(int n, bool isArray, bool isAdjacent, char description)
 {
     if (description == 'P')
         return n == 3 ? T(FLT_EPSILON) : 0;
@@ -16,12 +16,12 @@ T choleskyThreshold(int n, bool isArray, bool isAdjacent, char description)
     return exception && (n < 3 || n > 5) ? T(DBL_EPSILON) : 0;
 }
 
-inline double reciprocalRoot(double s)
+inline ORACLE_RESULT double reciprocalRoot(double s)
 {
     return 1 / std::sqrt(s);
 }
 
-inline float reciprocalRoot(float s)
+inline ORACLE_RESULT float reciprocalRoot(float s)
 {
     const float y = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(s)));
     float x = s * y;

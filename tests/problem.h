@@ -119,7 +119,7 @@ private:
                 nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
                 sources.back()->set(someValues<T>(sources.back()->size(), nanInFirst, random));
             } else
-                sources.back()->set(letter == 'v' ? vectors(vector.columns * count, random)
+                sources.back()->set(letter == 'v' ? vectors(vector.columns, random)
                                                   : matrices(token.size() > 1 ? count : 1, random));
             sourceValues.push_back(sources.back()->get());
             sources.back()->appendTo(args);
@@ -167,11 +167,16 @@ private:
         const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
         return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
     }
-    static std::vector<T> vectors(int elements, Random &random)
+    // Difficult ones are zeros of either sign.
+    std::vector<T> vectors(int length, Random &random) const
     {
-        std::vector<T> all(elements);
-        for (T &x : all)
-            x = inUnitInterval<T>(random);
+        std::vector<T> all(length * count);
+        bool zeros = false;
+        for (std::size_t k = 0; k < all.size(); ++k) {
+            if (k % length == 0)
+                zeros = setting.difficult && random.below(4) == 0;
+            all[k] = zeros ? T(random.below(4) ? -0.0 : 0.0) : inUnitInterval<T>(random);
+        }
         return all;
     }
     // Any permutation will do as pivots of a solver; some diagonals are zero.

@@ -5,6 +5,7 @@
 
 #include "kvlm_lanes.h"
 #include "kvlm_operand.h"
+#include "kvlm_several.h"
 
 namespace kvlm {
 
@@ -176,12 +177,12 @@ KVLM_INLINE bool sideBySide(const X &x)
 }
 
 // A column of an array of rows.
-template <class V, class Columns>
+template <class Rows, class Columns>
 struct ColumnOf {
-    V *first;
+    Rows first;
     Columns columns;
 
-    KVLM_INLINE V &operator[](int j) const { return first[j * columns]; }
+    KVLM_INLINE auto &operator[](int j) const { return first[j * columns]; }
     KVLM_INLINE ColumnOf operator+(int j) const { return {first + j * columns, columns}; }
 };
 
@@ -305,8 +306,8 @@ KVLM_INLINE int product(int a, int b)
 
 // Between the objects from `first` on and an array of registers, the elements row by row. Both sizes are known, or
 // none.
-template <class Move, class Elements, class X, class Rows, class Columns, class V>
-KVLM_INLINE void moveObjects(const X &x, ptrdiff_t first, Rows rows, Columns columns, V *a)
+template <class Move, class Elements, class X, class Rows, class Columns, class Array>
+KVLM_INLINE void moveObjects(const X &x, ptrdiff_t first, Rows rows, Columns columns, Array a)
 {
     using E = typename X::Element;
     constexpr int elem = sizeof(E);
@@ -335,14 +336,34 @@ KVLM_INLINE void moveObjects(const X &x, ptrdiff_t first, Rows rows, Columns col
         else if (x.rowStride == elem)
             eachIndex(columns, [&](auto c) KVLM_INLINED {
                 if constexpr (Elements::all)
-                    moveRuns<Move>(g.at(at(0, c)), rows, ColumnOf<V, Columns>{a + c, columns});
+                    moveRuns<Move>(g.at(at(0, c)), rows, ColumnOf<Array, Columns>{a + c, columns});
                 else
                     moveRuns<Move>(g.at(at(c, c)), Fixed<rows - c>(),
-                                   ColumnOf<V, Columns>{a + c * columns + c, columns});
+                                   ColumnOf<Array, Columns>{a + c * columns + c, columns});
             });
         else
             each([&](int k, int r, int c) KVLM_INLINED { Move::anywhere(g.at(at(r, c)), a[k]); });
     }
+}
+
+// The same for numbers of one or several registers. Of these only the first `parts` are those of objects; the others
+// are filled with what the first one has.
+template <class Elements, class X, class Rows, class Columns, class V>
+KVLM_INLINE void loadParts(const X &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+{
+    constexpr int step = Group<typename X::Element>::count;
+#pragma GCC unroll 1
+    for (int part = 0; part < NumberTraits<V>::registers; ++part)
+        moveObjects<Load, Elements>(x, first + (part < parts ? part * step : 0), rows, columns, partOf(a, part));
+}
+
+template <class Elements, class X, class Rows, class Columns, class V>
+KVLM_INLINE void storeParts(const X &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+{
+    constexpr int step = Group<typename X::Element>::count;
+#pragma GCC unroll 1
+    for (int part = 0; part < parts; ++part)
+        moveObjects<Store, Elements>(x, first + part * step, rows, columns, partOf(a, part));
 }
 
 template <class Elements = Whole, class X, class T, int R, int C>
@@ -467,7 +488,7 @@ struct Choice {
 
 // Whether no byte belongs to two objects of a group: what is written for one is then not written for another. Objects
 // that overlap are written one after the other.
-template <class T, class Elements = Whole>
+template <class T, class Elements = Whole, int Registers = 1>
 class ObjectsApart {
 public:
     template <class Obj, class Row, class Elem>
@@ -502,8 +523,9 @@ public:
     {
     }
 
+    // For so many registers of objects.
     template <class X>
-    KVLM_INLINE bool operator()(const X &x, ptrdiff_t first) const
+    KVLM_INLINE bool operator()(const X &x, ptrdiff_t first, int parts = 1) const
     {
         if constexpr (!X::isList)
             return always;
@@ -512,11 +534,12 @@ public:
                 return static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + l])) -
                        static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + k]));
             };
+            const int objects = Registers == 1 ? lanes : parts * Lanes<T>::count;
             bool apart = true;
 #pragma GCC unroll 4
-            for (int l = 1; l < lanes; ++l)
+            for (int l = 1; l < objects; ++l)
                 apart &= distance(l, l - 1) >= extent;
-            for (int l = 1; !apart && l < lanes; ++l)
+            for (int l = 1; !apart && l < objects; ++l)
                 for (int k = 0; k < l; ++k)
                     if (distance(l, k) < extent && distance(k, l) < extent)
                         return false;
@@ -525,38 +548,54 @@ public:
     }
 
 private:
-    static constexpr int lanes = Lanes<T>::count;
+    static constexpr int lanes = Registers * Lanes<T>::count;
     bool always = true;
     int64_t extent = 0;
 };
 
-template <int R, int C, class T, class Elements = Whole>
-struct Apart : ObjectsApart<T, Elements> {
+template <int R, int C, class T>
+struct Apart : ObjectsApart<T> {
     template <class X>
-    explicit Apart(const X &x) : ObjectsApart<T, Elements>(x, R, C)
+    explicit Apart(const X &x) : ObjectsApart<T>(x, R, C)
     {
     }
 };
 
-// A batch in groups, then what is left one by one. group(i) does the objects from i on, or nothing and returns false:
-// then they are done one by one, so that exactly the objects before a failing one are complete.
-template <class T, class GroupOf, class One>
-KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+// A batch in groups of one register or several, then what is left one by one. group(i, parts) does that many registers
+// of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly the objects
+// before a failing one are complete.
+template <class T, int Registers, class GroupOf, class One>
+KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
 {
     constexpr int lanes = Lanes<T>::count;
-    int i = 0;
+    int i = 0, most = Registers;
     while (i < count) {
         int end = count;
         if (count - i >= lanes) {
+            const int parts = count - i >= most * lanes ? most : 1;
+            if (group(i, parts)) {
+                i += parts * lanes;
+                most = Registers;
+                continue;
+            }
+            if (parts > 1) {
+                most = 1;
+                continue;
+            }
             end = i + lanes;
-            if (group(i))
-                i = end;
         }
         for (; i < end; ++i)
             if (const KvlStatus status = one(i))
                 return status;
     }
     return kvlOk;
+}
+
+template <class T, class GroupOf, class One>
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+{
+    return inWideGroups<T, 1>(
+        count, [&](ptrdiff_t i, int) KVLM_INLINED { return group(i); }, one);
 }
 
 } // namespace kvlm

@@ -155,6 +155,7 @@ struct NumberTraits {
 template <class T>
 struct NumberTraits<Lanes<T>> {
     using Element = T;
+    static constexpr int registers = 1;
 };
 
 // The same number for every object.

@@ -226,6 +226,16 @@ KVLM_INLINE T *elementOf(const Table<T, None> &x, ptrdiff_t j)
     return x.at(j, 0);
 }
 
+// Whether an operand's kernel is one for adjacent elements.
+template <class X>
+constexpr bool hasAdjacentRows()
+{
+    if constexpr (X::isTable)
+        return false;
+    else
+        return X::View::adjacentInRows;
+}
+
 // The sizes of a matrix, or the length of a vector.
 struct Shape : Part {
     int width, height;

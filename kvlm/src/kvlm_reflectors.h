@@ -24,6 +24,27 @@ constexpr int capacity<Fixed<R>, Fixed<C>> = R *C;
 template <int C>
 constexpr int capacity<int, Fixed<C>> = lanesHeight *C;
 
+// Measured: small objects do not fill the processor with less, larger ones have no room for more.
+template <class Height>
+constexpr int registersFor = 2;
+template <>
+constexpr int registersFor<Fixed<3>> = 4;
+template <>
+constexpr int registersFor<Fixed<4>> = 3;
+
+// How many rows or columns are moved: where elements are not adjacent a loop will do for the larger orders.
+template <class X, class Size>
+KVLM_INLINE auto movedSize(Size size)
+{
+    if constexpr (isFixed<Size>)
+        if constexpr (size > 4 && !hasAdjacentRows<X>())
+            return int(size);
+        else
+            return size;
+    else
+        return size;
+}
+
 // small(width, height) for those, both known for the square orders 3 to 6 and none for others; general() for the rest.
 template <class Small, class General>
 KVLM_INLINE KvlStatus byTallShape(TallShape shape, Small small, General general)

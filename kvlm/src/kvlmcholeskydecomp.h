@@ -30,7 +30,7 @@ constexpr typename D::Element diagonalThreshold()
     if constexpr (D::isTable)
         return N == 3 ? unitRoundoff<float> : 0;
     // Settled: strided arrays at 64f, from order 6 on and below 3.
-    else if constexpr (!D::isList && !D::isSingle && !D::View::adjacentInRows && sizeof(typename D::Element) == 8)
+    else if constexpr (!D::isList && !D::isSingle && !hasAdjacentRows<D>() && sizeof(typename D::Element) == 8)
         return N == 6 || N == 0 ? unitRoundoff<double> : 0;
     else
         return 0;
@@ -126,7 +126,7 @@ __attribute__((noinline)) KvlStatus choleskyBatch(const S &givenS, const D &give
     using T = typename D::Element;
     const S s = givenS;
     const D d = givenD;
-    const Apart<N, N, T, LowerTriangle> apart(d);
+    const ObjectsApart<T, LowerTriangle> apart(d, N, N);
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {

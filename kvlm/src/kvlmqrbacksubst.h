@@ -93,7 +93,7 @@ KVLM_INLINE void qrSolveObject(const A &a, const B &b, const D &d, Width width, 
 {
     using V = Lanes<typename D::Element>;
     V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
-    loadObject(a, i, height, width, factor);
+    loadObject(a, i, int(height), int(width), factor);
     loadObject(asColumn(b), i, height, Fixed<1>(), x);
     knowingWidth(width, [&](auto w) KVLM_INLINED { solveAnew<V, w>(factor, height, x); });
     storeObject(asColumn(d), i, width, Fixed<1>(), x);
@@ -139,7 +139,7 @@ __attribute__((noinline)) KvlStatus qrVectors(const A &a, const B &givenB, const
     const auto b = asColumn(givenB);
     const auto d = asColumn(givenD);
     V factor[capacity<Height, Width>];
-    loadObject(a, 0, height, width, factor);
+    loadObject(a, 0, int(height), int(width), factor);
     const ObjectsApart<T> apart(d, width, 1);
     V beta[lanesWidth], x[capacity<Height, Fixed<1>>];
     knowingWidth(width, [&](auto w) KVLM_INLINED { reflectorFactors(rowsOf<V, w>(factor), height, beta); });
@@ -170,21 +170,22 @@ __attribute__((noinline)) KvlStatus qrSystems(const A &givenA, const B &givenB, 
                                               Height height, int count)
 {
     using T = typename D::Element;
-    using V = Lanes<T>;
     const A a = givenA;
     const B b = givenB;
     const D d = givenD;
-    const ObjectsApart<T> apart(asColumn(d), width, 1);
-    return inGroups<T>(
+    constexpr int registers = registersFor<Height>;
+    using V = Several<T, registers>;
+    const ObjectsApart<T, Whole, registers> apart(asColumn(d), width, 1);
+    return inWideGroups<T, registers>(
         count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
+        [&](ptrdiff_t i, int parts) KVLM_INLINED {
+            if (!apart(d, i, parts))
                 return false;
             V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
-            moveObjects<Load, Whole>(a, i, height, width, factor);
-            moveObjects<Load, Whole>(asColumn(b), i, height, Fixed<1>(), x);
+            loadParts<Whole>(a, i, parts, movedSize<A>(height), movedSize<A>(width), factor);
+            loadParts<Whole>(asColumn(b), i, parts, height, Fixed<1>(), x);
             knowingWidth(width, [&](auto w) KVLM_INLINED { solveAnew<V, w>(factor, height, x); });
-            moveObjects<Store, Whole>(asColumn(d), i, width, Fixed<1>(), x);
+            storeParts<Whole>(asColumn(d), i, parts, width, Fixed<1>(), x);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {

@@ -8,21 +8,21 @@ namespace kvlm {
 
 // On copies of a group, or of one object that is in all lanes; one copy of the code for all descriptions. The number of
 // columns that were reflected: all, or those before one in which an object is zero to working precision.
-template <class T, int W, class Height>
-__attribute__((noinline)) int reflectKnown(Lanes<T> *elements, Height given)
+template <class V, int W, class Height>
+__attribute__((noinline)) int reflectKnown(V *elements, Height given)
 {
-    using V = Lanes<T>;
+    using T = typename NumberTraits<V>::Element;
     const auto a = reinterpret_cast<V(*)[W]>(elements);
     const int height = given;
     const V least = V::all(unitRoundoff<T>), zero = V::all(0);
+    V s = zero;
+#pragma GCC unroll 6
+    for (int i = 0; i < height; ++i)
+        s = s + a[i][0] * a[i][0];
 #pragma GCC unroll 6
     for (int k = 0; k < W; ++k) {
         if (k == W - 1 && height == W)
             break;
-        V s = a[k][k] * a[k][k];
-#pragma GCC unroll 6
-        for (int i = k + 1; i < height; ++i)
-            s = s + a[i][k] * a[i][k];
         // Settled: the squared length itself is compared.
         if (any(greater(least, magnitude(s))))
             return k;
@@ -48,19 +48,24 @@ __attribute__((noinline)) int reflectKnown(Lanes<T> *elements, Height given)
             t[j] = t[j] * beta;
             a[k][j] = a[k][j] + t[j];
         }
+        // On the way the squared length of the next column.
+        s = zero;
 #pragma GCC unroll 6
-        for (int i = k + 1; i < height; ++i)
+        for (int i = k + 1; i < height; ++i) {
 #pragma GCC unroll 6
             for (int j = k + 1; j < W; ++j)
                 a[i][j] = a[i][j] + a[i][k] * t[j];
+            if (k + 1 < W)
+                s = s + a[i][k + 1] * a[i][k + 1];
+        }
     }
     return reflectorsOf(W, height);
 }
 
-template <class T, class Width, class Height>
-KVLM_INLINE bool reflectColumns(Lanes<T> *a, Width width, Height height)
+template <class V, class Width, class Height>
+KVLM_INLINE bool reflectColumns(V *a, Width width, Height height)
 {
-    return knowingWidth(width, [&](auto w) KVLM_INLINED { return reflectKnown<T, w>(a, height); }) ==
+    return knowingWidth(width, [&](auto w) KVLM_INLINED { return reflectKnown<V, w>(a, height); }) ==
            reflectorsOf(width, height);
 }
 
@@ -69,9 +74,9 @@ template <class Width, class Height, class S, class D>
 KVLM_INLINE KvlStatus reflectObject(const S &s, const D &d, Width width, Height height, ptrdiff_t i)
 {
     Lanes<typename D::Element> a[capacity<Height, Width>];
-    loadObject(s, i, height, width, a);
+    loadObject(s, i, int(height), int(width), a);
     const bool complete = reflectColumns(a, width, height);
-    storeObject(d, i, height, width, a);
+    storeObject(d, i, int(height), int(width), a);
     return complete ? kvlOk : kvlErrZeroDivisor;
 }
 
@@ -120,17 +125,18 @@ __attribute__((noinline)) KvlStatus reflectBatch(const S &givenS, const D &given
     using T = typename D::Element;
     const S s = givenS;
     const D d = givenD;
-    const ObjectsApart<T> apart(d, height, width);
-    return inGroups<T>(
+    constexpr int registers = registersFor<Height>;
+    const ObjectsApart<T, Whole, registers> apart(d, height, width);
+    return inWideGroups<T, registers>(
         count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
+        [&](ptrdiff_t i, int parts) KVLM_INLINED {
+            if (!apart(d, i, parts))
                 return false;
-            Lanes<T> a[capacity<Height, Width>];
-            moveObjects<Load, Whole>(s, i, height, width, a);
+            Several<T, registers> a[capacity<Height, Width>];
+            loadParts<Whole>(s, i, parts, movedSize<S>(height), movedSize<S>(width), a);
             if (!reflectColumns(a, width, height))
                 return false;
-            moveObjects<Store, Whole>(d, i, height, width, a);
+            storeParts<Whole>(d, i, parts, movedSize<D>(height), movedSize<D>(width), a);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED { return reflectObject(s, d, width, height, i); });
