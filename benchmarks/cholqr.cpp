@@ -13,85 +13,109 @@ using namespace bench;
 
 // ---- Plain loops with fixed bounds, on a copy of the object.
 
-template <class T, int N>
-BENCH_INLINE void choleskyLoop(T (&a)[N][N])
-{
-    for (int i = 0; i < N; ++i) {
-        for (int j = 0; j < i; ++j) {
-            T s = a[i][j];
-            for (int k = 0; k < j; ++k)
-                s -= a[i][k] * a[j][k];
-            a[i][j] = s * a[j][j];
+struct CholeskyLoop {
+    template <class T, int N>
+    BENCH_INLINE void operator()(T (&a)[N][N]) const
+    {
+        for (int i = 0; i < N; ++i) {
+            for (int j = 0; j < i; ++j) {
+                T s = a[i][j];
+                for (int k = 0; k < j; ++k)
+                    s -= a[i][k] * a[j][k];
+                a[i][j] = s * a[j][j];
+            }
+            T s = a[i][i];
+            for (int k = 0; k < i; ++k)
+                s -= a[i][k] * a[i][k];
+            a[i][i] = 1 / std::sqrt(s);
         }
-        T s = a[i][i];
-        for (int k = 0; k < i; ++k)
-            s -= a[i][k] * a[i][k];
-        a[i][i] = 1 / std::sqrt(s);
     }
-}
+};
 
-template <class T, int N>
-BENCH_INLINE void choleskySolveLoop(const T (&l)[N][N], T (&x)[N])
-{
-    for (int i = 0; i < N; ++i) {
-        for (int j = 0; j < i; ++j)
-            x[i] -= l[i][j] * x[j];
-        x[i] *= l[i][i];
-    }
-    for (int i = N - 1; i >= 0; --i) {
-        for (int j = i + 1; j < N; ++j)
-            x[i] -= l[j][i] * x[j];
-        x[i] *= l[i][i];
-    }
-}
-
-template <class T, int H, int W>
-BENCH_INLINE void qrLoop(T (&a)[H][W])
-{
-    T v[H];
-    for (int k = 0; k < (H > W ? W : W - 1); ++k) {
-        T s = 0, q = 1;
-        for (int i = k; i < H; ++i)
-            s += a[i][k] * a[i][k];
-        const T root = std::sqrt(s), f = 1 / (a[k][k] + (a[k][k] > 0 ? root : -root));
-        v[k] = 1;
-        for (int i = k + 1; i < H; ++i) {
-            v[i] = a[i][k] * f;
-            q += v[i] * v[i];
+struct CholeskySolveLoop {
+    template <class T, int N>
+    BENCH_INLINE void operator()(const T (&l)[N][N], T (&x)[N]) const
+    {
+        for (int i = 0; i < N; ++i) {
+            for (int j = 0; j < i; ++j)
+                x[i] -= l[i][j] * x[j];
+            x[i] *= l[i][i];
         }
-        const T beta = -2 / q;
-        for (int j = k; j < W; ++j) {
-            T t = a[k][j];
-            for (int i = k + 1; i < H; ++i)
-                t += a[i][j] * v[i];
-            t *= beta;
+        for (int i = N - 1; i >= 0; --i) {
+            for (int j = i + 1; j < N; ++j)
+                x[i] -= l[j][i] * x[j];
+            x[i] *= l[i][i];
+        }
+    }
+};
+
+struct QRLoop {
+    template <class T, int H, int W>
+    BENCH_INLINE void operator()(T (&a)[H][W]) const
+    {
+        T v[H];
+        for (int k = 0; k < (H > W ? W : W - 1); ++k) {
+            T s = 0, q = 1;
             for (int i = k; i < H; ++i)
-                a[i][j] += v[i] * t;
+                s += a[i][k] * a[i][k];
+            const T root = std::sqrt(s), f = 1 / (a[k][k] + (a[k][k] > 0 ? root : -root));
+            v[k] = 1;
+            for (int i = k + 1; i < H; ++i) {
+                v[i] = a[i][k] * f;
+                q += v[i] * v[i];
+            }
+            const T beta = -2 / q;
+            for (int j = k; j < W; ++j) {
+                T t = a[k][j];
+                for (int i = k + 1; i < H; ++i)
+                    t += a[i][j] * v[i];
+                t *= beta;
+                for (int i = k; i < H; ++i)
+                    a[i][j] += v[i] * t;
+            }
+            for (int i = k + 1; i < H; ++i)
+                a[i][k] = v[i];
         }
-        for (int i = k + 1; i < H; ++i)
-            a[i][k] = v[i];
     }
+};
+
+struct QRSolveLoop {
+    template <class T, int H, int W>
+    BENCH_INLINE void operator()(const T (&a)[H][W], T (&b)[H]) const
+    {
+        for (int k = 0; k < (H > W ? W : W - 1); ++k) {
+            T t = b[k], q = 1;
+            for (int i = k + 1; i < H; ++i) {
+                t += b[i] * a[i][k];
+                q += a[i][k] * a[i][k];
+            }
+            t *= -2 / q;
+            b[k] += t;
+            for (int i = k + 1; i < H; ++i)
+                b[i] += a[i][k] * t;
+        }
+        for (int i = W - 1; i >= 0; --i) {
+            for (int j = i + 1; j < W; ++j)
+                b[i] -= a[i][j] * b[j];
+            b[i] /= a[i][i];
+        }
+    }
+};
+
+/// A loop in its place for the packed form, where it is the peer to beat; one copy of it for all other forms.
+template <class Loop, class... Arrays>
+BENCH_NOINLINE void outlined(Arrays &...arrays)
+{
+    Loop()(arrays...);
 }
 
-template <class T, int H, int W>
-BENCH_INLINE void qrSolveLoop(const T (&a)[H][W], T (&b)[H])
+template <Form F, class Loop, class... Arrays>
+BENCH_INLINE void run(Arrays &...arrays)
 {
-    for (int k = 0; k < (H > W ? W : W - 1); ++k) {
-        T t = b[k], q = 1;
-        for (int i = k + 1; i < H; ++i) {
-            t += b[i] * a[i][k];
-            q += a[i][k] * a[i][k];
-        }
-        t *= -2 / q;
-        b[k] += t;
-        for (int i = k + 1; i < H; ++i)
-            b[i] += a[i][k] * t;
-    }
-    for (int i = W - 1; i >= 0; --i) {
-        for (int j = i + 1; j < W; ++j)
-            b[i] -= a[i][j] * b[j];
-        b[i] /= a[i][i];
-    }
+    if constexpr (F == Form::packed)
+        Loop()(arrays...);
+    else
+        outlined<Loop>(arrays...);
 }
 
 // ---- The cells.
@@ -130,9 +154,8 @@ public:
             {"kvlm", keep(call(std::get<description>(functions),
                                std::tuple_cat(arguments<description, true>(a), arguments<description, true>(d),
                                               std::make_tuple(W, count))))}};
-        peers<Eigen::LLT<EigenMatrix>>(
-            works, [](const auto &llt) -> const auto & { return llt.matrixLLT(); },
-            [](T(&w)[H][W]) { choleskyLoop(w); });
+        peers<Eigen::LLT<EigenMatrix>, CholeskyLoop>(
+            works, [](const auto &llt) -> const auto & { return llt.matrixLLT(); });
         const auto lower = [d = Matrices{d}](int k) {
             const int r = k / W % H, c = k % W;
             // Eigen has the diagonal itself: its square is that of the reciprocal's reciprocal.
@@ -148,8 +171,8 @@ public:
             {"kvlm", keep(call(std::get<description>(functions),
                                std::tuple_cat(arguments<description, true>(a), std::make_tuple(x.base),
                                               arguments<description, true>(d), std::make_tuple(W, H, count))))}};
-        peers<Eigen::HouseholderQR<EigenMatrix>>(
-            works, [](const auto &qr) -> const auto & { return qr.matrixQR(); }, [](T(&w)[H][W]) { qrLoop(w); });
+        peers<Eigen::HouseholderQR<EigenMatrix>, QRLoop>(
+            works, [](const auto &qr) -> const auto & { return qr.matrixQR(); });
         const auto upper = [d = Matrices{d}](int k) {
             const int r = k / W % H, c = k % W;
             return r <= c ? std::abs(d(k / (W * H), r, c)) : T(0);
@@ -160,21 +183,17 @@ public:
     template <class Factor, class Functions>
     void choleskySolve(const Factor &factor, const Functions &functions, bool oneMatrix) const
     {
-        solve<Eigen::LLT<EigenMatrix>>("CholeskySolve", factor, functions, oneMatrix, std::make_tuple(),
-                                       std::make_tuple(W, count), std::make_tuple(W, matrices(oneMatrix)),
-                                       [](const T(&w)[H][W], T(&v)[H]) {
-                                           if constexpr (H == W)
-                                               choleskySolveLoop(w, v);
-                                       });
+        solve<Eigen::LLT<EigenMatrix>, CholeskySolveLoop>("CholeskySolve", factor, functions, oneMatrix,
+                                                          std::make_tuple(), std::make_tuple(W, count),
+                                                          std::make_tuple(W, matrices(oneMatrix)));
     }
 
     template <class Factor, class Functions>
     void qrSolve(const Factor &factor, const Functions &functions, bool oneMatrix) const
     {
-        solve<Eigen::HouseholderQR<EigenMatrix>>("QRSolve", factor, functions, oneMatrix,
-                                                 std::make_tuple(Memory<T>::place(3, H)), std::make_tuple(W, H, count),
-                                                 std::make_tuple(W, H, matrices(oneMatrix)),
-                                                 [](const T(&w)[H][W], T(&v)[H]) { qrSolveLoop(w, v); });
+        solve<Eigen::HouseholderQR<EigenMatrix>, QRSolveLoop>(
+            "QRSolve", factor, functions, oneMatrix, std::make_tuple(Memory<T>::place(3, H)),
+            std::make_tuple(W, H, count), std::make_tuple(W, H, matrices(oneMatrix)));
     }
 
 private:
@@ -184,8 +203,8 @@ private:
         return [memory = memory, work] { return work(); };
     }
 
-    template <class Decomposition, class Packed, class Loop>
-    void peers(Works &works, Packed packed, Loop loop) const
+    template <class Decomposition, class Loop, class Packed>
+    void peers(Works &works, Packed packed) const
     {
         if constexpr (F == Form::packed)
             works.emplace_back("eigen", [=, a = a, d = d, count = count] {
@@ -200,7 +219,7 @@ private:
             for (int i = 0; i < count; ++i) {
                 T w[H][W];
                 load(a, i, w);
-                loop(w);
+                run<F, Loop>(w);
                 for (int r = 0; r < H; ++r)
                     for (int c = 0; c < W; ++c)
                         d(i, r, c) = w[r][c];
@@ -209,10 +228,10 @@ private:
         });
     }
 
-    template <class Decomposition, class Factor, class Functions, class Scratch, class Sizes, class FactorSizes,
-              class Loop>
+    template <class Decomposition, class Loop, class Factor, class Functions, class Scratch, class Sizes,
+              class FactorSizes>
     void solve(const std::string &member, const Factor &factor, const Functions &functions, bool oneMatrix,
-               const Scratch &scratch, const Sizes &sizes, const FactorSizes &factorSizes, Loop loop) const
+               const Scratch &scratch, const Sizes &sizes, const FactorSizes &factorSizes) const
     {
         const auto factors = std::make_shared<std::vector<T>>(a.span);
         const Operand<T> one(F, H, W, false, 0, count, factors->data());
@@ -251,7 +270,7 @@ private:
                 load(f, oneMatrix ? 0 : i, w);
                 for (int k = 0; k < H; ++k)
                     v[k] = b(i, 0, k);
-                loop(w, v);
+                run<F, Loop>(w, v);
                 for (int k = 0; k < W; ++k)
                     x(i, 0, k) = v[k];
             }

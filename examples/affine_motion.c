@@ -192,7 +192,7 @@ static void draw(const char *path, const float (*p)[parameters])
     }
     fprintf(file, "<g stroke-width=\"1.1\" stroke-linecap=\"round\" fill=\"none\">\n");
     for (int k = 0; k < patches; ++k) {
-        const float u = p[k][0], v = p[k][3], x = k % across * side + 3.5f, y = k / across * side + 3.5f, size = 3;
+        const float u = p[k][0], v = p[k][3], x = k % across * side + 3.5f, y = k / across * side + 3.5f, size = 4;
         if (k % 2 || k / across % 2)
             continue;
         fprintf(file,

@@ -79,8 +79,8 @@ public:
                     std::memcmp(&result[k], &initial[k], sizeof(T)) != 0)
                     result[k] = actual[k];
         }
-        const bool lowerAlone = member.family == "CholeskyDecomp";
-        target().expect(result, first, written, [&](int k) { return !lowerAlone || k % n <= k / n; });
+        const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
+        target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
         std::string wrong;
         if (pivots && member.has("P"))
             pivots->expect(pivotResult, first, written);
@@ -127,7 +127,7 @@ private:
             const std::string lower = letter == 'M' ? "m" : letter == 'V' ? "v" : "d";
             const Shape shape = {letter == 'M' ? height : 1, letter == 'D' ? 1 : n, count};
             dst = addOperand(lower + token.substr(1), shape, setting.dst);
-            perObject = shape.rows * shape.columns;
+            perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
             target().appendTo(args);
         } else if (letter == 'p' || letter == 'P') {
             pivotRuns = member.operands[0].size() > 1 ? count : 1;
