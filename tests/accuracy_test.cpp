@@ -1,12 +1,12 @@
 // Residuals in units of rounding, formed as the test programs of LAPACK form them, on random, graded, ill-conditioned
 // and permuted matrices of orders 1 to 16.
+#include "residual.h"
 #include "values.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using Exact = long double;
 constexpr int batch = 5; // a group and a rest
 
 template <class T>
@@ -52,35 +52,6 @@ std::vector<T> matrixOfKind(int kind, int n, Random &random)
     for (int r = n - 1; kind == 4 && r > 0; --r)
         std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
     return a;
-}
-
-// The largest sum of magnitudes of a column.
-template <class T>
-Exact norm(int rows, int columns, const T *a)
-{
-    Exact largest = 0;
-    for (int c = 0; c < columns; ++c) {
-        Exact sum = 0;
-        for (int r = 0; r < rows; ++r)
-            sum += std::fabs(static_cast<Exact>(a[r * columns + c]));
-        largest = sum > largest ? sum : largest;
-    }
-    return largest;
-}
-
-// The norm of sum - sign*(X*Y) for X of order n and Y of `columns` columns.
-template <class X, class Y, class Z>
-Exact residual(int n, int columns, X x, Y y, Z expected)
-{
-    std::vector<Exact> difference(n * columns);
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < columns; ++c) {
-            Exact sum = expected(r, c);
-            for (int k = 0; k < n; ++k)
-                sum -= x(r, k) * y(k, c);
-            difference[r * columns + c] = sum;
-        }
-    return norm(n, columns, difference.data());
 }
 
 template <class T>

@@ -115,7 +115,10 @@ struct Member {
     {
         return std::find(operands.begin(), operands.end(), operand) != operands.end();
     }
+    bool isSum() const { return family == "Add" || family == "Sub"; }
     bool isSquare() const { return has("n"); }
+    bool isTall() const { return family.find("QR") == 0; } // width is at most height
+    bool isNumerical() const { return isSquare() || isTall(); }
     // Sums of products: the sizes of the sources are arguments of their own.
     bool isProduct() const { return has("x") || family == "AffineTransform3DH"; }
     bool isMatrixProduct() const { return has("x") && !has("z"); }

@@ -9,8 +9,8 @@ namespace {
 
 struct Defect {
     std::size_t position;
-    int value; // of an integer; a pointer becomes null
-    char check;
+    int value;  // of an integer; a pointer becomes null
+    char check; // the class of check that finds it
 };
 
 int statusOf(char check)
@@ -27,6 +27,8 @@ int statusOf(char check)
     case 'T':
     case 'O':
         return -182;
+    case 'M':
+        return -204;
     default:
         return -202;
     }
@@ -72,6 +74,11 @@ std::vector<Defect> defectsOf(const Member &member, const Args &args)
         if (args[k].matched) // no two of them match again
             defects.push_back({k, args[k].number + 1 + static_cast<int>(k), 'M'});
     }
+    if (member.isTall()) { // of order 3 before
+        const std::size_t height = args.size() - 1 - member.isArray();
+        defects.push_back({height - 1, 4, 'M'});
+        defects.push_back({height, 2, 'M'});
+    }
     return defects;
 }
 
@@ -105,9 +112,11 @@ TEST(Checks, EveryDefectAndEveryPair)
                     apply(defects[k], args);
                 else if (k != j)
                     continue;
-                const auto rankOf = [&](const Defect &d) { return rank(member, sound[d.position], d.check); };
-                const int expected =
-                    statusOf((rankOf(defects[j]) <= rankOf(defects[k]) ? defects[j] : defects[k]).check);
+                const auto rankOf = [&](const Defect &defect) {
+                    return rank(member, sound[defect.position], defect.check);
+                };
+                const Defect &first = rankOf(defects[j]) <= rankOf(defects[k]) ? defects[j] : defects[k];
+                const int expected = statusOf(first.check);
                 running() = member.name + " with defects at arguments " + std::to_string(defects[j].position) +
                             " and " + std::to_string(defects[k].position);
                 const KvlStatus status = member.call(args);

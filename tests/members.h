@@ -120,6 +120,21 @@ inline int estimatePoints(int, int, int count)
     return mul32(2, count) + 16;
 }
 
+inline int estimateTall(int width, int height, int count)
+{
+    return mul32(mul32(width, height), mul32(2, count));
+}
+
+inline int estimateTallVectors(int width, int height, int count)
+{
+    return mul32(width, height) + mul32(width + height, count);
+}
+
+inline int estimateTallSystems(int width, int height, int count)
+{
+    return mul32(mul32(width, height) + width + height, count);
+}
+
 // The least estimates of a driver, by kernel: plain, _S2, _P, _L, _LS2.
 struct LimitTable {
     int plain, strided, pointer, list, listStrided;
@@ -165,6 +180,43 @@ inline LimitTable gaxpyLimits(bool)
     return {5001, 5001, 5001, 5001, 5001};
 }
 
+inline LimitTable choleskyLimits(bool is64)
+{
+    return is64 ? LimitTable{2001, 2001, 2001, 721, 2001} : LimitTable{7501, 7501, 2001, 2001, 2001};
+}
+
+inline LimitTable choleskyVectorsLimits(bool is64)
+{
+    const int standard = is64 ? 721 : 1201;
+    return {standard, standard, 721, 721, 721};
+}
+
+inline LimitTable choleskySystemsLimits(bool is64)
+{
+    return {is64 ? 1701 : 2051, 1701, is64 ? 2051 : 1701, 1701, 1701};
+}
+
+inline LimitTable qrLimits(bool)
+{
+    return {2801, 2801, 1801, 1801, 1801};
+}
+
+// The order of checks in a description: three are given, or that of the standard description alone.
+inline std::string orderIn(char description, const std::string &orders)
+{
+    const std::size_t first = orders.find('/'), second = orders.rfind('/');
+    if (first == std::string::npos)
+        return description == 'S' ? orders : "NCSTH";
+    return description == 'S'   ? orders.substr(0, first)
+           : description == 'P' ? orders.substr(first + 1, second - first - 1)
+                                : orders.substr(second + 1);
+}
+
+inline std::string objectOrder(char description, const std::string &family)
+{
+    return std::string(description == 'S' ? "NST" : "NSH") + (family.substr(0, 2) == "QR" ? "M" : "");
+}
+
 // The arguments of a member by its name.
 inline std::vector<std::string> operandsOf(const std::string &family, const std::string &letters)
 {
@@ -202,6 +254,13 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     else if (family == "LUBackSubst") {
         all.insert(all.begin() + 1, "p");
         all.insert(all.end(), {"V" + a, "n"});
+    } else if (family == "CholeskyDecomp")
+        all.insert(all.end(), {"M" + a, "n"});
+    else if (family == "CholeskyBackSubst")
+        all.insert(all.end(), {"V" + a, "n"});
+    else if (family == "QRDecomp" || family == "QRBackSubst") {
+        all.insert(all.begin() + 1, "b");
+        all.insert(all.end(), {(family == "QRDecomp" ? "M" : "V") + a, "w", "h"});
     } else if (letters[0] == 'v')
         all.insert(all.end(), {"V" + a, "l"});
     else
@@ -223,7 +282,8 @@ inline std::string withMatch(const std::string &family, const std::string &lette
 // clang-format off
 #define SINGLE_MEMBERS(X) \
     X(Add, vv) X(Add, mm) X(Add, tm) X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) \
-    X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) \
+    X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) X(CholeskyDecomp, m) \
+    X(CholeskyBackSubst, mv) X(QRDecomp, m) X(QRBackSubst, mv) \
     X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv)
 // clang-format on
 
@@ -233,8 +293,7 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(Extract, m, "NST", "SNH", "SNH")                                                                                 \
     X(Extract, t, "NST", "SNH", "SNH")
 
-// X(family, operands, order of checks in the standard description, estimate, limits): arrays, in all three
-// descriptions.
+// X(family, operands, orders of checks, estimate, limits): arrays, in all three descriptions.
 #define ARRAY_MEMBERS(X)                                                                                               \
     X(Add, mam, "NCTS", estimateOneFixed, sumLimits)                                                                   \
     X(Add, tam, "NCST", estimateOneFixed, sumLimits)                                                                   \
@@ -284,7 +343,13 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(Mul, vca, "NCST", estimateVectorByConstants, constantsLimits)                                                    \
     X(Mul, vaca, "NCST", estimateVectorsByConstants, constantsLimits)                                                  \
     X(Gaxpy, mva, "NCST", estimateGaxpyArrays, gaxpyLimits)                                                            \
-    X(Gaxpy, mvav, "NCST", estimateGaxpyOne, gaxpyLimits)
+    X(Gaxpy, mvav, "NCST", estimateGaxpyOne, gaxpyLimits)                                                              \
+    X(CholeskyDecomp, ma, "NCST", estimateBySquare, choleskyLimits)                                                    \
+    X(CholeskyBackSubst, mva, "NCST/NCSTH/NTHSC", estimateVectors, choleskyVectorsLimits)                              \
+    X(CholeskyBackSubst, mava, "NCST", estimateSystems, choleskySystemsLimits)                                         \
+    X(QRDecomp, ma, "NCSTM/NCSTHM/NCSTHM", estimateTall, qrLimits)                                                     \
+    X(QRBackSubst, mva, "NCSTM/NCSTHM/NCSTHM", estimateTallVectors, qrLimits)                                          \
+    X(QRBackSubst, mava, "NCSTM/NCSTHM/NCSTHM", estimateTallSystems, qrLimits)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
 #define SERIAL_ARRAY_MEMBERS(X)                                                                                        \
@@ -350,13 +415,18 @@ inline const std::vector<Member> &members()
     ORDERED_SINGLE_ROWS(family, letters, order, orderP32, orderP64)                                                    \
     SERIAL_ROW(family##_##letters##_32f_L, family, letters, false, 'L', orderL)                                        \
     SERIAL_ROW(family##_##letters##_64f_L, family, letters, true, 'L', orderL)
-#define SINGLE_ROWS(family, letters) ORDERED_SINGLE_ROWS(family, letters, "NST", "NSH", "NSH")
+#define SINGLE_ROWS(family, letters)                                                                                   \
+    ORDERED_SINGLE_ROWS(family, letters, objectOrder('S', #family), objectOrder('P', #family),                         \
+                        objectOrder('P', #family))
 #define ARRAY_ROW(name, family, letters, is64, description, ...)                                                       \
     ROW(name, ownOMP_kvlm##name, family, letters, is64, description, __VA_ARGS__)
 #define ARRAY_TYPE(name, family, letters, is64, order, estimate, limits)                                               \
-    ARRAY_ROW(name, family, letters, is64, 'S', order, estimate, limits(is64).plain, limits(is64).strided)             \
-    ARRAY_ROW(name##_P, family, letters, is64, 'P', "NCSTH", estimate, limits(is64).pointer, limits(is64).pointer)     \
-    ARRAY_ROW(name##_L, family, letters, is64, 'L', "NCSTH", estimate, limits(is64).list, limits(is64).listStrided)
+    ARRAY_ROW(name, family, letters, is64, 'S', orderIn('S', order), estimate, limits(is64).plain,                     \
+              limits(is64).strided)                                                                                    \
+    ARRAY_ROW(name##_P, family, letters, is64, 'P', orderIn('P', order), estimate, limits(is64).pointer,               \
+              limits(is64).pointer)                                                                                    \
+    ARRAY_ROW(name##_L, family, letters, is64, 'L', orderIn('L', order), estimate, limits(is64).list,                  \
+              limits(is64).listStrided)
 #define ARRAY_ROWS(family, letters, order, estimate, limits)                                                           \
     ARRAY_TYPE(family##_##letters##_32f, family, letters, false, order, estimate, limits)                              \
     ARRAY_TYPE(family##_##letters##_64f, family, letters, true, order, estimate, limits)

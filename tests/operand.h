@@ -184,12 +184,19 @@ public:
             std::memcpy(&values[k], room->data() + offsets[k], sizeof(T));
         return values;
     }
-    // What difference() compares with: the memory as it was, and these elements written object after object.
-    void expect(const std::vector<T> &values, int firstObject, int count)
+    // What difference() compares with: the memory as it was, and these elements written object after object, as far as
+    // isWritten(position in the object).
+    template <class Written>
+    void expect(const std::vector<T> &values, int firstObject, int count, Written isWritten)
     {
         unsigned char *target = image.data() + (room->data() - room->low());
         for (int k = firstObject * perObject; k < (firstObject + count) * perObject; ++k)
-            std::memcpy(target + offsets[k], &values[k], sizeof(T));
+            if (isWritten(k % perObject))
+                std::memcpy(target + offsets[k], &values[k], sizeof(T));
+    }
+    void expect(const std::vector<T> &values, int firstObject, int count)
+    {
+        expect(values, firstObject, count, [](int) { return true; });
     }
     // Back to the memory as it was built or set.
     void restore(const std::vector<unsigned char> &saved)

@@ -233,7 +233,7 @@ ORACLE_RESULT T determinant(int n, const T *a, bool isArray, bool isAdjacent)
 
 // Without row i and column j, by minors of the rows before i and behind it.
 template <class T>
-T cofactor(int n, const T *a, int i, int j, bool fullProducts)
+ORACLE_RESULT T cofactor(int n, const T *a, int i, int j, bool fullProducts)
 {
     const unsigned others = ((1u << n) - 1) & ~(1u << j);
     T sum = 0;
@@ -264,7 +264,7 @@ T cofactor(int n, const T *a, int i, int j, bool fullProducts)
     return sum;
 }
 
-inline float roughReciprocal(float d)
+inline ORACLE_RESULT float roughReciprocal(float d)
 {
     const float r = _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(d)));
     return (r + r) - (d * r) * r;
@@ -346,7 +346,7 @@ inline bool invertByBlocks(int n, int whole, std::vector<float> &a)
 
 // The determinant by elimination. Of a minor that is judged to be zero it is t.
 template <class T>
-T eliminated(int n, std::vector<T> w, T t, bool isMinor, bool &failed)
+ORACLE_RESULT T eliminated(int n, std::vector<T> w, T t, bool isMinor, bool &failed)
 {
     T value = 1, sign = 1;
     std::vector<int> row(n);

@@ -77,14 +77,15 @@ public:
         }
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isSquare() || member.isProduct()) { // NaN is NaN
+        if (member.isNumerical() || member.isProduct()) { // NaN is NaN
             const std::vector<T> actual = target().get();
             for (std::size_t k = 0; k < result.size(); ++k)
                 if (std::isnan(result[k]) && std::isnan(actual[k]) &&
                     std::memcmp(&result[k], &initial[k], sizeof(T)) != 0)
                     result[k] = actual[k];
         }
-        target().expect(result, first, written);
+        const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
+        target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
         std::string wrong;
         if (pivots && member.has("P"))
             pivots->expect(pivotResult, first, written);
@@ -128,6 +129,8 @@ private:
             return {1, isSource && sources.size() == 1 ? inner : height, count};
         if (letter == 'X')
             return {n, height, count};
+        if (letter == 'v' && member.isTall())
+            return {1, height, count};
         const bool isRow = letter == 'v' || letter == 'V' || letter == 'D' || (letter == 'E' && member.isVector());
         return {isRow ? 1 : height, letter == 'D' ? 1 : n, count};
     }
@@ -154,14 +157,14 @@ private:
             const std::string lower = letter == 'M' || letter == 'X' ? "m" : letter == 'V' ? "v" : "d";
             const Shape shape = shapeOf(letter);
             dst = addOperand(lower + token.substr(1), shape, setting.dst, member.dstDescription);
-            perObject = shape.rows * shape.columns;
+            perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
             target().appendTo(args);
         } else if (letter == 'p' || letter == 'P') {
             pivotRuns = member.operands[0].size() > 1 ? count : 1;
             pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
             pivots->appendTo(args);
         } else if (letter == 'b') {
-            const int elements = n * n + (n * 4 + static_cast<int>(sizeof(T)) - 1) / static_cast<int>(sizeof(T));
+            const int size = sizeof(T), elements = member.isTall() ? height : n * n + (n * 4 + size - 1) / size;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             buffer->appendTo(args);
         } else
@@ -176,8 +179,9 @@ private:
                                        : somePoints<T>(size, setting.difficult, random);
         if (member.isProduct())
             return someFactors<T>(size, setting.difficult, sources.size() == 1, random);
-        if (member.isSquare())
-            return token[0] == 'v' ? vectors(random) : matrices(token.size() > 1 ? count : 1, random);
+        if (member.isNumerical())
+            return token[0] == 'v' ? vectors(static_cast<int>(size) / count, random)
+                                   : matrices(token.size() > 1 ? count : 1, random);
         nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
         return someValues<T>(size, nanInFirst || moves(), random);
     }
@@ -193,16 +197,30 @@ private:
         std::vector<T> all;
         for (int i = 0; i < number; ++i) {
             const bool difficult = setting.difficult && random.below(4) == 0;
-            const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+            const std::vector<T> a = matrix(difficult, random);
             all.insert(all.end(), a.begin(), a.end());
         }
         return all;
     }
-    std::vector<T> vectors(Random &random)
+    std::vector<T> matrix(bool difficult, Random &random) const
     {
-        std::vector<T> all(n * count);
-        for (T &x : all)
-            x = inUnitInterval<T>(random);
+        if (member.family == "CholeskyDecomp")
+            return somePositiveMatrix<T>(n, difficult, random);
+        if (member.isTall())
+            return someTallMatrix<T>(n, height, difficult, random);
+        const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+        return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
+    }
+    // Difficult ones are zeros of either sign.
+    std::vector<T> vectors(int length, Random &random) const
+    {
+        std::vector<T> all(length * count);
+        bool zeros = false;
+        for (std::size_t k = 0; k < all.size(); ++k) {
+            if (k % length == 0)
+                zeros = setting.difficult && random.below(4) == 0;
+            all[k] = zeros ? T(random.below(4) ? -0.0 : 0.0) : inUnitInterval<T>(random);
+        }
         return all;
     }
     // Any permutation will do as pivots of a solver; some diagonals are zero.
@@ -230,7 +248,8 @@ private:
             return kvlOk;
         }
         const std::vector<T> &a = sourceValues[0], &b = sourceValues.back();
-        const T *const a0 = &a[static_cast<std::size_t>(i) * n * n % a.size()];
+        const T *const a0 = &a[static_cast<std::size_t>(i) * n * height % a.size()];
+        const T *const b0 = &b[static_cast<std::size_t>(i) * height % b.size()];
         T *const x = result + static_cast<std::size_t>(i) * perObject;
         int *const p = pivotResult + static_cast<std::size_t>(i % std::max(1, pivotRuns)) * n;
         const bool isArray = member.isArray(), isTable = member.description == 'P';
@@ -240,11 +259,20 @@ private:
         else if (member.family == "LUDecomp")
             return oracle::factor(n, a0, x, p, isTable);
         else if (member.family == "LUBackSubst")
-            oracle::solve(n, a0, p, &b[static_cast<std::size_t>(i) * n], x);
+            oracle::solve(n, a0, p, b0, x);
         else if (member.family == "Invert")
             return oracle::invert(n, a0, x, isArray, adjacent);
         else if (member.isProduct() || member.operands[1][0] == 'c')
             return computeProduct(i, x, adjacent);
+        else if (member.family == "CholeskyDecomp")
+            return oracle::choleskyFactor(n, a0, x,
+                                          oracle::choleskyThreshold<T>(n, isArray, adjacent, member.description));
+        else if (member.family == "CholeskyBackSubst")
+            oracle::choleskySolve(n, a0, b0, x);
+        else if (member.family == "QRDecomp")
+            return oracle::qrFactor(n, height, a0, x);
+        else if (member.family == "QRBackSubst")
+            oracle::qrSolve(n, height, a0, b0, x);
         else
             for (int k = 0; k < perObject; ++k)
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);

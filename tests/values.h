@@ -2,7 +2,7 @@
 #pragma once
 
 #include "operand.h"
-#include "oracle.h"
+#include "oracle_cholqr.h"
 
 // Numbers of many magnitudes with a special one now and then; NaN only on request, since a sum of two keeps either.
 template <class T>
@@ -155,6 +155,90 @@ std::vector<T> somePoints(std::size_t n, bool difficult, Random &random)
     for (T &x : points)
         x = difficult ? T(random.below(4) - 1) : inUnitInterval<T>(random);
     return points;
+}
+
+// A positive definite matrix whose elements above the diagonal are NaN, as nobody may read them. Difficult ones fail at
+// some row, or have a diagonal at or beside a threshold.
+template <class T>
+std::vector<T> somePositiveMatrix(int n, bool difficult, Random &random)
+{
+    const std::vector<T> factor = someMatrix<T>(n, random);
+    std::vector<T> a(n * n, std::numeric_limits<T>::quiet_NaN());
+    const auto at = [&](int i, int j) -> T & { return a[i * n + j]; };
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j <= i; ++j) {
+            T sum = i == j ? T(0.25) : 0;
+            for (int k = 0; k < n; ++k)
+                sum += factor[i * n + k] * factor[j * n + k];
+            at(i, j) = sum;
+        }
+    if (!difficult)
+        return a;
+    const int row = random.below(n), kind = random.below(6);
+    if (kind == 0)
+        at(row, row) = -at(row, row);
+    else if (kind == 1) // the rest at this row is exact
+        for (int j = 0; j <= row; ++j) {
+            const T thresholds[] = {0, T(FLT_EPSILON), T(DBL_EPSILON), oracle::least<T>};
+            const T exact = thresholds[random.below(4)];
+            const T chosen[] = {exact, std::nextafter(exact, T(-1)), std::nextafter(exact, T(1))};
+            at(row, j) = j < row ? T(random.below(2) - 1) * T(0) : chosen[random.below(3)];
+        }
+    else if (kind == 2) {
+        const T special[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(),
+                             -std::numeric_limits<T>::infinity(), T(-0.0), oracle::least<T> / 4};
+        at(row, random.below(row + 1)) = special[random.below(5)];
+    } else if (kind == 3)
+        for (T &x : a)
+            x = std::ldexp(x, (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6));
+    else if (kind == 4) // two equal rows, with integers that leave exactly 0
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j <= i; ++j)
+                at(i, j) = i == j && i % 2 == 0 ? T(4)
+                           : i == j             ? T(4 * random.below(2))
+                                                : T(4 * (j % 2 == 0 && i == j + 1));
+    else
+        std::fill(a.begin(), a.end(), T(0));
+    return a;
+}
+
+// Nothing above the diagonal is to be read.
+template <class T>
+std::vector<T> lowerTriangle(int n, std::vector<T> a)
+{
+    for (int i = 0; i < n; ++i)
+        std::fill(&a[i * n] + i + 1, &a[i * n] + n, std::numeric_limits<T>::quiet_NaN());
+    return a;
+}
+
+// A matrix with at least as many rows as columns. Difficult ones have columns that vanish at some step, at or beside
+// the threshold, and what difficult square matrices have.
+template <class T>
+std::vector<T> someTallMatrix(int width, int height, bool difficult, Random &random)
+{
+    std::vector<T> square =
+        difficult && random.below(2) ? difficultMatrix<T>(height, random) : someMatrix<T>(height, random);
+    std::vector<T> a;
+    for (int i = 0; i < height; ++i)
+        a.insert(a.end(), &square[i * height], &square[i * height] + width);
+    if (!difficult || random.below(2))
+        return a;
+    const int column = random.below(width);
+    const T root = sizeof(T) == 4 ? std::ldexp(T(1), -12) : std::ldexp(T(1), -26);
+    for (int i = 0; i < height; ++i) {
+        for (int j = 0; j < column; ++j) // the steps before leave the column as it is
+            a[i * width + j] = i == j ? T(random.below(2) ? 2 : -2) : T(0);
+        a[i * width + column] = 0;
+    }
+    const int kind = random.below(4);
+    const auto below = [&] { return std::min(height - 1, column + random.below(3)); };
+    if (kind > 0) // the squared length is exactly the threshold, beside it, or more
+        a[below() * width + column] = random.below(2) ? root : -root;
+    if (kind > 1 && sizeof(T) == 4)
+        a[below() * width + column] = root;
+    if (kind > 2)
+        a[below() * width + column] = std::nextafter(root, T(random.below(2)));
+    return a;
 }
 
 // Element k of a sum or difference, in the order object, row, column. A source that is no array is the same for every

@@ -14,6 +14,9 @@ struct Size {
 };
 const Size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}, {8, 8}, {9, 9}, {1, 5},
                       {6, 1}, {3, 4}, {4, 3}, {5, 3}, {3, 6}, {2, 7}, {9, 4}, {7, 6}, {37, 1}};
+// For members that want at least as many rows as columns, besides those of the others; in fewer counts.
+const Size tallSizes[] = {{1, 2}, {4, 8}, {6, 9}, {7, 9}, {6, 64}, {3, 65}};
+const int fewCounts[] = {1, 5, 9};
 const int counts[] = {1, 2, 3, 4, 5, 7, 8, 9, 17};
 
 // Runs one problem; false after the first failure, which it reports.
@@ -30,16 +33,24 @@ template <class Body>
 void forEachCase(const Member &member, Body body)
 {
     std::uint64_t seed = 1;
-    for (const Size &size : sizes)
-        for (int count : counts) {
-            const bool square = member.isSquare();
+    const auto withCounts = [&](const Size &size, const auto &all, int mostRows) {
+        for (int count : all) {
             if (member.isOddAt(size.width, size.height, innerOf(size.width, size.height)))
-                break;
-            if ((!member.isArray() && count > 3) || (square && (size.width != size.height || size.width * count > 54)))
-                break;
+                return true;
+            if ((!member.isArray() && count > 3) || (member.isNumerical() && size.height * count > mostRows))
+                return true;
             if (!body(size, count, ++seed * 7919))
-                return;
+                return false;
         }
+        return true;
+    };
+    for (const Size &size : sizes)
+        if (size.width == size.height || !(member.isSquare() || (member.isTall() && size.width > size.height)))
+            if (!withCounts(size, counts, 54))
+                return;
+    for (const Size &size : tallSizes)
+        if (member.isTall() && !withCounts(size, fewCounts, 320))
+            return;
 }
 
 TEST(Values, SameLayoutForAllOperands)
@@ -71,6 +82,11 @@ TEST(Values, MixedLayouts)
         });
 }
 
+bool isComputedOnCopies(const Member &member, Size size)
+{
+    return member.isTall() ? size.width <= 6 && size.height <= 64 : oracle::isUnrolled(size.width);
+}
+
 TEST(Values, OverlappingDestinationObjects)
 {
     for (const Member &member : members()) {
@@ -82,7 +98,7 @@ TEST(Values, OverlappingDestinationObjects)
                 // elements row by row.
                 if ((count > 1 ||
                      !(member.isProduct() || member.family == "LoadIdentity" || member.family == "Transpose")) &&
-                    (!member.isSquare() || (oracle::isUnrolled(size.width) && count > 1)) &&
+                    (!member.isNumerical() || (isComputedOnCopies(member, size) && count > 1)) &&
                     !holds(member, {size.width, size.height, count, sources, sources, Layout::overlapping}, seed))
                     return false;
             return true;
@@ -91,8 +107,10 @@ TEST(Values, OverlappingDestinationObjects)
 }
 
 // Whether the destination may be that source.
-bool mayBeInPlace(const Member &member, const std::string &source, int number, int order)
+bool mayBeInPlace(const Member &member, const std::string &source, int number, Size size)
 {
+    const bool always =
+        member.isSum() || member.isTall() || member.family == "LUDecomp" || member.family.find("Cholesky") == 0;
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
     if ((source[0] != 'm' && source[0] != 'v') || !member.has(destination) ||
@@ -100,7 +118,7 @@ bool mayBeInPlace(const Member &member, const std::string &source, int number, i
         return false;
     if (member.isProduct())
         return member.family == "AffineTransform3DH" || (member.family == "Gaxpy" && number == 3);
-    return !member.isSquare() || member.family == "LUDecomp" || oracle::isUnrolled(order);
+    return always || !member.isNumerical() || oracle::isUnrolled(size.width);
 }
 
 // The sources among the arguments.
@@ -122,7 +140,7 @@ TEST(Values, InPlace)
                 for (Layout layout : {Layout::packed, Layout::padded, Layout::strided, Layout::interleaved}) {
                     Setting setting = {size.width, size.height, count, layout, layout, layout};
                     setting.inPlace = source;
-                    if (mayBeInPlace(member, sources[source - 1], source, size.width) && !holds(member, setting, seed))
+                    if (mayBeInPlace(member, sources[source - 1], source, size) && !holds(member, setting, seed))
                         return false;
                 }
                 return true;
@@ -135,13 +153,14 @@ TEST(Values, DifficultMatrices)
 {
     std::uint64_t seed = 0;
     for (const Member &member : members())
-        for (int turn = 0; (member.isSquare() || member.family == "AffineTransform3DH") && turn < 1000; ++turn) {
+        for (int turn = 0; (member.isNumerical() || member.family == "AffineTransform3DH") && turn < 1000; ++turn) {
             Random random(++seed);
             const int order = 1 + turn % 8, count = 1 + random.below(order > 6 ? 4 : 14);
             Layout layouts[3];
             for (Layout &layout : layouts)
                 layout = random.below(2) ? Layout::packed : static_cast<Layout>(random.below(disjointLayouts));
-            Setting setting = {order, order, count, layouts[0], layouts[1], layouts[2]};
+            const int height = member.isTall() ? order + random.below(3) : order;
+            Setting setting = {order, height, count, layouts[0], layouts[1], layouts[2]};
             setting.difficult = true;
             if (!holds(member, setting, seed))
                 break;
@@ -242,7 +261,8 @@ TEST(Memory, ObjectsBeyondTwoGibibytes)
 // What the processor makes of a reciprocal differs between models.
 bool hasRoughReciprocal(const Member &member)
 {
-    return member.family == "Invert" && !member.is64 && member.description != 'P';
+    return !member.is64 &&
+           (member.family == "CholeskyDecomp" || (member.family == "Invert" && member.description != 'P'));
 }
 
 // The same bits from every description, layout and number of threads. digest.txt lets two builds be compared.
@@ -262,7 +282,7 @@ TEST(Values, SameBitsFromEveryDescriptionAndTeam)
         };
         withType(member, [&](auto zero) {
             using T = decltype(zero);
-            const Size other = member.isSquare() ? Size{2, 2} : Size{7, 4};
+            const Size other = member.isSquare() ? Size{2, 2} : member.isTall() ? Size{4, 7} : Size{7, 4};
             for (const Size &size : {batchSizes[turn % 4], other}) {
                 for (Layout layout : {Layout::packed, Layout::strided}) {
                     int count = 10;

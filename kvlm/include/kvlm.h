@@ -1919,6 +1919,274 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
                                           int dstElemStride, int count);
 /** @} */
 
+/**
+ * @name Cholesky decomposition
+ * A = L * L^T for symmetric positive definite A, of order widthHeight = n, without pivoting (Golub and Van Loan, Matrix
+ * Computations, 4.2). Of src only the elements on and below the diagonal are read: symmetry is taken for granted. dst
+ * gets L below the diagonal and the *reciprocals* of L's diagonal on it, as kvlmCholeskyBackSubst wants them; above it
+ * dst is not written. In _P table entries above the diagonal are never followed.
+ *
+ * Row by row, each element from the left: a(i, j) minus the products of the rows i and j of L, one at a time,
+ * ascending; times the reciprocal in row j. On the diagonal 1/sqrt(s), s being what is left of a(i, i): at 64f rounded
+ * twice, at 32f the processor's approximate reciprocal root y and one Newton step, (y * (s*y*y - 3)) * -0.5, which may
+ * differ from processor to processor in the last bits.
+ *
+ * kvlErrNotPositiveDefinite if some s is not above 0; NaN is not. Settled exceptions: 2^-23 takes the place of 0 at
+ * order 3 in _P, at both types; 2^-52 in kvlmCholeskyDecomp_ma_64f with an element stride other than 8 at orders other
+ * than 3, 4 and 5. After a failure in row i the rows before it stand in dst, and row i up to the diagonal. An array
+ * stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so in the
+ * part of each thread.
+ *
+ * Work is n*n*`count`; the team takes calls with more than 7500 (standard, 32f), 720 (_L, 64f, adjacent elements), 2000
+ * (all others).
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual
+ * A - L*L^T is a small multiple of n times the unit roundoff times the norm of A.
+ * @{
+ */
+KVLM_API KvlStatus kvlmCholeskyDecomp_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst,
+                                            int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyDecomp_m_32f_P(const float *const *src, int srcShift, float *const *dst, int dstShift,
+                                              int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyDecomp_m_64f(const double *src, int srcRowStride, int srcElemStride, double *dst,
+                                            int dstRowStride, int dstElemStride, int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyDecomp_m_64f_P(const double *const *src, int srcShift, double *const *dst, int dstShift,
+                                              int widthHeight);
+
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                             float *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                             int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_32f_P(const float *const *src, int srcShift, int srcObjStride,
+                                               float *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                               int count);
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                               int srcElemStride, float *const *dst, int dstShift, int dstRowStride,
+                                               int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                             double *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                             int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_P(const double *const *src, int srcShift, int srcObjStride,
+                                               double *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                               int count);
+KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                               int srcElemStride, double *const *dst, int dstShift, int dstRowStride,
+                                               int dstElemStride, int widthHeight, int count);
+/** @} */
+
+/**
+ * @name Cholesky solver
+ * A*x = b from the factor that kvlmCholeskyDecomp left in src1, of which nothing above the diagonal is read. src2 is b,
+ * dst is x. mv is one system, mva one matrix and an array of vectors, mava an array of matrices with a vector each. In
+ * kvlmCholeskyBackSubst_mva_..._L src1 is no list.
+ *
+ * Forward substitution with L and back substitution with its transpose (Golub and Van Loan, Matrix Computations, 3.1),
+ * terms subtracted one by one, forward ascending and backward descending. Nothing divides: a plain L, with its true
+ * diagonal, gives wrong results.
+ *
+ * The team takes more than this much work: (n + 2*`count`)*n of mva above 1200 (standard, 32f) or 720, n*(n +
+ * 2)*`count` of mava above 2050 (standard, 32f, adjacent elements; _P, 64f) or 1700.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts; settled in kvlmCholeskyBackSubst_mva_..._L: pointers,
+ * strides, shifts, widthHeight, `count`. Always kvlOk after them. dst may be src2 with the same strides; it must not
+ * overlap src1.
+ * @{
+ */
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride,
+                                                const float *src2, int src2ElemStride, float *dst, int dstElemStride,
+                                                int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mv_32f_P(const float *const *src1, int src1Shift, const float *const *src2,
+                                                  int src2Shift, float *const *dst, int dstShift, int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mv_64f(const double *src1, int src1RowStride, int src1ElemStride,
+                                                const double *src2, int src2ElemStride, double *dst, int dstElemStride,
+                                                int widthHeight);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mv_64f_P(const double *const *src1, int src1Shift, const double *const *src2,
+                                                  int src2Shift, double *const *dst, int dstShift, int widthHeight);
+
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_32f(const float *src1, int src1RowStride, int src1ElemStride,
+                                                 const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                                 int dstObjStride, int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_32f_P(const float *const *src1, int src1Shift, const float *const *src2,
+                                                   int src2Shift, int src2ObjStride, float *const *dst, int dstShift,
+                                                   int dstObjStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_32f_L(const float *src1, int src1RowStride, int src1ElemStride,
+                                                   const float *const *src2, int src2Shift, int src2ElemStride,
+                                                   float *const *dst, int dstShift, int dstElemStride, int widthHeight,
+                                                   int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_64f(const double *src1, int src1RowStride, int src1ElemStride,
+                                                 const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                                 int dstObjStride, int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_64f_P(const double *const *src1, int src1Shift, const double *const *src2,
+                                                   int src2Shift, int src2ObjStride, double *const *dst, int dstShift,
+                                                   int dstObjStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mva_64f_L(const double *src1, int src1RowStride, int src1ElemStride,
+                                                   const double *const *src2, int src2Shift, int src2ElemStride,
+                                                   double *const *dst, int dstShift, int dstElemStride, int widthHeight,
+                                                   int count);
+
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_32f(const float *src1, int src1ObjStride, int src1RowStride,
+                                                  int src1ElemStride, const float *src2, int src2ObjStride,
+                                                  int src2ElemStride, float *dst, int dstObjStride, int dstElemStride,
+                                                  int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                                    const float *const *src2, int src2Shift, int src2ObjStride,
+                                                    float *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                                    int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_32f_L(const float *const *src1, int src1Shift, int src1RowStride,
+                                                    int src1ElemStride, const float *const *src2, int src2Shift,
+                                                    int src2ElemStride, float *const *dst, int dstShift,
+                                                    int dstElemStride, int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f(const double *src1, int src1ObjStride, int src1RowStride,
+                                                  int src1ElemStride, const double *src2, int src2ObjStride,
+                                                  int src2ElemStride, double *dst, int dstObjStride, int dstElemStride,
+                                                  int widthHeight, int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                                    const double *const *src2, int src2Shift, int src2ObjStride,
+                                                    double *const *dst, int dstShift, int dstObjStride, int widthHeight,
+                                                    int count);
+KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_L(const double *const *src1, int src1Shift, int src1RowStride,
+                                                    int src1ElemStride, const double *const *src2, int src2Shift,
+                                                    int src2ElemStride, double *const *dst, int dstShift,
+                                                    int dstElemStride, int widthHeight, int count);
+/** @} */
+
+/**
+ * @name QR decomposition
+ * A = Q*R for matrices of `height` rows and `width` columns, width <= height, by Householder reflections (Golub and Van
+ * Loan, Matrix Computations, 5.2), all shapes by the same steps. dst gets R on and above the diagonal; below it column
+ * k holds v_k(i), i > k, of the reflector I + b*v*v^T with v_k(k) = 1 and b = -2/(v, v). A square matrix has no
+ * reflector for its last column. Q is never formed: kvlmQRBackSubst reads this packed form.
+ *
+ * For each column k: s, the squared length from the diagonal down, summed ascending; r = sqrt(s), negated unless the
+ * diagonal element is above 0, so that a positive one gives a negative R(k, k); v(i) = a(i, k) * (1/(a(k, k) + r)).
+ * Then for each column j from k on t = b * (a(k, j) + the products with v, ascending), and a(i, j) += v(i)*t.
+ *
+ * kvlErrZeroDivisor if s is below 2^-23 (32f) or 2^-52 (64f): the squared length itself, not scaled by the matrix. The
+ * last column of a square matrix is not tested; NaN passes. After a failure in column k dst holds the whole matrix with
+ * the reflectors before k applied and stored. An array stops at the first object that fails: earlier ones are complete,
+ * later ones untouched. In a team this is so in the part of each thread.
+ *
+ * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
+ *
+ * Work is 2*width*height*`count`; the team takes calls with more than 2800 (standard) or 1800 (_P, _L).
+ *
+ * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). dst may be
+ * src with the same strides. The residual A - Q*R and the departure of Q from orthogonality are small multiples of
+ * `height` times the unit roundoff (times the norm of A).
+ * @{
+ */
+KVLM_API KvlStatus kvlmQRDecomp_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer, float *dst,
+                                      int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmQRDecomp_m_32f_P(const float *const *src, int srcShift, float *buffer, float *const *dst,
+                                        int dstShift, int width, int height);
+KVLM_API KvlStatus kvlmQRDecomp_m_64f(const double *src, int srcRowStride, int srcElemStride, double *buffer,
+                                      double *dst, int dstRowStride, int dstElemStride, int width, int height);
+KVLM_API KvlStatus kvlmQRDecomp_m_64f_P(const double *const *src, int srcShift, double *buffer, double *const *dst,
+                                        int dstShift, int width, int height);
+
+KVLM_API KvlStatus kvlmQRDecomp_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       float *buffer, float *dst, int dstObjStride, int dstRowStride, int dstElemStride,
+                                       int width, int height, int count);
+KVLM_API KvlStatus kvlmQRDecomp_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, float *buffer,
+                                         float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                         int count);
+KVLM_API KvlStatus kvlmQRDecomp_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         float *buffer, float *const *dst, int dstShift, int dstRowStride,
+                                         int dstElemStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmQRDecomp_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       double *buffer, double *dst, int dstObjStride, int dstRowStride,
+                                       int dstElemStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmQRDecomp_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, double *buffer,
+                                         double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                         int count);
+KVLM_API KvlStatus kvlmQRDecomp_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         double *buffer, double *const *dst, int dstShift, int dstRowStride,
+                                         int dstElemStride, int width, int height, int count);
+/** @} */
+
+/**
+ * @name QR solver
+ * A*x = b, for height > width in the sense of least squares, from what kvlmQRDecomp left in src1: src2 is b with
+ * `height` elements, dst is x with `width`. mv is one system, mva one matrix and an array of vectors, mava an array of
+ * matrices with a vector each. In kvlmQRBackSubst_mva_..._L src1 is no list.
+ *
+ * The reflectors are applied to b in turn, each with b = -2/(v, v) anew from its tail, then R is solved for by back
+ * substitution with true divisions (Golub and Van Loan, Matrix Computations, 5.1 and 3.1). The order of its terms
+ * differs, settled: for the square orders 3 to 6 they are subtracted one by one from the last column on, in row 0
+ * summed from the last column on and subtracted at once; for all other shapes summed ascending, from +0, and subtracted
+ * at once.
+ *
+ * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
+ *
+ * The team takes more than 2800 (standard) or 1800 (_P, _L) of work: width*height + (width + height)*`count` of mva,
+ * (width*height + width + height)*`count` of mava.
+ *
+ * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). Always kvlOk
+ * after them: a zero on the diagonal of R gives infinities or NaN. dst may be src2 with the same strides; it must not
+ * overlap src1.
+ * @{
+ */
+KVLM_API KvlStatus kvlmQRBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, float *buffer,
+                                          const float *src2, int src2ElemStride, float *dst, int dstElemStride,
+                                          int width, int height);
+KVLM_API KvlStatus kvlmQRBackSubst_mv_32f_P(const float *const *src1, int src1Shift, float *buffer,
+                                            const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                            int width, int height);
+KVLM_API KvlStatus kvlmQRBackSubst_mv_64f(const double *src1, int src1RowStride, int src1ElemStride, double *buffer,
+                                          const double *src2, int src2ElemStride, double *dst, int dstElemStride,
+                                          int width, int height);
+KVLM_API KvlStatus kvlmQRBackSubst_mv_64f_P(const double *const *src1, int src1Shift, double *buffer,
+                                            const double *const *src2, int src2Shift, double *const *dst, int dstShift,
+                                            int width, int height);
+
+KVLM_API KvlStatus kvlmQRBackSubst_mva_32f(const float *src1, int src1RowStride, int src1ElemStride, float *buffer,
+                                           const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                           int dstObjStride, int dstElemStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mva_32f_P(const float *const *src1, int src1Shift, float *buffer,
+                                             const float *const *src2, int src2Shift, int src2ObjStride,
+                                             float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                             int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mva_32f_L(const float *src1, int src1RowStride, int src1ElemStride, float *buffer,
+                                             const float *const *src2, int src2Shift, int src2ElemStride,
+                                             float *const *dst, int dstShift, int dstElemStride, int width, int height,
+                                             int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mva_64f(const double *src1, int src1RowStride, int src1ElemStride, double *buffer,
+                                           const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                           int dstObjStride, int dstElemStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mva_64f_P(const double *const *src1, int src1Shift, double *buffer,
+                                             const double *const *src2, int src2Shift, int src2ObjStride,
+                                             double *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                             int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mva_64f_L(const double *src1, int src1RowStride, int src1ElemStride, double *buffer,
+                                             const double *const *src2, int src2Shift, int src2ElemStride,
+                                             double *const *dst, int dstShift, int dstElemStride, int width, int height,
+                                             int count);
+
+KVLM_API KvlStatus kvlmQRBackSubst_mava_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
+                                            float *buffer, const float *src2, int src2ObjStride, int src2ElemStride,
+                                            float *dst, int dstObjStride, int dstElemStride, int width, int height,
+                                            int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, float *buffer,
+                                              const float *const *src2, int src2Shift, int src2ObjStride,
+                                              float *const *dst, int dstShift, int dstObjStride, int width, int height,
+                                              int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mava_32f_L(const float *const *src1, int src1Shift, int src1RowStride,
+                                              int src1ElemStride, float *buffer, const float *const *src2,
+                                              int src2Shift, int src2ElemStride, float *const *dst, int dstShift,
+                                              int dstElemStride, int width, int height, int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mava_64f(const double *src1, int src1ObjStride, int src1RowStride,
+                                            int src1ElemStride, double *buffer, const double *src2, int src2ObjStride,
+                                            int src2ElemStride, double *dst, int dstObjStride, int dstElemStride,
+                                            int width, int height, int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                              double *buffer, const double *const *src2, int src2Shift,
+                                              int src2ObjStride, double *const *dst, int dstShift, int dstObjStride,
+                                              int width, int height, int count);
+KVLM_API KvlStatus kvlmQRBackSubst_mava_64f_L(const double *const *src1, int src1Shift, int src1RowStride,
+                                              int src1ElemStride, double *buffer, const double *const *src2,
+                                              int src2Shift, int src2ElemStride, double *const *dst, int dstShift,
+                                              int dstElemStride, int width, int height, int count);
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -4,21 +4,52 @@
 
 #include "kvlm.h"
 
+#include <float.h>
 #include <stddef.h>
 #include <stdint.h>
 #include <string.h>
 #include <type_traits>
+#include <utility>
 
 #define KVLM_INLINE  inline __attribute__((always_inline))
 #define KVLM_INLINED __attribute__((always_inline)) // behind the parameters of a lambda
 
 namespace kvlm {
 
+template <class T>
+constexpr T unitRoundoff = sizeof(T) == 4 ? T(FLT_EPSILON) : T(DBL_EPSILON);
+
+template <class T>
+constexpr T smallestNormal = sizeof(T) == 4 ? T(FLT_MIN) : T(DBL_MIN);
+
 // A size that the compiler knows: a loop over it unrolls.
 template <int N>
 struct Fixed {
     constexpr operator int() const { return N; }
 };
+
+template <class Size>
+constexpr bool isFixed = !std::is_same_v<Size, int>;
+
+// body(0) to body(n - 1): where n is known each index is a type of its own, and nothing of the loop is left.
+template <class Body, int... I>
+KVLM_INLINE void eachIndex(std::integer_sequence<int, I...>, Body body)
+{
+    (body(Fixed<I>()), ...);
+}
+
+template <int N, class Body>
+KVLM_INLINE void eachIndex(Fixed<N>, Body body)
+{
+    eachIndex(std::make_integer_sequence<int, N>(), body);
+}
+
+template <class Body>
+KVLM_INLINE void eachIndex(int n, Body body)
+{
+    for (int i = 0; i < n; ++i)
+        body(i);
+}
 
 // The stride of adjacent elements.
 template <class T>

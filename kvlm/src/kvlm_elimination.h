@@ -5,15 +5,7 @@
 #include "kvlm_lanes.h"
 #include "kvlm_operand.h"
 
-#include <float.h>
-
 namespace kvlm {
-
-template <class T>
-constexpr T unitRoundoff = sizeof(T) == 4 ? T(FLT_EPSILON) : T(DBL_EPSILON);
-
-template <class T>
-constexpr T smallestNormal = sizeof(T) == 4 ? T(FLT_MIN) : T(DBL_MIN);
 
 // Twice the cube of the order, as many smallest normal numbers: what is below counts as zero.
 template <class T>

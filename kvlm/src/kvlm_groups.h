@@ -5,6 +5,7 @@
 
 #include "kvlm_lanes.h"
 #include "kvlm_operand.h"
+#include "kvlm_several.h"
 
 namespace kvlm {
 
@@ -40,8 +41,8 @@ KVLM_INLINE auto knowingPacked(const S &s, const D &d, Body body)
 }
 
 // A run of N adjacent elements of each object of a group: v[j] is element j of all of them.
-template <int N>
-KVLM_INLINE void loadRuns(const float *const (&p)[4], Lanes<float> *v)
+template <int N, class V>
+KVLM_INLINE void loadRuns(const float *const (&p)[4], V v)
 {
     const auto half = [](const float *low, const float *high) {
         const __m128 x = Lanes<float>::loadFirst<2>(low).v;
@@ -66,8 +67,8 @@ KVLM_INLINE void loadRuns(const float *const (&p)[4], Lanes<float> *v)
         v[N - 1] = Lanes<float>::gather(p[0] + N - 1, p[1] + N - 1, p[2] + N - 1, p[3] + N - 1);
 }
 
-template <int N>
-KVLM_INLINE void loadRuns(const double *const (&p)[2], Lanes<double> *v)
+template <int N, class V>
+KVLM_INLINE void loadRuns(const double *const (&p)[2], V v)
 {
 #pragma GCC unroll 18
     for (int j = 0; j + 1 < N; j += 2) {
@@ -80,8 +81,8 @@ KVLM_INLINE void loadRuns(const double *const (&p)[2], Lanes<double> *v)
         v[N - 1] = Lanes<double>::gather(p[0] + N - 1, p[1] + N - 1);
 }
 
-template <int N>
-KVLM_INLINE void storeRuns(float *const (&p)[4], const Lanes<float> *v)
+template <int N, class V>
+KVLM_INLINE void storeRuns(float *const (&p)[4], V v)
 {
     const auto half = [](float *low, float *high, __m128 x) {
         _mm_storel_pi(reinterpret_cast<__m64 *>(low), x);
@@ -104,8 +105,8 @@ KVLM_INLINE void storeRuns(float *const (&p)[4], const Lanes<float> *v)
         v[N - 1].scatter(p[0] + N - 1, p[1] + N - 1, p[2] + N - 1, p[3] + N - 1);
 }
 
-template <int N>
-KVLM_INLINE void storeRuns(double *const (&p)[2], const Lanes<double> *v)
+template <int N, class V>
+KVLM_INLINE void storeRuns(double *const (&p)[2], V v)
 {
 #pragma GCC unroll 18
     for (int j = 0; j + 1 < N; j += 2) {
@@ -175,119 +176,234 @@ KVLM_INLINE bool sideBySide(const X &x)
         return x.objStride == static_cast<int>(sizeof(typename X::Element));
 }
 
-// a[r][c] is element (r, c) of the objects from `first` on.
-template <class X, class T, int R, int C>
-KVLM_INLINE void loadObjects(const X &x, ptrdiff_t first, Lanes<T> (&a)[R][C])
+// A column of an array of rows.
+template <class Rows, class Columns>
+struct ColumnOf {
+    Rows first;
+    Columns columns;
+
+    KVLM_INLINE auto &operator[](int j) const { return first[j * columns]; }
+    KVLM_INLINE ColumnOf operator+(int j) const { return {first + j * columns, columns}; }
+};
+
+// What loads a group, and what stores it: runs of elements, elements that fill a register, elements anywhere.
+struct Load {
+    template <int N, class T, class V>
+    static KVLM_INLINE void runs(const Group<const T> &g, Fixed<N>, V v)
+    {
+        loadRuns<N>(g.p, v);
+    }
+    template <class T>
+    static KVLM_INLINE void plane(const T *p, Lanes<T> &v)
+    {
+        v = Lanes<T>::load(p);
+    }
+    template <class T>
+    static KVLM_INLINE void anywhere(const Group<const T> &g, Lanes<T> &v)
+    {
+        v = gather(g);
+    }
+};
+
+struct Store {
+    template <int N, class T, class V>
+    static KVLM_INLINE void runs(const Group<T> &g, Fixed<N>, V v)
+    {
+        storeRuns<N>(g.p, v);
+    }
+    template <class T>
+    static KVLM_INLINE void plane(T *p, Lanes<T> v)
+    {
+        v.store(p);
+    }
+    template <class T>
+    static KVLM_INLINE void anywhere(const Group<T> &g, Lanes<T> v)
+    {
+        scatter(v, g);
+    }
+};
+
+template <class Move, class T, class V, int N>
+KVLM_INLINE void moveRuns(const Group<T> &g, Fixed<N> n, V v)
 {
-    const auto each = [&](auto element) KVLM_INLINED {
+    Move::runs(g, n, v);
+}
+
+template <class Move, class T, class V>
+KVLM_INLINE void moveRuns(const Group<T> &g, int n, V v)
+{
+    constexpr int step = Group<T>::count;
+    int j = 0;
+    for (; j + step <= n; j += step)
+        Move::runs(g.at(steps(j, sizeof(T))), Fixed<step>(), v + j);
+    for (; j < n; ++j)
+        Move::anywhere(g.at(steps(j, sizeof(T))), v[j]);
+}
+
+// A vector as a matrix of one column.
+template <class X>
+KVLM_INLINE auto asColumn(const X &x)
+{
+    if constexpr (X::isTable)
+        return x;
+    else if constexpr (X::View::adjacentInRows)
+        return x.withSteps(x.elemStride, x.elemStride);
+    else
+        return x.withSteps(x.elemStride, 0);
+}
+
+// Which elements of an object are moved: all, or those on and below the diagonal.
+struct Whole {
+    static constexpr bool all = true;
+    template <class Row, class Columns>
+    static KVLM_INLINE constexpr Columns width(Row, Columns columns)
+    {
+        return columns;
+    }
+};
+
+struct LowerTriangle {
+    static constexpr bool all = false;
+    template <int R, class Columns>
+    static KVLM_INLINE constexpr Fixed<R + 1> width(Fixed<R>, Columns)
+    {
+        return {};
+    }
+    static KVLM_INLINE constexpr int width(int r, int) { return r + 1; }
+};
+
+// move(k, r, c) for each element that takes part, k being its place row by row.
+template <class Elements, class Move, int R, int C>
+KVLM_INLINE void eachElement(Fixed<R>, Fixed<C>, Move move)
+{
 #pragma GCC unroll 6
-        for (int r = 0; r < R; ++r)
+    for (int r = 0; r < R; ++r) {
+        const int width = Elements::width(r, C);
 #pragma GCC unroll 6
-            for (int c = 0; c < C; ++c)
-                a[r][c] = element(r, c);
-    };
-    if constexpr (X::isTable) {
-        if (sideBySide(x))
-            each([&](int r, int c) KVLM_INLINED { return Lanes<T>::load(x.at(r * C + c, first)); });
-        else
-            each([&](int r, int c) KVLM_INLINED {
-                return gather(groupOf<const T>([&](int l) KVLM_INLINED { return x.at(r * C + c, first + l); }));
-            });
-    } else {
-        const auto g = groupOf<const T>([&](int l) KVLM_INLINED { return x.object(first + l); });
-        if constexpr (X::View::adjacentInRows) {
-            if (x.rowStride == C * static_cast<int>(sizeof(T)))
-                loadRuns<R * C>(g.p, a[0]);
-            else {
-#pragma GCC unroll 6
-                for (int r = 0; r < R; ++r)
-                    loadRuns<C>(g.at(steps(r, x.rowStride)).p, a[r]);
-            }
-        } else if (sideBySide(x))
-            each([&](int r, int c) KVLM_INLINED {
-                return Lanes<T>::load(moved(g.p[0], steps(r, x.rowStride) + steps(c, x.elemStride)));
-            });
-        else if (x.rowStride == static_cast<int>(sizeof(T))) {
-#pragma GCC unroll 6
-            for (int c = 0; c < C; ++c) {
-                Lanes<T> column[R];
-                loadRuns<R>(g.at(steps(c, x.elemStride)).p, column);
-#pragma GCC unroll 6
-                for (int r = 0; r < R; ++r)
-                    a[r][c] = column[r];
-            }
-        } else
-            each([&](int r, int c)
-                     KVLM_INLINED { return gather(g.at(steps(r, x.rowStride) + steps(c, x.elemStride))); });
+        for (int c = 0; c < width; ++c)
+            move(r * C + c, r, c);
     }
 }
 
+template <class Elements, class Move>
+KVLM_INLINE void eachElement(int rows, int columns, Move move)
+{
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < Elements::width(r, columns); ++c)
+            move(r * columns + c, r, c);
+}
+
+template <int A, int B>
+KVLM_INLINE Fixed<A * B> product(Fixed<A>, Fixed<B>)
+{
+    return {};
+}
+
+KVLM_INLINE int product(int a, int b)
+{
+    return a * b;
+}
+
+// Between the objects from `first` on and an array of registers, the elements row by row. Both sizes are known, or
+// none.
+template <class Move, class Elements, class X, class Rows, class Columns, class Array>
+KVLM_INLINE void moveObjects(const X &x, ptrdiff_t first, Rows rows, Columns columns, Array a)
+{
+    using E = typename X::Element;
+    constexpr int elem = sizeof(E);
+    const auto each = [&](auto move) KVLM_INLINED { eachElement<Elements>(rows, columns, move); };
+    if constexpr (X::isTable) {
+        if (sideBySide(x))
+            each([&](int k, int, int) KVLM_INLINED { Move::plane(x.at(k, first), a[k]); });
+        else
+            each([&](int k, int, int) KVLM_INLINED {
+                Move::anywhere(groupOf<E>([&](int l) KVLM_INLINED { return x.at(k, first + l); }), a[k]);
+            });
+    } else {
+        const auto g = groupOf<E>([&](int l) KVLM_INLINED { return x.object(first + l); });
+        const auto at = [&](int r, int c) KVLM_INLINED { return steps(r, x.rowStride) + steps(c, x.elemStride); };
+        if constexpr (X::View::adjacentInRows) {
+            // A packed object is all bytes from its first element to its last: those above the diagonal may be loaded
+            // with the others.
+            if (x.rowStride == columns * elem && (Elements::all || std::is_const_v<E>))
+                moveRuns<Move>(g, product(rows, columns), a);
+            else
+                eachIndex(rows, [&](auto r) KVLM_INLINED {
+                    moveRuns<Move>(g.at(steps(r, x.rowStride)), Elements::width(r, columns), a + r * columns);
+                });
+        } else if (sideBySide(x))
+            each([&](int k, int r, int c) KVLM_INLINED { Move::plane(moved(g.p[0], at(r, c)), a[k]); });
+        else if (x.rowStride == elem)
+            eachIndex(columns, [&](auto c) KVLM_INLINED {
+                if constexpr (Elements::all)
+                    moveRuns<Move>(g.at(at(0, c)), rows, ColumnOf<Array, Columns>{a + c, columns});
+                else
+                    moveRuns<Move>(g.at(at(c, c)), Fixed<rows - c>(),
+                                   ColumnOf<Array, Columns>{a + c * columns + c, columns});
+            });
+        else
+            each([&](int k, int r, int c) KVLM_INLINED { Move::anywhere(g.at(at(r, c)), a[k]); });
+    }
+}
+
+// The same for numbers of one or several registers. Of these only the first `parts` are those of objects; the others
+// are filled with what the first one has.
+template <class Elements, class X, class Rows, class Columns, class V>
+KVLM_INLINE void loadParts(const X &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+{
+    constexpr int step = Group<typename X::Element>::count;
+#pragma GCC unroll 1
+    for (int part = 0; part < NumberTraits<V>::registers; ++part)
+        moveObjects<Load, Elements>(x, first + (part < parts ? part * step : 0), rows, columns, partOf(a, part));
+}
+
+template <class Elements, class X, class Rows, class Columns, class V>
+KVLM_INLINE void storeParts(const X &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+{
+    constexpr int step = Group<typename X::Element>::count;
+#pragma GCC unroll 1
+    for (int part = 0; part < parts; ++part)
+        moveObjects<Store, Elements>(x, first + part * step, rows, columns, partOf(a, part));
+}
+
+template <class Elements = Whole, class X, class T, int R, int C>
+KVLM_INLINE void loadObjects(const X &x, ptrdiff_t first, Lanes<T> (&a)[R][C])
+{
+    moveObjects<Load, Elements>(x, first, Fixed<R>(), Fixed<C>(), a[0]);
+}
+
+template <class Elements = Whole, class X, class T, int R, int C>
+KVLM_INLINE void storeObjects(const X &x, ptrdiff_t first, const Lanes<T> (&a)[R][C])
+{
+    moveObjects<Store, Elements>(x, first, Fixed<R>(), Fixed<C>(), a[0]);
+}
+
 // One object, in all lanes.
+template <class X, class T, class Rows, class Columns>
+KVLM_INLINE void loadObject(const X &x, ptrdiff_t i, Rows rows, Columns columns, Lanes<T> *a)
+{
+    const auto view = viewOf(x, i, columns);
+    eachElement<Whole>(rows, columns,
+                       [&](int k, int r, int c) KVLM_INLINED { a[k] = Lanes<T>::all(get(view.at(r, c))); });
+}
+
+template <class X, class T, class Rows, class Columns>
+KVLM_INLINE void storeObject(const X &x, ptrdiff_t i, Rows rows, Columns columns, const Lanes<T> *a)
+{
+    const auto view = viewOf(x, i, columns);
+    eachElement<Whole>(rows, columns, [&](int k, int r, int c) KVLM_INLINED { a[k].storeOne(view.at(r, c)); });
+}
+
 template <class X, class T, int R, int C>
 KVLM_INLINE void loadObject(const X &x, ptrdiff_t i, Lanes<T> (&a)[R][C])
 {
-    const auto view = viewOf(x, i, C);
-#pragma GCC unroll 6
-    for (int r = 0; r < R; ++r)
-#pragma GCC unroll 6
-        for (int c = 0; c < C; ++c)
-            a[r][c] = Lanes<T>::all(get(view.at(r, c)));
+    loadObject(x, i, Fixed<R>(), Fixed<C>(), a[0]);
 }
 
 template <class X, class T, int R, int C>
 KVLM_INLINE void storeObject(const X &x, ptrdiff_t i, const Lanes<T> (&a)[R][C])
 {
-    const auto view = viewOf(x, i, C);
-#pragma GCC unroll 6
-    for (int r = 0; r < R; ++r)
-#pragma GCC unroll 6
-        for (int c = 0; c < C; ++c)
-            a[r][c].storeOne(view.at(r, c));
-}
-
-template <class X, class T, int R, int C>
-KVLM_INLINE void storeObjects(const X &x, ptrdiff_t first, const Lanes<T> (&a)[R][C])
-{
-    const auto each = [&](auto store) KVLM_INLINED {
-#pragma GCC unroll 6
-        for (int r = 0; r < R; ++r)
-#pragma GCC unroll 6
-            for (int c = 0; c < C; ++c)
-                store(a[r][c], r, c);
-    };
-    if constexpr (X::isTable) {
-        if (sideBySide(x))
-            each([&](Lanes<T> v, int r, int c) KVLM_INLINED { v.store(x.at(r * C + c, first)); });
-        else
-            each([&](Lanes<T> v, int r, int c) KVLM_INLINED {
-                scatter(v, groupOf<T>([&](int l) KVLM_INLINED { return x.at(r * C + c, first + l); }));
-            });
-    } else {
-        const auto g = groupOf<T>([&](int l) KVLM_INLINED { return x.object(first + l); });
-        if constexpr (X::View::adjacentInRows) {
-            if (x.rowStride == C * static_cast<int>(sizeof(T)))
-                storeRuns<R * C>(g.p, a[0]);
-            else {
-#pragma GCC unroll 6
-                for (int r = 0; r < R; ++r)
-                    storeRuns<C>(g.at(steps(r, x.rowStride)).p, a[r]);
-            }
-        } else if (sideBySide(x))
-            each([&](Lanes<T> v, int r, int c)
-                     KVLM_INLINED { v.store(moved(g.p[0], steps(r, x.rowStride) + steps(c, x.elemStride))); });
-        else if (x.rowStride == static_cast<int>(sizeof(T))) {
-#pragma GCC unroll 6
-            for (int c = 0; c < C; ++c) {
-                Lanes<T> column[R];
-#pragma GCC unroll 6
-                for (int r = 0; r < R; ++r)
-                    column[r] = a[r][c];
-                storeRuns<R>(g.at(steps(c, x.elemStride)).p, column);
-            }
-        } else
-            each([&](Lanes<T> v, int r, int c)
-                     KVLM_INLINED { scatter(v, g.at(steps(r, x.rowStride) + steps(c, x.elemStride))); });
-    }
+    storeObject(x, i, Fixed<R>(), Fixed<C>(), a[0]);
 }
 
 // The same with the rows of each object in an order of its own: a[r] is row rows[l][r] of the object in lane l.
@@ -372,41 +488,44 @@ struct Choice {
 
 // Whether no byte belongs to two objects of a group: what is written for one is then not written for another. Objects
 // that overlap are written one after the other.
-template <int R, int C, class T>
-class Apart {
+template <class T, class Elements = Whole, int Registers = 1>
+class ObjectsApart {
 public:
     template <class Obj, class Row, class Elem>
-    explicit Apart(const Strided<T, Obj, Row, Elem> &x)
+    ObjectsApart(const Strided<T, Obj, Row, Elem> &x, int rows, int columns)
     {
+        const int64_t below = rows - 1, right = columns - 1;
         const int64_t obj = x.objStride, row = x.rowStride, elem = x.elemStride, size = sizeof(T);
-        const int64_t whole = (R - 1) * row + (C - 1) * elem + size, span = (lanes - 1) * obj + size;
-        always = obj >= whole || (elem >= span && (R == 1 || row >= (C - 1) * elem + span)) ||
-                 (row >= span && elem >= (R - 1) * row + span) ||
-                 (obj >= (C - 1) * elem + size && row >= (lanes - 1) * obj + (C - 1) * elem + size);
+        const int64_t whole = below * row + right * elem + size, span = (lanes - 1) * obj + size;
+        always = obj >= whole || (elem >= span && (below == 0 || row >= right * elem + span)) ||
+                 (row >= span && elem >= below * row + span) ||
+                 (obj >= right * elem + size && row >= (lanes - 1) * obj + right * elem + size);
     }
     template <class Obj>
-    explicit Apart(const Table<T, Obj> &x)
+    ObjectsApart(const Table<T, Obj> &x, int rows, int columns)
     {
         const uintptr_t size = sizeof(T), obj = static_cast<unsigned>(int(x.objStride));
         const auto place = [&](int k) KVLM_INLINED { return reinterpret_cast<uintptr_t>(x.table[k]); };
         uintptr_t low = place(0), high = low;
         bool positionsApart = true;
-        for (int k = 1; k < R * C; ++k) {
-            positionsApart &= place(k) >= high && place(k) - high >= (lanes - 1) * obj + size;
-            low = place(k) < low ? place(k) : low;
-            high = place(k) > high ? place(k) : high;
-        }
+        for (int r = 0; r < rows; ++r)
+            for (int k = r * columns + (r == 0); k < r * columns + Elements::width(r, columns); ++k) {
+                positionsApart &= place(k) >= high && place(k) - high >= (lanes - 1) * obj + size;
+                low = place(k) < low ? place(k) : low;
+                high = place(k) > high ? place(k) : high;
+            }
         always = positionsApart || obj >= high - low + size;
     }
     template <class Row, class Elem>
-    explicit Apart(const List<T, Row, Elem> &x)
-        : extent((R - 1) * static_cast<int64_t>(int(x.rowStride)) + (C - 1) * static_cast<int64_t>(int(x.elemStride)) +
-                 static_cast<int64_t>(sizeof(T)))
+    ObjectsApart(const List<T, Row, Elem> &x, int rows, int columns)
+        : extent((rows - 1) * static_cast<int64_t>(int(x.rowStride)) +
+                 (columns - 1) * static_cast<int64_t>(int(x.elemStride)) + static_cast<int64_t>(sizeof(T)))
     {
     }
 
+    // For so many registers of objects.
     template <class X>
-    KVLM_INLINE bool operator()(const X &x, ptrdiff_t first) const
+    KVLM_INLINE bool operator()(const X &x, ptrdiff_t first, int parts = 1) const
     {
         if constexpr (!X::isList)
             return always;
@@ -415,11 +534,12 @@ public:
                 return static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + l])) -
                        static_cast<int64_t>(reinterpret_cast<uintptr_t>(x.list[first + k]));
             };
+            const int objects = Registers == 1 ? lanes : parts * Lanes<T>::count;
             bool apart = true;
 #pragma GCC unroll 4
-            for (int l = 1; l < lanes; ++l)
+            for (int l = 1; l < objects; ++l)
                 apart &= distance(l, l - 1) >= extent;
-            for (int l = 1; !apart && l < lanes; ++l)
+            for (int l = 1; !apart && l < objects; ++l)
                 for (int k = 0; k < l; ++k)
                     if (distance(l, k) < extent && distance(k, l) < extent)
                         return false;
@@ -428,30 +548,54 @@ public:
     }
 
 private:
-    static constexpr int lanes = Lanes<T>::count;
+    static constexpr int lanes = Registers * Lanes<T>::count;
     bool always = true;
     int64_t extent = 0;
 };
 
-// A batch in groups, then what is left one by one. group(i) does the objects from i on, or nothing and returns false:
-// then they are done one by one, so that exactly the objects before a failing one are complete.
-template <class T, class GroupOf, class One>
-KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+template <int R, int C, class T>
+struct Apart : ObjectsApart<T> {
+    template <class X>
+    explicit Apart(const X &x) : ObjectsApart<T>(x, R, C)
+    {
+    }
+};
+
+// A batch in groups of one register or several, then what is left one by one. group(i, parts) does that many registers
+// of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly the objects
+// before a failing one are complete.
+template <class T, int Registers, class GroupOf, class One>
+KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
 {
     constexpr int lanes = Lanes<T>::count;
-    int i = 0;
+    int i = 0, most = Registers;
     while (i < count) {
         int end = count;
         if (count - i >= lanes) {
+            const int parts = count - i >= most * lanes ? most : 1;
+            if (group(i, parts)) {
+                i += parts * lanes;
+                most = Registers;
+                continue;
+            }
+            if (parts > 1) {
+                most = 1;
+                continue;
+            }
             end = i + lanes;
-            if (group(i))
-                i = end;
         }
         for (; i < end; ++i)
             if (const KvlStatus status = one(i))
                 return status;
     }
     return kvlOk;
+}
+
+template <class T, class GroupOf, class One>
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+{
+    return inWideGroups<T, 1>(
+        count, [&](ptrdiff_t i, int) KVLM_INLINED { return group(i); }, one);
 }
 
 } // namespace kvlm

@@ -81,6 +81,7 @@ struct Lanes<float> {
     friend KVLM_INLINE Lanes operator^(Lanes a, Lanes b) { return {_mm_xor_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes without(Lanes a, Lanes mask) { return {_mm_andnot_ps(mask.v, a.v)}; }
     friend KVLM_INLINE Lanes greater(Lanes a, Lanes b) { return {_mm_cmpgt_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_ps(a.v, b.v)}; }
@@ -88,7 +89,9 @@ struct Lanes<float> {
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_ps(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_ps(_mm_set1_ps(-0.0f), a.v)}; }
+    friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_ps(a.v)}; }
     friend KVLM_INLINE Lanes roughReciprocal(Lanes a) { return {_mm_rcp_ps(a.v)}; }
+    friend KVLM_INLINE Lanes roughReciprocalRoot(Lanes a) { return {_mm_rsqrt_ps(a.v)}; }
 };
 
 template <>
@@ -135,6 +138,7 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes operator^(Lanes a, Lanes b) { return {_mm_xor_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes without(Lanes a, Lanes mask) { return {_mm_andnot_pd(mask.v, a.v)}; }
     friend KVLM_INLINE Lanes greater(Lanes a, Lanes b) { return {_mm_cmpgt_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_pd(a.v, b.v)}; }
@@ -142,6 +146,7 @@ struct Lanes<double> {
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_pd(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_pd(_mm_set1_pd(-0.0), a.v)}; }
+    friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_pd(a.v)}; }
 };
 
 // An algorithm's number is a Lanes<T>, one object per lane, or T itself, one object.
@@ -153,6 +158,7 @@ struct NumberTraits {
 template <class T>
 struct NumberTraits<Lanes<T>> {
     using Element = T;
+    static constexpr int registers = 1;
 };
 
 // The same number for every object.
@@ -173,6 +179,31 @@ KVLM_INLINE float magnitude(float a)
 KVLM_INLINE double magnitude(double a)
 {
     return __builtin_fabs(a);
+}
+
+KVLM_INLINE bool notGreater(float a, float b)
+{
+    return !(a > b);
+}
+
+KVLM_INLINE bool notGreater(double a, double b)
+{
+    return !(a > b);
+}
+
+KVLM_INLINE bool any(bool condition)
+{
+    return condition;
+}
+
+KVLM_INLINE double squareRoot(double a)
+{
+    return __builtin_sqrt(a);
+}
+
+KVLM_INLINE float roughReciprocalRoot(float a)
+{
+    return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a)));
 }
 
 // Keeps what was loaded in registers: gcc would rather load the halves from memory a second time, at twice the cost.

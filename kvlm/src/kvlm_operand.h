@@ -240,6 +240,16 @@ KVLM_INLINE T *elementOf(const Table<T, None> &x, ptrdiff_t j)
     return x.at(j, 0);
 }
 
+// Whether an operand's kernel is one for adjacent elements.
+template <class X>
+constexpr bool hasAdjacentRows()
+{
+    if constexpr (X::isTable)
+        return false;
+    else
+        return X::View::adjacentInRows;
+}
+
 // The sizes of a matrix, or the length of a vector.
 struct Shape : Part {
     int width, height;
@@ -250,6 +260,14 @@ struct Shape : Part {
     auto args() const { return std::tuple<int, int>(width, height); }
     auto plainArgs() const { return args(); }
     Shape from(int, int, void *) const { return *this; }
+};
+
+// The sizes of a matrix that must have at least as many rows as columns.
+struct TallShape : Shape {
+    using Shape::Shape;
+
+    bool matchFault() const { return width > height; }
+    TallShape from(int, int, void *) const { return *this; }
 };
 
 struct Length : Part {

@@ -86,6 +86,8 @@
 #define PART_SHAPE_OF(x)                Shape(x##Width, x##Height)
 #define ARG_SHAPE_MATCHED(x, matched)   ARG_SHAPE_OF(x)
 #define PART_SHAPE_MATCHED(x, matched)  PART_SHAPE_OF(x), SizeMatch(matched)
+#define ARG_TALL                        ARG_SHAPE
+#define PART_TALL                       TallShape(width, height)
 #define ARG_LENGTH(x)                   int x
 #define PART_LENGTH(x)                  Length(x)
 #define ARG_LENGTH_MATCHED(x, matched)  ARG_LENGTH(x)

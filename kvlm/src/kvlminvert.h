@@ -10,21 +10,11 @@
 
 namespace kvlm {
 
-// Kernels for adjacent elements have ways of their own.
-template <class D>
-constexpr bool hasAdjacentForm()
-{
-    if constexpr (D::isTable)
-        return false;
-    else
-        return D::View::adjacentInRows;
-}
-
 template <int N, class S, class D>
 KVLM_INLINE KvlStatus invertObject(const S &s, const D &d, ptrdiff_t i)
 {
     using T = typename D::Element;
-    Inverse<T, N, hasAdjacentForm<D>()> work;
+    Inverse<T, N, hasAdjacentRows<D>()> work;
     loadObject(s, i, work.a);
     if (invert(work)) {
         storeObject(d, i, work.a);
@@ -50,7 +40,7 @@ __attribute__((noinline)) KvlStatus invertBatch(const S &givenS, const D &givenD
         [&](ptrdiff_t i) KVLM_INLINED {
             if (!apart(d, i))
                 return false;
-            Inverse<T, N, hasAdjacentForm<D>()> work;
+            Inverse<T, N, hasAdjacentRows<D>()> work;
             loadObjects(s, i, work.a);
             if (!invert(work))
                 return false;

@@ -5,6 +5,7 @@
 
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlm_systems.h"
 
 namespace kvlm {
 
@@ -228,16 +229,6 @@ KVLM_INLINE KvlStatus luSolveBatch(const A &a, Runs<const int> pivots, const B &
                 solveByDivision(viewOf(a, i, n), pivot + i * n, viewOf(b, i, n), viewOf(d, i, n), n);
             return KvlStatus(kvlOk);
         });
-}
-
-KVLM_INLINE int vectorsWork(unsigned n, unsigned count)
-{
-    return wrapped((n + 2 * count) * n);
-}
-
-KVLM_INLINE int systemsWork(unsigned n, unsigned count)
-{
-    return wrapped((n * n + 2 * n) * count);
 }
 
 constexpr Limits luSolveLimits = {1700, 1700, 1700, 1700, 1700};

@@ -5,9 +5,9 @@
 #ifndef KVLMLUDECOMP_H
 #define KVLMLUDECOMP_H
 
-#include "kvlm_elimination.h"
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlm_systems.h"
 
 namespace kvlm {
 
@@ -199,11 +199,6 @@ KVLM_INLINE KvlStatus luDecompBatch(const S &s, Runs<int> pivot, const D &d, Len
                     return status;
             return KvlStatus(kvlOk);
         });
-}
-
-KVLM_INLINE int luWork(unsigned n, unsigned count)
-{
-    return wrapped(n * n * count);
 }
 
 constexpr Limits luLimits = {20000, 20000, 20000, 20000, 20000};

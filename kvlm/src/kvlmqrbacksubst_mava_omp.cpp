@@ -1,0 +1,7 @@
+// QR solver, an array of matrices, each with a right-hand side: drivers.
+#include "kvlmqrbacksubst.h"
+
+using namespace kvlm;
+
+DRIVERS(kvlmQRBackSubst_mava_32f, QR_MAVA, float)
+DRIVERS(kvlmQRBackSubst_mava_64f, QR_MAVA, double)

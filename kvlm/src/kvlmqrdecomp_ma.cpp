@@ -1,0 +1,11 @@
+// QR decomposition of an array of matrices: kernels and public functions.
+#include "kvlmqrdecomp.h"
+
+using namespace kvlm;
+
+#define ROW(name, T)                                                                                                   \
+    BATCH_KERNELS(name, QR_MA, T, qrDecompBatch)                                                                       \
+    BATCH_FUNCTIONS(name, QR_MA, T, MatchLast, qrWork(width, height, count), qrLimits)
+
+ROW(kvlmQRDecomp_ma_32f, float)
+ROW(kvlmQRDecomp_ma_64f, double)
