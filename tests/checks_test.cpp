@@ -27,8 +27,6 @@ int statusOf(char check)
     case 'T':
     case 'O':
         return -182;
-    case 'M':
-        return -204;
     default:
         return -202;
     }
