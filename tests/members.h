@@ -359,6 +359,7 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(LoadIdentity, ma, "NSCTO", "NSHCO", "NSCHO", "NSCTH")                                                            \
     X(Transpose, ma, "NCST", "NCSTH", "NCSTH", "NCSTH")
 
+// X(name behind kvlmCopy_, operands, 64f, description of the source, order of checks, description of the destination)
 #define COPY_MEMBERS(X, letters, orderOfPairsToTables, type, is64)                                                     \
     X(letters##_##type##_SS, letters, is64, 'S', "NSCTO", 'S')                                                         \
     X(letters##_##type##_SP, letters, is64, 'S', orderOfPairsToTables, 'P')                                            \
@@ -383,6 +384,13 @@ ARRAY_MEMBERS(DECLARE_DRIVERS)
 DECLARE_DRIVER(AffineTransform3DH_mva_32f)
 }
 
+inline Member copyMember(const char *name, Function call, const char *letters, bool is64, char description,
+                         const char *order, char dstDescription)
+{
+    return {name,  call,    {}, "Copy", letters,       operandsOf("Copy", letters), is64, description,
+            order, nullptr, 0,  0,      dstDescription};
+}
+
 inline const std::vector<Member> &members()
 {
 #define ROW(name, driver, family, letters, is64, description, order, ...)                                              \
@@ -393,19 +401,7 @@ inline const std::vector<Member> &members()
 #define SERIAL_ROW(name, family, letters, is64, description, order)                                                    \
     ROW(name, Function(), family, letters, is64, description, order, nullptr, 0, 0)
 #define COPY_ROW(name, letters, is64, description, order, dstDescription)                                              \
-    Member{"kvlmCopy_" #name,                                                                                          \
-           kvlmCopy_##name,                                                                                            \
-           Function(),                                                                                                 \
-           "Copy",                                                                                                     \
-           #letters,                                                                                                   \
-           operandsOf("Copy", #letters),                                                                               \
-           is64,                                                                                                       \
-           description,                                                                                                \
-           order,                                                                                                      \
-           nullptr,                                                                                                    \
-           0,                                                                                                          \
-           0,                                                                                                          \
-           dstDescription},
+    copyMember("kvlmCopy_" #name, kvlmCopy_##name, #letters, is64, description, order, dstDescription),
 #define ORDERED_SINGLE_ROWS(family, letters, order, orderP32, orderP64)                                                \
     SERIAL_ROW(family##_##letters##_32f, family, letters, false, 'S', order)                                           \
     SERIAL_ROW(family##_##letters##_32f_P, family, letters, false, 'P', orderP32)                                      \
@@ -430,17 +426,26 @@ inline const std::vector<Member> &members()
 #define ARRAY_ROWS(family, letters, order, estimate, limits)                                                           \
     ARRAY_TYPE(family##_##letters##_32f, family, letters, false, order, estimate, limits)                              \
     ARRAY_TYPE(family##_##letters##_64f, family, letters, true, order, estimate, limits)
+    // clang-format off
     static const std::vector<Member> all = {
-        SINGLE_MEMBERS(SINGLE_ROWS) ORDERED_SINGLE_MEMBERS(ORDERED_SINGLE_ROWS) ARRAY_MEMBERS(ARRAY_ROWS)
-            SERIAL_ARRAY_MEMBERS(SERIAL_ARRAY_ROWS) COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 32f, false)
-                COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 64f, true) COPY_MEMBERS(COPY_ROW, va, "NSCHTO", 32f, false)
-                    COPY_MEMBERS(COPY_ROW, va, "NSCTHO", 64f, true)
-                        ARRAY_ROW(AffineTransform3DH_mva_32f, AffineTransform3DH, mva, false, 'S', "NCT",
-                                  estimatePoints, 2001, 2001)};
+        SINGLE_MEMBERS(SINGLE_ROWS)
+        ORDERED_SINGLE_MEMBERS(ORDERED_SINGLE_ROWS)
+        ARRAY_MEMBERS(ARRAY_ROWS)
+        SERIAL_ARRAY_MEMBERS(SERIAL_ARRAY_ROWS)
+        COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 32f, false)
+        COPY_MEMBERS(COPY_ROW, ma, "NSCTHO", 64f, true)
+        COPY_MEMBERS(COPY_ROW, va, "NSCHTO", 32f, false)
+        COPY_MEMBERS(COPY_ROW, va, "NSCTHO", 64f, true)
+        ARRAY_ROW(AffineTransform3DH_mva_32f, AffineTransform3DH, mva, false, 'S', "NCT", estimatePoints, 2001, 2001)};
+    // clang-format on
     return all;
 #undef ARRAY_ROWS
 #undef ARRAY_TYPE
 #undef ARRAY_ROW
 #undef SINGLE_ROWS
+#undef SERIAL_ARRAY_ROWS
+#undef ORDERED_SINGLE_ROWS
+#undef COPY_ROW
+#undef SERIAL_ROW
 #undef ROW
 }

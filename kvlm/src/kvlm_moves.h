@@ -5,8 +5,8 @@
 #ifndef KVLM_MOVES_H
 #define KVLM_MOVES_H
 
+#include "kvlm_places.h"
 #include "kvlm_strided.h"
-#include "kvlm_table.h"
 
 namespace kvlm {
 
@@ -18,196 +18,6 @@ struct First {
         return a;
     }
 };
-
-// ---- Operands ----------------------------------------------------------------------------------------------------
-
-// The standard and the list description, with strides as wide as the address space.
-template <class T>
-using Grid = Strided<T, ptrdiff_t, ptrdiff_t, ptrdiff_t>;
-template <class T>
-using Scattered = List<T, ptrdiff_t, ptrdiff_t>;
-
-// The pointer description. The strides inside an object count entries of the table.
-template <class T>
-struct Positions : Table<T, ptrdiff_t> {
-    struct View {
-        T *const *table;
-        Offset shift;
-        ptrdiff_t rowStride, elemStride;
-
-        KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const
-        {
-            return moved(table[r * rowStride + c * elemStride], shift);
-        }
-    };
-    ptrdiff_t rowStride, elemStride;
-
-    template <class Obj>
-    Positions(const Table<T, Obj> &x, int width)
-        : Table<T, ptrdiff_t>(x.table, x.shift, int(x.objStride)), rowStride(width), elemStride(1)
-    {
-    }
-    View view(ptrdiff_t i) const { return {this->table, static_cast<Offset>(this->shiftOf(i)), rowStride, elemStride}; }
-};
-
-// An operand of a call, with rows of `width` elements, as an operand of a move.
-template <class T, class Obj, class Row, class Elem>
-Grid<T> movable(const Strided<T, Obj, Row, Elem> &x, int)
-{
-    return {x.base, ptrdiff_t(x.objStride), ptrdiff_t(x.rowStride), ptrdiff_t(x.elemStride)};
-}
-
-template <class T, class Row, class Elem>
-Scattered<T> movable(const List<T, Row, Elem> &x, int)
-{
-    return {x.list, x.shift, ptrdiff_t(x.rowStride), ptrdiff_t(x.elemStride)};
-}
-
-template <class T, class Obj>
-Positions<T> movable(const Table<T, Obj> &x, int width)
-{
-    return {x, width};
-}
-
-template <class X>
-X transposed(X x)
-{
-    std::swap(x.rowStride, x.elemStride);
-    return x;
-}
-
-struct Extent {
-    int width, height, count;
-};
-
-// ---- What lies where ---------------------------------------------------------------------------------------------
-
-// Addresses from low to high - 1.
-struct Range {
-    uintptr_t low, high;
-
-    bool apartFrom(Range x) const { return high <= x.low || x.high <= low; }
-};
-
-template <class T, class View>
-KVLM_INLINE Range objectRange(const View &x, Extent n, ptrdiff_t beyond = 0)
-{
-    return {reinterpret_cast<uintptr_t>(x.at(0, 0)),
-            reinterpret_cast<uintptr_t>(x.at(n.height - 1, n.width - 1)) + beyond + sizeof(T)};
-}
-
-// f(range) for ranges that hold all of an operand, until it returns false: one, or one for each entry of table or list.
-template <class T, class F>
-KVLM_INLINE bool forRanges(const Grid<T> &x, Extent n, F f)
-{
-    return f(objectRange<T>(x.view(0), n, static_cast<ptrdiff_t>(steps(n.count - 1, x.objStride))));
-}
-
-template <class T, class F>
-KVLM_INLINE bool forRanges(const Scattered<T> &x, Extent n, F f)
-{
-    for (ptrdiff_t i = 0; i < n.count; ++i)
-        if (!f(objectRange<T>(x.view(i), n)))
-            return false;
-    return true;
-}
-
-template <class T, class F>
-KVLM_INLINE bool forRanges(const Positions<T> &x, Extent n, F f)
-{
-    for (ptrdiff_t p = 0; p < static_cast<ptrdiff_t>(n.width) * n.height; ++p) {
-        const uintptr_t first = reinterpret_cast<uintptr_t>(x.at(p, 0));
-        if (!f(Range{first, first + steps(n.count - 1, x.objStride) + sizeof(T)}))
-            return false;
-    }
-    return true;
-}
-
-template <class X, class Y>
-KVLM_INLINE bool apartFromWhole(const X &x, const Y &y, Extent n)
-{
-    Range whole = {UINTPTR_MAX, 0};
-    forRanges(y, n, [&](Range range) KVLM_INLINED {
-        whole = {range.low < whole.low ? range.low : whole.low, range.high > whole.high ? range.high : whole.high};
-        return true;
-    });
-    return forRanges(x, n, [&](Range range) KVLM_INLINED { return range.apartFrom(whole); });
-}
-
-// Whether source and destination share no byte; of two lists, whether equal objects share none.
-template <class S, class D>
-KVLM_INLINE bool apart(const S &s, const D &d, Extent n)
-{
-    using T = typename D::Element;
-    if constexpr (S::isList && D::isList) {
-        for (ptrdiff_t i = 0; i < n.count; ++i)
-            if (!objectRange<T>(s.view(i), n).apartFrom(objectRange<T>(d.view(i), n)))
-                return false;
-        return true;
-    } else if constexpr (S::isList || (S::isTable && !D::isList))
-        return apartFromWhole(s, d, n);
-    else
-        return apartFromWhole(d, s, n);
-}
-
-// Whether no element lies in another: each stride steps over all that smaller ones reach.
-struct Step {
-    int64_t stride;
-    int count;
-};
-
-template <size_t N>
-inline bool nested(int64_t size, Step (&steps)[N])
-{
-    for (size_t k = 1; k < N; ++k)
-        for (size_t j = k; j > 0 && steps[j].stride < steps[j - 1].stride; --j)
-            std::swap(steps[j], steps[j - 1]);
-    int64_t reach = size;
-    for (const Step &step : steps)
-        if (step.count > 1) {
-            if (step.stride < reach)
-                return false;
-            reach += step.stride * (step.count - 1);
-        }
-    return true;
-}
-
-// Whether no element of a destination lies in another; in a list, of the same object.
-template <class T>
-inline bool distinct(const Grid<T> &x, Extent n)
-{
-    Step steps[] = {{x.elemStride, n.width}, {x.rowStride, n.height}, {x.objStride, n.count}};
-    return nested(sizeof(T), steps);
-}
-
-template <class T>
-inline bool distinct(const Scattered<T> &x, Extent n)
-{
-    Step steps[] = {{x.elemStride, n.width}, {x.rowStride, n.height}};
-    return nested(sizeof(T), steps);
-}
-
-template <class T>
-inline bool distinct(const Positions<T> &x, Extent n)
-{
-    return entriesDisjoint<T>(x, static_cast<ptrdiff_t>(n.width) * n.height, n.count);
-}
-
-// Whether each object of a distinct destination lies behind the one before it, or at least apart from all others.
-template <class T>
-inline bool objectsApart(const Grid<T> &, Extent)
-{
-    return true;
-}
-
-template <class T>
-inline bool objectsApart(const Scattered<T> &x, Extent n)
-{
-    for (ptrdiff_t i = 1; i < n.count; ++i)
-        if (objectRange<T>(x.view(i), n).low < objectRange<T>(x.view(i - 1), n).high)
-            return false;
-    return true;
-}
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
@@ -320,37 +130,27 @@ struct RunsAsColumns {
 
 // P adjacent elements of each object, object(i) being the first of them, and as many runs over the objects.
 template <bool ToObjects, int P, class T, class Object, class Run>
-KVLM_INLINE void movePositions(Object object, Run run, int count)
+KVLM_INLINE void movePositions(const Object &object, const Run &run, int count)
 {
     constexpr int lanes = Lanes<T>::count;
-    const RunsAsRows<std::conditional_t<ToObjects, Object, Run>> rows{
-        [&]() -> const auto &{if constexpr (ToObjects) return object;
-    else return run;
-}
-()
-}; // namespace kvlm
-const RunsAsColumns<std::conditional_t<ToObjects, Run, Object>> columns{
-    [&]() -> const auto &{if constexpr (ToObjects) return run;
-else return object;
-}
-()
-}
-;
-int i = 0;
-if constexpr (P > 1)
-    for (; i + lanes <= count; i += lanes) {
-        if constexpr (ToObjects)
-            blockAt<T, lanes, P>(First(), columns, columns, rows, i, 0);
-        else
-            blockAt<T, P, lanes>(First(), columns, columns, rows, 0, i);
-    }
-for (; i < count; ++i)
-    for (int k = 0; k < P; ++k) {
-        if constexpr (ToObjects)
-            put(rows.at(i, k), get(columns.at(i, k)));
-        else
-            put(rows.at(k, i), get(columns.at(k, i)));
-    }
+    int i = 0;
+    if constexpr (P > 1)
+        for (; i + lanes <= count; i += lanes) {
+            if constexpr (ToObjects) {
+                const RunsAsColumns<Run> s{run};
+                blockAt<T, lanes, P>(First(), s, s, RunsAsRows<Object>{object}, i, 0);
+            } else {
+                const RunsAsColumns<Object> s{object};
+                blockAt<T, P, lanes>(First(), s, s, RunsAsRows<Run>{run}, 0, i);
+            }
+        }
+    for (; i < count; ++i)
+        for (int k = 0; k < P; ++k) {
+            if constexpr (ToObjects)
+                put(object(i) + k, get(run(k) + i));
+            else
+                put(run(k) + i, get(object(i) + k));
+        }
 }
 
 // From whole objects to runs over the objects, or the reverse: so many at a time that their cache lines stay at hand.
@@ -472,24 +272,6 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
         }
     }
     return false;
-}
-
-// A table whose entries lie like the elements of a strided operand.
-template <class T>
-inline bool isGrid(const Positions<T> &x, Extent n, Grid<T> &grid)
-{
-    const auto place = [&](ptrdiff_t r, ptrdiff_t c)
-                           KVLM_INLINED { return reinterpret_cast<uintptr_t>(x.view(0).at(r, c)); };
-    const uintptr_t base = place(0, 0), elem = n.width > 1 ? place(0, 1) - base : sizeof(T),
-                    row = n.height > 1 ? place(1, 0) - base : n.width * elem;
-    if (static_cast<ptrdiff_t>(elem) < static_cast<ptrdiff_t>(sizeof(T)) || static_cast<ptrdiff_t>(row) <= 0)
-        return false;
-    for (ptrdiff_t r = 0; r < n.height; ++r)
-        for (ptrdiff_t c = 0; c < n.width; ++c)
-            if (place(r, c) != base + r * row + c * elem)
-                return false;
-    grid = {x.view(0).at(0, 0), x.objStride, static_cast<ptrdiff_t>(row), static_cast<ptrdiff_t>(elem)};
-    return true;
 }
 
 template <bool PositionsFirst = false, class S, class D>
