@@ -235,18 +235,14 @@ void addForm(Suite &suite)
     const Cells<T, N, F> cells(suite);
     if constexpr (sizeof(T) == 4) {
         PRODUCTS(32f);
-#ifndef ONLY_MATRICES
         OTHERS(32f);
         if constexpr (!isList(F))
             SCALE(vaca, 32f, 1, true, false);
-#endif
     } else {
         PRODUCTS(64f);
-#ifndef ONLY_MATRICES
         OTHERS(64f);
         if constexpr (!isList(F))
             SCALE(vaca, 64f, 1, true, false);
-#endif
     }
 }
 

@@ -63,6 +63,28 @@ TEST(Products, ScalingKernelOfTables)
     EXPECT_EQ(d, expected);
 }
 
+// A vector at an address that no lanes begin at: the sums of long rows are formed from the left.
+TEST(Products, VectorAtOddAddress)
+{
+    constexpr int width = 29, size = sizeof(float);
+    Random random(1);
+    const std::vector<float> a = someMatrix<float>(6, random), x = someMatrix<float>(6, random);
+    std::vector<char> memory(width * size + 4);
+    for (int offset = 0; offset < 4; ++offset) {
+        float result = 0;
+        std::memcpy(&memory[offset], x.data(), width * size);
+        ASSERT_EQ(kvlmMul_mva_32f(a.data(), width * size, size, width, 1,
+                                  reinterpret_cast<const float *>(&memory[offset]), width * size, size, width, &result,
+                                  size, size, 1),
+                  kvlOk);
+        const oracle::Alignment where = {reinterpret_cast<std::uintptr_t>(&memory[offset]), false};
+        float expected;
+        oracle::multiplyVector("Mul", "mva", "", 1, width, a.data(), x.data(), static_cast<const float *>(nullptr),
+                               where, &expected);
+        EXPECT_EQ(std::memcmp(&result, &expected, size), 0) << offset;
+    }
+}
+
 // A height of 3 beside a src1 of 4 x 4: a fourth element in each row of dst, made with the row behind src2.
 TEST(Products, FourthElementOfFourByThree)
 {

@@ -9,9 +9,6 @@
 
 namespace kvlm {
 
-// What is added to each sum at its end: nothing, or the element of a view.
-struct NoTerm {};
-
 // `Rows` vectors, each a row of its operand: y = x*a + term.
 template <class T, int N, Sum Order, int Rows, class Left, class Right, class E, class View>
 KVLM_INLINE void vectorRows(const Left &x, const Right &a, const E &term, const View &y)

@@ -3,9 +3,9 @@
 #ifndef KVLMMUL_GENERAL_H
 #define KVLMMUL_GENERAL_H
 
+#include "kvlm_lanes.h"
 #include "kvlm_read.h"
-#include "kvlm_runs.h"
-#include "kvlmmul_adjacent.h"
+#include "kvlmmul_sums.h"
 
 namespace kvlm {
 

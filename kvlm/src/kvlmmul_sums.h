@@ -14,6 +14,9 @@ enum class Sum {
     columns   // four columns a register
 };
 
+// What is added to each sum at its end: nothing, or, in its place, the elements of a view.
+struct NoTerm {};
+
 // The sum of N products, order 3 to 6, for row `row` of the result.
 template <Sum Order, class V>
 KVLM_INLINE V sumOf(const V (&p)[3], int)

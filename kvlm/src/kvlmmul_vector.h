@@ -4,6 +4,7 @@
 
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlmmul_adjacent.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_limits.h"
 #include "kvlmmul_sums.h"
