@@ -174,10 +174,10 @@ std::vector<T> somePositiveMatrix(int n, bool difficult, Random &random)
         }
     if (!difficult)
         return a;
-    const int row = random.below(n), kind = random.below(6);
+    const int row = random.below(n), kind = random.below(8);
     if (kind == 0)
         at(row, row) = -at(row, row);
-    else if (kind == 1) // the rest at this row is exact
+    else if (kind == 1 || kind > 5) // the rest at this row is exact
         for (int j = 0; j <= row; ++j) {
             const T thresholds[] = {0, T(FLT_EPSILON), T(DBL_EPSILON), oracle::least<T>};
             const T exact = thresholds[random.below(4)];
