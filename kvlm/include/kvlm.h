@@ -1917,6 +1917,106 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_P(const double *const *src, int srcShift
 KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
                                           int width, int height, double *const *dst, int dstShift, int dstRowStride,
                                           int dstElemStride, int count);
+ * @name Eigenvalues of symmetric matrices
+ * dst holds the eigenvalues of src, of order widthHeight = n: n adjacent elements per object, the objects' runs behind
+ * one another, in every description. They descend; settled: at order 2 with a negative trace they ascend. That src is
+ * symmetric is not tested; order 2 reads the element right of the diagonal only.
+ *
+ * `buffer` is scratch for n*n elements, whatever the count, and must not be null for any order. Orders up to 6 leave it
+ * alone. The threads of a team have scratch of their own instead.
+ *
+ * Orders 1 and 2 are closed formulas. All others: Householder's reduction to tridiagonal form, then implicit QL or QR
+ * sweeps with Wilkinson's shift, from the end of the diagonal with the smaller magnitude (Golub and Van Loan, Matrix
+ * Computations, 8.3). All tests are against eps = 2^-23 (32f) or 2^-52 (64f), whatever the size of the elements: scale
+ * matrices that are small.
+ *
+ * kvlErrSingular if the product of the values is at most eps in magnitude (order 2: the determinant, and then dst is
+ * untouched; order 1: never); above order 2 dst then holds the values in no order. Settled: where the iteration goes
+ * from the bottom, the product takes the current value of the diagonal again at each split that a search meets, and so
+ * may differ from the determinant. kvlErrNoConvergence if 30 sweeps do not find an eigenvalue; dst then means nothing.
+ * Settled: sweeps that end at a tiny element may repeat unchanged, so that some matrices of small whole numbers end so.
+ * An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so
+ * in the part of each thread.
+ *
+ * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other. The
+ * values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
+                                            float *dst, int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesSym_m_32f_P(const float *const *src, int srcShift, float *buffer, float *dst,
+                                              int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesSym_m_64f(const double *src, int srcRowStride, int srcElemStride, double *buffer,
+                                            double *dst, int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesSym_m_64f_P(const double *const *src, int srcShift, double *buffer, double *dst,
+                                              int widthHeight);
+
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                             float *buffer, float *dst, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, float *buffer,
+                                               float *dst, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                               int srcElemStride, float *buffer, float *dst, int widthHeight,
+                                               int count);
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                             double *buffer, double *dst, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, double *buffer,
+                                               double *dst, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                               int srcElemStride, double *buffer, double *dst, int widthHeight,
+                                               int count);
+/** @} */
+
+/**
+ * @name Eigenvalues and eigenvectors of symmetric matrices
+ * dstValues as dst of the eigenvalues alone, and dstVectors, a matrix of order n in the description of the call: column
+ * i, elements (0, i) to (n-1, i), is the vector of value i. The columns are orthonormal up to rounding; their signs are
+ * as the rotations leave them.
+ *
+ * Method, `buffer`, tests, order of the values and statuses are those of the eigenvalues alone, with these differences,
+ * all settled: the product is that of the values; after kvlErrSingular above order 2 the vectors stand beside the
+ * values, both in no order; after kvlErrNoConvergence dstVectors holds the rotations so far and dstValues means
+ * nothing. The forms on arrays compute in 64f at 32f too, and round what they store; those on one matrix compute in
+ * 32f, so the last bits of the two differ.
+ *
+ * Checks: pointers, widthHeight, `count`, shifts, strides. No destination may overlap src, buffer or another.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
+                                                   float *dstVectors, int dstRowStride, int dstElemStride,
+                                                   float *dstValues, int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_32f_P(const float *const *src, int srcShift, float *buffer,
+                                                     float *const *dstVectors, int dstShift, float *dstValues,
+                                                     int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_64f(const double *src, int srcRowStride, int srcElemStride,
+                                                   double *buffer, double *dstVectors, int dstRowStride,
+                                                   int dstElemStride, double *dstValues, int widthHeight);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_64f_P(const double *const *src, int srcShift, double *buffer,
+                                                     double *const *dstVectors, int dstShift, double *dstValues,
+                                                     int widthHeight);
+
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_32f(const float *src, int srcObjStride, int srcRowStride,
+                                                    int srcElemStride, float *buffer, float *dstVectors,
+                                                    int dstObjStride, int dstRowStride, int dstElemStride,
+                                                    float *dstValues, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_32f_P(const float *const *src, int srcShift, int srcObjStride,
+                                                      float *buffer, float *const *dstVectors, int dstShift,
+                                                      int dstObjStride, float *dstValues, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                                      int srcElemStride, float *buffer, float *const *dstVectors,
+                                                      int dstShift, int dstRowStride, int dstElemStride,
+                                                      float *dstValues, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f(const double *src, int srcObjStride, int srcRowStride,
+                                                    int srcElemStride, double *buffer, double *dstVectors,
+                                                    int dstObjStride, int dstRowStride, int dstElemStride,
+                                                    double *dstValues, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f_P(const double *const *src, int srcShift, int srcObjStride,
+                                                      double *buffer, double *const *dstVectors, int dstShift,
+                                                      int dstObjStride, double *dstValues, int widthHeight, int count);
+KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                                      int srcElemStride, double *buffer, double *const *dstVectors,
+                                                      int dstShift, int dstRowStride, int dstElemStride,
+                                                      double *dstValues, int widthHeight, int count);
 /** @} */
 
 /**
