@@ -85,6 +85,7 @@ struct Lanes<float> {
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_ps(a.v, b.v)}; }
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_ps(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
@@ -142,12 +143,46 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_pd(a.v, b.v)}; }
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_pd(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_pd(_mm_set1_pd(-0.0), a.v)}; }
     friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_pd(a.v)}; }
 };
+
+template <class T>
+KVLM_INLINE Lanes<T> choose(Lanes<T> mask, Lanes<T> x, Lanes<T> y)
+{
+    return (x & mask) | without(y, mask);
+}
+
+template <class T>
+KVLM_INLINE Lanes<T> negative(Lanes<T> a)
+{
+    return a ^ Lanes<T>::all(T(-0.0));
+}
+
+// Four floats as two pairs of doubles, and back.
+KVLM_INLINE void widen(Lanes<float> x, Lanes<double> &low, Lanes<double> &high)
+{
+    low.v = _mm_cvtps_pd(x.v);
+    high.v = _mm_cvtps_pd(_mm_movehl_ps(x.v, x.v));
+}
+
+KVLM_INLINE Lanes<float> narrow(Lanes<double> low, Lanes<double> high)
+{
+    return {_mm_movelh_ps(_mm_cvtpd_ps(low.v), _mm_cvtpd_ps(high.v))};
+}
+
+// As an element of type T in memory would be rounded.
+template <class T, class W>
+KVLM_INLINE Lanes<W> roundedTo(Lanes<W> x)
+{
+    if constexpr (!std::is_same_v<T, W>)
+        x.v = _mm_cvtps_pd(_mm_cvtpd_ps(x.v));
+    return x;
+}
 
 // An algorithm's number is a Lanes<T>, one object per lane, or T itself, one object.
 template <class V>

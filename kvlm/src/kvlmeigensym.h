@@ -425,9 +425,10 @@ __attribute__((noinline)) KvlStatus solveInBuffer(const Src &src, typename Kind:
     return SymmetricProblem<Kind, 0, const Dst>(n, buffer, values, dst).solve();
 }
 
+// The orders that are not unrolled.
 template <class Kind, class Src, class Dst>
-KVLM_INLINE KvlStatus solveSymmetric(const Src &src, typename Kind::Element *buffer, typename Kind::Element *values,
-                                     const Dst &dst, int n)
+KVLM_INLINE KvlStatus solveOther(const Src &src, typename Kind::Element *buffer, typename Kind::Element *values,
+                                 const Dst &dst, int n)
 {
     if (n == 1) {
         put(values, get(src.at(0, 0)));
@@ -435,11 +436,19 @@ KVLM_INLINE KvlStatus solveSymmetric(const Src &src, typename Kind::Element *buf
             put(dst.at(0, 0), typename Kind::Element(1));
         return kvlOk;
     }
-    if (n == 2)
-        return solvePair<Kind>(src, values, dst);
-    return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return solveLocally<Kind, order>(src, values, dst); },
-        [&]() KVLM_INLINED { return solveInBuffer<Kind>(src, buffer, values, dst, n); });
+    return n == 2 ? solvePair<Kind>(src, values, dst) : solveInBuffer<Kind>(src, buffer, values, dst, n);
+}
+
+// The destination of object i, if there is one.
+template <class D>
+KVLM_INLINE auto vectorsOf(const D &d, ptrdiff_t i, int n)
+{
+    return viewOf(d, i, n);
+}
+
+KVLM_INLINE NoVectors vectorsOf(NoVectors none, ptrdiff_t, int)
+{
+    return none;
 }
 
 template <class T>
@@ -451,48 +460,28 @@ using VectorsOfOne = SymmetricKind<T, true, false>;
 template <class T>
 using VectorsOfArray = SymmetricKind<T, true, true>;
 
-// One matrix, then an array: values alone, then with vectors.
+// One matrix: values alone, then with vectors.
+template <class Kind, class S, class D, class T>
+KVLM_INLINE KvlStatus solveOne(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length length)
+{
+    const int n = length.length;
+    const auto src = viewOf(s, 0, n);
+    const auto dst = vectorsOf(d, 0, n);
+    return bySmallOrder(
+        n, [&](auto order) KVLM_INLINED { return solveLocally<Kind, order>(src, values.base, dst); },
+        [&]() KVLM_INLINED { return solveOther<Kind>(src, buffer.base, values.base, dst, n); });
+}
+
 template <class S, class T>
 KVLM_INLINE KvlStatus eigenValuesSym(const S &s, Buffer<T> buffer, Runs<T> values, Length n)
 {
-    const NoVectors none;
-    return solveSymmetric<ValuesOfOne<T>>(viewOf(s, 0, n.length), buffer.base, values.base, none, n.length);
-}
-
-template <class S, class T>
-KVLM_INLINE KvlStatus eigenValuesSymBatch(const S &s, Buffer<T> buffer, Runs<T> values, Length length, Count count)
-{
-    const int n = length.length;
-    const NoVectors none;
-    for (ptrdiff_t i = 0; i < count.count; ++i)
-        if (const KvlStatus status =
-                solveSymmetric<ValuesOfArray<T>>(viewOf(s, i, n), buffer.base, values.base + i * n, none, n))
-            return status;
-    return kvlOk;
-}
-
-template <class Kind, class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsSymOf(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length n)
-{
-    return solveSymmetric<Kind>(viewOf(s, 0, n.length), buffer.base, values.base, viewOf(d, 0, n.length), n.length);
+    return solveOne<ValuesOfOne<T>>(s, buffer, NoVectors(), values, n);
 }
 
 template <class S, class D, class T>
 KVLM_INLINE KvlStatus eigenVectorsSym(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length n)
 {
-    return eigenVectorsSymOf<VectorsOfOne<T>>(s, buffer, d, values, n);
-}
-
-template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsSymBatch(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length length,
-                                           Count count)
-{
-    const int n = length.length;
-    for (ptrdiff_t i = 0; i < count.count; ++i)
-        if (const KvlStatus status = solveSymmetric<VectorsOfArray<T>>(viewOf(s, i, n), buffer.base,
-                                                                       values.base + i * n, viewOf(d, i, n), n))
-            return status;
-    return kvlOk;
+    return solveOne<VectorsOfOne<T>>(s, buffer, d, values, n);
 }
 
 KVLM_INLINE int symmetricValuesWork(unsigned n, unsigned count)

@@ -1,5 +1,5 @@
 // Eigenvalues of an array of symmetric matrices: kernels and public functions.
-#include "kvlmeigensym.h"
+#include "kvlmeigensym_lanes.h"
 
 using namespace kvlm;
 
