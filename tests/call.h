@@ -91,9 +91,9 @@ private:
 
 // A public function and what is expected of its frame. Its arguments, one entry each: m, t, v or c a source, M or V the
 // destination, X one with the source's columns as rows, each with `a` for an array; E a destination packed without
-// strides; p pivots that are read, P that are written; b the buffer; D plain results; w, h, l, n sizes of the result,
-// x, y, z the width, height or length of the source before; k the count. Estimates at or above the limit go to the
-// driver.
+// strides; p pivots that are read, P that are written; b the buffer; D a plain result for each object, e a run of n of
+// them; w, h, l, n sizes of the result, x, y, z the width, height or length of the source before; k the count.
+// Estimates at or above the limit go to the driver.
 struct Member {
     std::string name;
     Function call;
@@ -119,6 +119,7 @@ struct Member {
     bool isSquare() const { return has("n"); }
     bool isTall() const { return family.find("QR") == 0; } // width is at most height
     bool isNumerical() const { return isSquare() || isTall(); }
+    bool isEigen() const { return family.find("Eigen") == 0; }
     // Sums of products: the sizes of the sources are arguments of their own.
     bool isProduct() const { return has("x") || family == "AffineTransform3DH"; }
     bool isMatrixProduct() const { return has("x") && !has("z"); }

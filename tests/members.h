@@ -135,6 +135,16 @@ inline int estimateTallSystems(int width, int height, int count)
     return mul32(mul32(width, height) + width + height, count);
 }
 
+inline int estimateSymmetricValues(int n, int, int count)
+{
+    return mul32(mul32(n, n + 1), count);
+}
+
+inline int estimateSymmetricVectors(int n, int, int count)
+{
+    return mul32(mul32(n, 2 * n + 1), count);
+}
+
 // The least estimates of a driver, by kernel: plain, _S2, _P, _L, _LS2.
 struct LimitTable {
     int plain, strided, pointer, list, listStrided;
@@ -237,6 +247,10 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
         all = {"m", "x", "y", array ? "va" : "v", "z", letters == "mva" ? "va" : "v", "z", "V" + a};
     else if (family == "AffineTransform3DH")
         all = {"m", "va", "Va"};
+    else if (family == "EigenValuesSym")
+        all.insert(all.end(), {"b", "e", "n"});
+    else if (family == "EigenValuesVectorsSym")
+        all.insert(all.end(), {"b", "M" + a, "e", "n"});
     else if (family == "Det")
         all.insert(all.end(), {"n", "b", "D"});
     else if (family == "Extract" && letters[0] == 'v')
@@ -284,7 +298,8 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(Add, vv) X(Add, mm) X(Add, tm) X(Add, tt) X(Sub, mm) X(Sub, tm) X(Sub, mt) X(Sub, tt) \
     X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) X(CholeskyDecomp, m) \
     X(CholeskyBackSubst, mv) X(QRDecomp, m) X(QRBackSubst, mv) \
-    X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv)
+    X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv) \
+    X(EigenValuesSym, m) X(EigenValuesVectorsSym, m)
 // clang-format on
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f).
@@ -349,7 +364,9 @@ inline std::string withMatch(const std::string &family, const std::string &lette
     X(CholeskyBackSubst, mava, "NCST", estimateSystems, choleskySystemsLimits)                                         \
     X(QRDecomp, ma, "NCSTM/NCSTHM/NCSTHM", estimateTall, qrLimits)                                                     \
     X(QRBackSubst, mva, "NCSTM/NCSTHM/NCSTHM", estimateTallVectors, qrLimits)                                          \
-    X(QRBackSubst, mava, "NCSTM/NCSTHM/NCSTHM", estimateTallSystems, qrLimits)
+    X(QRBackSubst, mava, "NCSTM/NCSTHM/NCSTHM", estimateTallSystems, qrLimits)                                         \
+    X(EigenValuesSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, detLimits)                                      \
+    X(EigenValuesVectorsSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricVectors, solveLimits)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
 #define SERIAL_ARRAY_MEMBERS(X)                                                                                        \

@@ -2,7 +2,7 @@
 // its order, what stands in memory after a failure.
 #pragma once
 
-#include "kvlm.h"
+#include "oracle.h"
 
 #include <cfloat>
 #include <cmath>
@@ -124,7 +124,7 @@ private:
         }
     }
 
-    W shift(int l, int next, int far, W coupling)
+    ORACLE_RESULT W shift(int l, int next, int far, W coupling)
     {
         W g = (W(d(next)) - d(l)) / (2 * coupling);
         const W r =

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "members.h"
+#include "oracle_eigensym.h"
 #include "oracle_products.h"
 #include "values.h"
 
@@ -54,6 +55,7 @@ public:
             makeFactors(random);
         initial = target().get();
         initialPivots = pivots ? pivots->get() : std::vector<int>();
+        initialRuns = runs ? runs->get() : std::vector<T>();
     }
 
     // Calls, and says what is wrong: nothing if `done` objects from `first` on hold the result, as far as none of them
@@ -69,23 +71,23 @@ public:
     {
         std::vector<T> result = initial;
         std::vector<int> pivotResult = initialPivots;
+        std::vector<T> runResult = initialRuns;
         KvlStatus expected = kvlOk;
         int written = 0;
         while (written < done && (expected == kvlOk || member.family == "AffineTransform3DH")) {
-            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data());
+            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data(), runResult.data());
             expected = expected ? expected : ofObject;
         }
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isNumerical() || member.isProduct()) { // NaN is NaN
-            const std::vector<T> actual = target().get();
-            for (std::size_t k = 0; k < result.size(); ++k)
-                if (std::isnan(result[k]) && std::isnan(actual[k]) &&
-                    std::memcmp(&result[k], &initial[k], sizeof(T)) != 0)
-                    result[k] = actual[k];
-        }
+        if (member.isNumerical() || member.isProduct())
+            acceptAnyNan(target(), initial, result);
         const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
         target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
+        if (runs) {
+            acceptAnyNan(*runs, initialRuns, runResult);
+            runs->expect(runResult, first, written);
+        }
         std::string wrong;
         if (pivots && member.has("P"))
             pivots->expect(pivotResult, first, written);
@@ -109,10 +111,19 @@ public:
     }
     Operand<T> &target() { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
+    Operand<T> *secondResult() { return runs; }
 
     Args args;
 
 private:
+    // NaN is NaN
+    static void acceptAnyNan(const Operand<T> &operand, const std::vector<T> &before, std::vector<T> &result)
+    {
+        const std::vector<T> actual = operand.get();
+        for (std::size_t k = 0; k < result.size(); ++k)
+            if (std::isnan(result[k]) && std::isnan(actual[k]) && std::memcmp(&result[k], &before[k], sizeof(T)) != 0)
+                result[k] = actual[k];
+    }
     // The shape of a source, or of the destination, as the operation counts it.
     Shape shapeOf(char letter) const
     {
@@ -131,6 +142,8 @@ private:
             return {n, height, count};
         if (letter == 'v' && member.isTall())
             return {1, height, count};
+        if (letter == 'e')
+            return {1, n, count};
         const bool isRow = letter == 'v' || letter == 'V' || letter == 'D' || (letter == 'E' && member.isVector());
         return {isRow ? 1 : height, letter == 'D' ? 1 : n, count};
     }
@@ -159,12 +172,17 @@ private:
             dst = addOperand(lower + token.substr(1), shape, setting.dst, member.dstDescription);
             perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
             target().appendTo(args);
+        } else if (letter == 'e') {
+            (dst ? runs : dst) = addOperand("d", shapeOf(letter), Layout::packed);
+            (runs ? runs : dst)->appendTo(args);
+            perObject = runs ? perObject : n;
         } else if (letter == 'p' || letter == 'P') {
             pivotRuns = member.operands[0].size() > 1 ? count : 1;
             pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
             pivots->appendTo(args);
         } else if (letter == 'b') {
-            const int size = sizeof(T), elements = member.isTall() ? height : n * n + (n * 4 + size - 1) / size;
+            const int size = sizeof(T), pivots = member.isEigen() ? 0 : (n * 4 + size - 1) / size;
+            const int elements = member.isTall() ? height : n * n + pivots;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             buffer->appendTo(args);
         } else
@@ -209,6 +227,8 @@ private:
         if (member.isTall())
             return someTallMatrix<T>(n, height, difficult, random);
         const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+        if (member.isEigen())
+            return difficult ? difficultSymmetric(n, a, random) : symmetric(n, a);
         return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
     }
     // Difficult ones are zeros of either sign.
@@ -240,7 +260,7 @@ private:
     }
 
     // Object i by the oracle, into the results of all.
-    KvlStatus compute(int i, T *result, int *pivotResult) const
+    KvlStatus compute(int i, T *result, int *pivotResult, T *runResult) const
     {
         if (moves()) {
             for (int k = 0; k < perObject; ++k)
@@ -262,6 +282,8 @@ private:
             oracle::solve(n, a0, p, b0, x);
         else if (member.family == "Invert")
             return oracle::invert(n, a0, x, isArray, adjacent);
+        else if (member.isEigen())
+            return computeEigen(a0, runs ? runResult + static_cast<std::size_t>(i) * n : x, runs ? x : nullptr);
         else if (member.isProduct() || member.operands[1][0] == 'c')
             return computeProduct(i, x, adjacent);
         else if (member.family == "CholeskyDecomp")
@@ -277,6 +299,14 @@ private:
             for (int k = 0; k < perObject; ++k)
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
         return kvlOk;
+    }
+    KvlStatus computeEigen(const T *a, T *eigenvalues, T *eigenvectors) const
+    {
+        const bool isArray = member.isArray();
+        const bool zeroBound = member.name == "kvlmEigenValuesVectorsSym_m_32f" && !isAdjacent();
+        if (eigenvectors && isArray)
+            return oracle::EigenSym<T, double>(n, isArray, true, false).solve(a, eigenvalues, eigenvectors);
+        return oracle::EigenSym<T, T>(n, isArray, eigenvectors, zeroBound).solve(a, eigenvalues, eigenvectors);
     }
     // Element k of object i of a source; a single one is the same for all.
     const T *values(int source, int i) const
@@ -343,9 +373,9 @@ private:
     Random layoutRandom;
     std::vector<std::unique_ptr<Operand<T>>> operands;
     std::vector<Operand<T> *> sources;
-    Operand<T> *dst = nullptr, *buffer = nullptr;
+    Operand<T> *dst = nullptr, *runs = nullptr, *buffer = nullptr;
     std::unique_ptr<Operand<int>> pivots;
     std::vector<std::vector<T>> sourceValues;
-    std::vector<T> initial;
+    std::vector<T> initial, initialRuns;
     std::vector<int> initialPivots;
 };

@@ -111,6 +111,29 @@ std::vector<T> difficultMatrix(int n, Random &random)
     return a;
 }
 
+template <class T>
+std::vector<T> symmetric(int n, std::vector<T> a)
+{
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < i; ++j)
+            a[i * n + j] = a[j * n + i];
+    return a;
+}
+
+// From a difficult matrix: symmetric, with small whole numbers and halves, or as it is.
+template <class T>
+std::vector<T> difficultSymmetric(int n, std::vector<T> a, Random &random)
+{
+    const int kind = random.below(4);
+    if (kind == 0)
+        return a;
+    if (kind == 1)
+        for (int i = 0; i < n; ++i)
+            for (int j = i; j < n; ++j)
+                a[i * n + j] = i == j ? T(random.below(7) - 3) * T(0.5) : T(random.below(3) - 1) * T(random.below(2));
+    return symmetric(n, a);
+}
+
 // Factors of sums: numbers between -1 and 1 with zeros, infinities and the extremes of the exponent among them now and
 // then. Of difficult ones the products are zeros, most of them negative.
 template <class T>

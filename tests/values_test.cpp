@@ -114,7 +114,7 @@ bool mayBeInPlace(const Member &member, const std::string &source, int number, S
     std::string destination = source;
     destination[0] = static_cast<char>(std::toupper(source[0]));
     if ((source[0] != 'm' && source[0] != 'v') || !member.has(destination) ||
-        member.description != member.dstDescription)
+        member.description != member.dstDescription || member.isEigen())
         return false;
     if (member.isProduct())
         return member.family == "AffineTransform3DH" || (member.family == "Gaxpy" && number == 3);
@@ -299,6 +299,8 @@ TEST(Values, SameBitsFromEveryDescriptionAndTeam)
                     add(problem.target().get());
                     if (problem.pivotTable())
                         add(problem.pivotTable()->get());
+                    if (problem.secondResult())
+                        add(problem.secondResult()->get());
                 }
             }
         });

@@ -43,7 +43,8 @@ std::string withScratch(const Member &member, int threads, std::string trace)
     if (!member.has("b") || at == std::string::npos)
         return trace;
     const int width = 3, height = 4;
-    const int bytes = (member.isTall() ? height : width * (width + 1)) * threads * member.elementSize();
+    const int elements = member.isTall() ? height : member.isEigen() ? width * width : width * (width + 1);
+    const int bytes = elements * threads * member.elementSize();
     return trace.insert(at, " malloc" + std::to_string(bytes)) + " free";
 }
 
@@ -150,6 +151,7 @@ struct SharedElements {
             case 'p':
             case 'b':
             case 'd':
+            case 'e':
                 args.push_back(Arg::base(plain.data()));
                 break;
             default:
