@@ -1917,10 +1917,13 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_P(const double *const *src, int srcShift
 KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
                                           int width, int height, double *const *dst, int dstShift, int dstRowStride,
                                           int dstElemStride, int count);
-*@name Eigenvalues of symmetric matrices *dst holds the eigenvalues of src,
-    of order widthHeight = n : n adjacent elements per object, the objects' runs behind *one another,
-             in every description.They descend;
-settled : at order 2 with a negative trace they ascend.That src is *symmetric is not tested; order 2 reads the element right of the diagonal only.
+/** @} */
+
+/**
+ * @name Eigenvalues of symmetric matrices
+ * dst holds the eigenvalues of src, of order widthHeight = n: n adjacent elements per object, the objects' runs behind
+ * one another, in every description. They descend; settled: at order 2 with a negative trace they ascend. That src is
+ * symmetric is not tested; order 2 reads the element right of the diagonal only.
  *
  * `buffer` is scratch for n*n elements, whatever the count, and must not be null for any order. Orders up to 6 leave it
  * alone. The threads of a team have scratch of their own instead.
@@ -1931,20 +1934,19 @@ settled : at order 2 with a negative trace they ascend.That src is *symmetric is
  * matrices that are small.
  *
  * kvlErrSingular if the product of the values is at most eps in magnitude (order 2: the determinant, and then dst is
- * untouched; order 1: never);
-above order 2 dst then holds the values in no order.Settled : where the iteration goes *from the bottom,
-    the product takes the current value of the diagonal again at each split that a search meets,
-    and so *may differ from the determinant.kvlErrNoConvergence if 30 sweeps do not find an eigenvalue;
-dst then means nothing.*Settled : sweeps that end at a tiny element may repeat unchanged,
-    so that some matrices of small whole numbers end so.*An array stops at the first object that fails
-    : earlier ones are complete,
-    later ones untouched.In a team this is so *in the part of each thread.**Checks : pointers, widthHeight, `count`,
-    shifts,
-    strides.dst and buffer must overlap neither src nor each other.The *values are within a small multiple of n times
-        the unit roundoff times the norm of src,
-    but not below eps.*
-        @{* / KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride,
-                                                          float *buffer, float *dst, int widthHeight);
+ * untouched; order 1: never); above order 2 dst then holds the values in no order. Settled: where the iteration goes
+ * from the bottom, the product takes the current value of the diagonal again at each split that a search meets, and so
+ * may differ from the determinant. kvlErrNoConvergence if 30 sweeps do not find an eigenvalue; dst then means nothing.
+ * Settled: sweeps that end at a tiny element may repeat unchanged, so that some matrices of small whole numbers end so.
+ * An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so
+ * in the part of each thread.
+ *
+ * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other. The
+ * values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
+                                            float *dst, int widthHeight);
 KVLM_API KvlStatus kvlmEigenValuesSym_m_32f_P(const float *const *src, int srcShift, float *buffer, float *dst,
                                               int widthHeight);
 KVLM_API KvlStatus kvlmEigenValuesSym_m_64f(const double *src, int srcRowStride, int srcElemStride, double *buffer,
