@@ -1937,12 +1937,14 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * untouched; order 1: never); above order 2 dst then holds the values in no order. Settled: where the iteration goes
  * from the bottom, the product takes the current value of the diagonal again at each split that a search meets, and so
  * may differ from the determinant. kvlErrNoConvergence if 30 sweeps do not find an eigenvalue; dst then means nothing.
- * Settled: sweeps that end at a tiny element may repeat unchanged, so that some matrices of small whole numbers end so.
+ * Settled: a sweep that ends with a tiny change may leave its last elements as they were. So a few objects of many
+ * thousands end with kvlErrNoConvergence, among them matrices of small whole numbers, and a few with values that are
+ * wrong though the status is kvlOk.
  * An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so
  * in the part of each thread.
  *
- * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other. The
- * values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps.
+ * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other. All
+ * others are within a small multiple of n times the unit roundoff times the norm of src, but not below eps.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,

@@ -1,6 +1,6 @@
 // Symmetric eigenproblems of orders 3 to 6, one object per lane: all lanes sweep together, each over the block that it
-// has come to, and those with less to do wait behind masks. What is out of the ordinary in any lane (a reduction step
-// to be skipped, a rotation that vanishes, very many sweeps, a singular matrix) gives the group up.
+// has come to, and those with less to do wait behind masks. What is out of the ordinary in any lane (a rotation that
+// vanishes, very many sweeps, a singular matrix) gives the group up.
 #ifndef KVLMEIGENSYM_LANES_H
 #define KVLMEIGENSYM_LANES_H
 
@@ -22,8 +22,7 @@ public:
     // False, with nothing to be used, if an object needs the other way.
     KVLM_INLINE bool solve()
     {
-        if (!reduce())
-            return false;
+        reduce();
         fromTop = greater(magnitude(a[N - 1][N - 1]), magnitude(a[0][0]));
 #pragma GCC unroll 6
         for (int i = 0; i < N; ++i)
@@ -48,9 +47,8 @@ private:
         return V::all(Kind::epsilon);
     }
 
-    KVLM_INLINE bool reduce()
+    KVLM_INLINE void reduce()
     {
-        V irregular = V::all(0);
 #pragma GCC unroll 4
         for (int k = 1; k < N - 1; ++k) {
             V u[N], sum = V::all(0);
@@ -78,7 +76,7 @@ private:
 #pragma GCC unroll 6
             for (int r = k; r < N; ++r)
                 sum = sum + at(r) * u[r];
-            const V t = sum * f;
+            const V t = (sum * f) & active;
 #pragma GCC unroll 6
             for (int r = k; r < N; ++r)
                 at(r) = roundedTo<T>(at(r) - u[r] * t);
@@ -103,7 +101,7 @@ private:
                     vectors[r][r] = roundedTo<T>(V::all(1) - f * u[r] * u[r]);
 #pragma GCC unroll 6
                 for (int c = r + 1; c < N && r > 0; ++c)
-                    vectors[r][c] = vectors[c][r] = roundedTo<T>(u[r] * negative(f) * u[c]);
+                    vectors[r][c] = vectors[c][r] = roundedTo<T>(u[r] * negative(f) * u[c]) & active;
             }
         }
     }
