@@ -62,14 +62,17 @@ private:
             u[k] = roundedTo<T>(choose(positive, x + norm, choose(tiny, norm, x - norm)));
             const V h =
                 choose(positive, (sum + norm * x) * V::all(2), choose(tiny, sum + sum, (sum - norm * x) * V::all(2)));
-            irregular =
-                irregular | notGreater(sum, bound()) | atLeast(bound(), magnitude(norm - x)) | notGreater(h, bound());
-            reflect(k, u, V::all(2) / h);
+            const V active =
+                without(greater(sum, bound()) & greater(h, bound()), atLeast(bound(), magnitude(norm - x)));
+#pragma GCC unroll 6
+            for (int r = k; r < N; ++r)
+                u[r] = u[r] & active;
+            reflect(k, u, (V::all(2) / h) & active, active);
         }
-        return !any(irregular);
     }
 
-    KVLM_INLINE void reflect(int k, const V (&u)[N], V f)
+    // Lanes that are not active subtract +0 everywhere: that changes nothing.
+    KVLM_INLINE void reflect(int k, const V (&u)[N], V f, V active)
     {
         const auto line = [&](auto at) KVLM_INLINED {
             V sum = V::all(0);
