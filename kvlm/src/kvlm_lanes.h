@@ -85,7 +85,6 @@ struct Lanes<float> {
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_ps(a.v, b.v)}; }
-    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_ps(a.v, b.v)}; }
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_ps(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
@@ -143,7 +142,6 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes less(Lanes a, Lanes b) { return {_mm_cmplt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_pd(a.v, b.v)}; }
-    friend KVLM_INLINE Lanes notGreater(Lanes a, Lanes b) { return {_mm_cmpngt_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_pd(a.v, b.v)}; }
     friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_pd(mask.v) != 0; }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
@@ -229,6 +227,11 @@ KVLM_INLINE bool notGreater(double a, double b)
 KVLM_INLINE bool any(bool condition)
 {
     return condition;
+}
+
+KVLM_INLINE float squareRoot(float a)
+{
+    return __builtin_sqrtf(a);
 }
 
 KVLM_INLINE double squareRoot(double a)

@@ -36,16 +36,6 @@ struct SignedShiftKind : SymmetricKind<float, true, false> {
 
 constexpr int maxSweeps = 30;
 
-KVLM_INLINE float squareRoot(float x)
-{
-    return __builtin_sqrtf(x);
-}
-
-KVLM_INLINE double squareRoot(double x)
-{
-    return __builtin_sqrt(x);
-}
-
 // Where vectors are not wanted.
 struct NoVectors {};
 
