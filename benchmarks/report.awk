@@ -8,13 +8,15 @@ function see(list, item) {
     }
 }
 
-function peer(cell) { # the fastest peer of a cell
-    if (!((cell, "eigen") in time))
-        return "loop"
-    return time[cell, "eigen"] < time[cell, "loop"] ? "eigen" : "loop"
+function peer(cell,    k, fastest) { # the fastest peer of a cell, "" if there is none
+    for (k = 1; k in peers; ++k)
+        if ((cell, peers[k]) in time && (fastest == "" || time[cell, peers[k]] < time[cell, fastest]))
+            fastest = peers[k]
+    return fastest
 }
 
 BEGIN {
+    split("eigen loop Lapack", peers, " ")
     split("packed S2 columns P-objects P-planes L LS2", known, " ")
     for (k = 1; k in known; ++k)
         see("form", known[k])
@@ -35,7 +37,7 @@ $1 ~ /_median$/ {
 }
 
 END {
-    legend = "ns per object, and the fastest peer's time divided by it (e: Eigen, l: plain loops; above 1 the library is faster)"
+    legend = "ns per object, and the fastest peer's time divided by it (e: Eigen, l: plain loops, L: LAPACK; above 1 the library is faster)"
     for (g = 1; g <= size["group"]; ++g) {
         group = nth["group", g]
         split(group, part, "/")
@@ -63,8 +65,8 @@ function row(group, form, batch,    o, cell, who, line, any) {
         }
         any = 1
         who = peer(cell)
-        line = line sprintf("  %8.2f %5.2f%s", time[cell, "kvlm"], time[cell, who] / time[cell, "kvlm"],
-                            substr(who, 1, 1))
+        line = line sprintf("  %8.2f ", time[cell, "kvlm"])
+        line = line (who == "" ? "      " : sprintf("%5.2f%s", time[cell, who] / time[cell, "kvlm"], substr(who, 1, 1)))
     }
     if (any)
         print line
@@ -106,6 +108,8 @@ function slower(    g, o, cell, who, ratio, any) {
             if (!((cell, "kvlm") in time))
                 continue
             who = peer(cell)
+            if (who == "")
+                continue
             ratio = time[cell, who] / time[cell, "kvlm"]
             if (ratio < 1) {
                 any = 1
@@ -131,7 +135,7 @@ function graphs(    m, g, f, o, part, cell, file, any) {
                     continue
                 any = 1
                 print nth["order", o], time[cell, "kvlm"], ((cell, "eigen") in time ? time[cell, "eigen"] : "NaN"),
-                      time[cell, "loop"] >file
+                      ((cell, "loop") in time ? time[cell, "loop"] : "NaN") >file
             }
             if (any)
                 print part[1], part[2], nth["form", f] >(scratch "/panels")

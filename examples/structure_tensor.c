@@ -1,6 +1,6 @@
 /*
  * Which way do the lines of a photograph run? Takes its brightness as a relief, sums the products n*n' of the relief's
- * normals around every pixel to a 3 x 3 tensor, and computes the eigenvalues and eigenvectors of all tensors in one
+ * normals around every pixel to a 3 x 3 tensor, and computes the eigenvalues and eigenvectors of all tensors in a
  * call for each row. Writes structure_tensor.ppm: the hue is the direction of the lines, the saturation how much they
  * agree.
  */
