@@ -187,7 +187,6 @@ private:
         if (fromTop)
             return;
         const auto reverse = [](T *x, int length) KVLM_INLINED {
-#pragma GCC unroll 3
             for (int i = 0; i < length / 2; ++i) {
                 const T other = x[i];
                 x[i] = x[length - 1 - i];
