@@ -120,6 +120,23 @@ BENCH_INLINE void run(Arrays &...arrays)
 
 // ---- The cells.
 
+template <class T>
+BENCH_NOINLINE std::vector<T> someMatrices(int height, int width, int count, bool positive)
+{
+    const std::size_t elements = std::size_t(height) * width;
+    std::vector<T> all(elements * count);
+    for (int i = 0; i < count; ++i)
+        for (int r = 0; r < height; ++r)
+            for (int c = 0; c < width; ++c) {
+                const T *const given = Memory<T>::place(3, elements * count) + elements * i;
+                T sum = positive ? T(r == c) : given[r * width + c];
+                for (int k = 0; positive && k < width; ++k)
+                    sum += given[r * width + k] * given[c * width + k];
+                all[elements * i + r * width + c] = sum;
+            }
+    return all;
+}
+
 /// Matrices of H rows and W columns. For Cholesky they are positive definite.
 template <class T, int H, int W, Form F>
 class Cells {
@@ -136,15 +153,12 @@ public:
           a(F, H, W, true, 0, count, memory->data()), d(F, H, W, true, 2, count), x(F, 1, W, true, 2, count),
           b(F, 1, H, true, 1, count)
     {
-        const Matrices given{Operand<T>(F, H, W, true, 3, count)}, made{a};
+        const std::vector<T> values = someMatrices<T>(H, W, count, positive);
+        const Matrices made{a};
         for (int i = 0; i < count; ++i)
             for (int r = 0; r < H; ++r)
-                for (int c = 0; c < W; ++c) {
-                    T sum = positive ? T(r == c) : given(i, r, c);
-                    for (int k = 0; positive && k < H; ++k)
-                        sum += given(i, r, k % W) * given(i, c, k % W);
-                    made(i, r, c) = sum;
-                }
+                for (int c = 0; c < W; ++c)
+                    made(i, r, c) = values[(std::size_t(i) * H + r) * W + c];
     }
 
     template <class Functions>
