@@ -1,6 +1,5 @@
 // Benchmarks of determinant, LU decomposition and solver, and inverse, against Eigen and against plain loops.
 #include "bench.h"
-#include "elements.h"
 
 #include <Eigen/LU>
 
@@ -10,6 +9,22 @@
 namespace {
 
 using namespace bench;
+
+/// Element (r, c) of object i of an array in any form, as a plain program reaches it.
+template <class T, int Rows, int Cols, Form F>
+struct Element {
+    Operand<T> x;
+
+    BENCH_INLINE T &operator()(int i, int r, int c) const
+    {
+        if constexpr (isTable(F))
+            return x.entries[r * Cols + c][static_cast<std::ptrdiff_t>(i) * x.objStep];
+        else {
+            const View<T, Rows, Cols, F, true> view{x};
+            return view.object(i)[view.offset(r, c)];
+        }
+    }
+};
 
 // ---- Plain loops with fixed bounds, on a copy of the object.
 
@@ -126,6 +141,25 @@ BENCH_INLINE void invertLoop(T (&a)[N][N], T (&v)[N][N])
 }
 
 // ---- The cells.
+
+/// Whether what a work leaves is what the library left: nearly all elements to a part in a thousand, as there are
+/// ill-conditioned matrices among random ones.
+template <class T, class At>
+Suite::Check sameNumbers(std::size_t elements, At at)
+{
+    auto expected = std::make_shared<std::vector<T>>();
+    return [=](const std::string &) {
+        std::size_t wrong = 0;
+        for (std::size_t k = 0; k < elements; ++k) {
+            const T x = at(k);
+            if (expected->size() < elements)
+                expected->push_back(x);
+            const T y = (*expected)[k];
+            wrong += !(std::abs(x - y) <= T(1e-3) * (1 + std::abs(y)));
+        }
+        return wrong * 50 <= elements;
+    };
+}
 
 template <class T, int N, Form F>
 class Cells {
@@ -329,6 +363,8 @@ private:
     int count;
     Operand<T> a, d, x, b;
 };
+
+#define ALL(stem, type) std::make_tuple(stem##_##type, stem##_##type##_P, stem##_##type##_L)
 
 template <class T, int N, Form F>
 void addForm(Suite &suite)
