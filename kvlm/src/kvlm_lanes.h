@@ -17,10 +17,12 @@ struct Lanes;
 // An element at any address, as a number: gcc would fetch what is copied by memcpy into an integer register first.
 template <class T>
 struct Loose {
-    typedef T Type __attribute__((aligned(1), may_alias));
+    struct Place {
+        T x;
+    } __attribute__((packed, may_alias));
 
-    static KVLM_INLINE T load(const T *p) { return *reinterpret_cast<const Type *>(p); }
-    static KVLM_INLINE void store(T *p, T x) { *reinterpret_cast<Type *>(p) = x; }
+    static KVLM_INLINE T load(const T *p) { return reinterpret_cast<const Place *>(p)->x; }
+    static KVLM_INLINE void store(T *p, T x) { reinterpret_cast<Place *>(p)->x = x; }
 };
 
 template <>
