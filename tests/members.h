@@ -1,4 +1,4 @@
-// The members under test, typed by hand: names, operands, order of checks, work estimate and limits.
+// The members under test: what their table in members.cpp is made of, operands, work estimates and limits.
 #pragma once
 
 #include "call.h"
