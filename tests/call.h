@@ -108,6 +108,7 @@ struct Member {
     int contiguousLimit;
     int stridedLimit;
     char dstDescription;
+    bool neverDriven = false; // settled of a few: their driver is not called
 
     int elementSize() const { return is64 ? 8 : 4; }
     bool isArray() const { return has("k"); }
@@ -118,12 +119,23 @@ struct Member {
     bool isSum() const { return family == "Add" || family == "Sub"; }
     bool isSquare() const { return has("n"); }
     bool isTall() const { return family.find("QR") == 0; } // width is at most height
-    bool isNumerical() const { return isSquare() || isTall(); }
+    bool isNumerical() const { return (isSquare() && family != "Trace") || isTall(); }
     bool isEigen() const { return family.find("Eigen") == 0; }
     // Sums of products: the sizes of the sources are arguments of their own.
     bool isProduct() const { return has("x") || family == "AffineTransform3DH"; }
     bool isMatrixProduct() const { return has("x") && !has("z"); }
     bool isVector() const { return has("l"); }
+    // A constant before a vector, and what is computed of vectors or of all elements of a matrix.
+    bool isConstantFirst() const { return letters[0] == 'c'; }
+    bool isMeasure() const
+    {
+        return family == "DotProduct" || family == "L2Norm" || family == "FrobNorm" || family == "Trace";
+    }
+    bool isVectorAlgebra() const
+    {
+        return isMeasure() || family == "CrossProduct" || family == "Saxpy" || family == "LComb";
+    }
+    bool hasFixedSize() const { return family == "CrossProduct" || family == "AffineTransform3DH"; }
     // Shapes that make a settled oddity touch more than the operands: these have tests of their own.
     bool isOddAt(int width, int height, int inner) const
     {

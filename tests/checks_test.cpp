@@ -48,6 +48,8 @@ std::vector<Defect> defectsOf(const Member &member, const Args &args)
     std::vector<Defect> defects;
     const int size = member.elementSize();
     for (std::size_t k = 0; k < args.size(); ++k) {
+        if (member.name == "kvlmAdd_vaca_32f_P" && k == 2) // settled: its srcObjStride is not checked
+            continue;
         std::vector<int> values;
         switch (args[k].check) {
         case 'N':

@@ -120,6 +120,36 @@ inline int estimatePoints(int, int, int count)
     return mul32(2, count) + 16;
 }
 
+inline int estimateVectorArrayAndOne(int n, int, int count)
+{
+    return mul32(mul32(2, n), count) + n;
+}
+
+inline int estimateVectorArrays(int n, int, int count)
+{
+    return mul32(mul32(3, n), count);
+}
+
+inline int estimateCountOnly(int, int, int count)
+{
+    return mul32(2, count) + 1;
+}
+
+inline int estimateThreeCounts(int, int, int count)
+{
+    return mul32(3, count);
+}
+
+inline int estimateDotWithOne(int n, int, int count)
+{
+    return mul32(n, count) + n;
+}
+
+inline int estimateElements(int w, int h, int count)
+{
+    return mul32(mul32(w, h), count);
+}
+
 inline int estimateTall(int width, int height, int count)
 {
     return mul32(mul32(width, height), mul32(2, count));
@@ -158,6 +188,27 @@ inline LimitTable sumLimits(bool)
 inline LimitTable detLimits(bool is64)
 {
     return {20001, 20001, 20001, is64 ? 20001 : 40001, 20001};
+}
+
+inline LimitTable vectorLimits(bool is64)
+{
+    const int list = is64 ? 20001 : 40001;
+    return {20001, 20001, 20001, list, list};
+}
+
+inline LimitTable dotLimits(bool is64)
+{
+    return {40001, 20001, is64 ? 40001 : 20001, 40001, 20001};
+}
+
+inline LimitTable normLimits(bool)
+{
+    return {20001, 20001, 20001, 20001, 20001};
+}
+
+inline LimitTable saxpyLimits(bool)
+{
+    return {40001, 40001, 40001, 40001, 40001};
 }
 
 inline LimitTable solveLimits(bool)
@@ -231,6 +282,8 @@ inline std::string objectOrder(char description, const std::string &family)
 inline std::vector<std::string> operandsOf(const std::string &family, const std::string &letters)
 {
     std::vector<std::string> all = splitLetters(letters);
+    if (all[0][0] == 'c') // the vector stands before the constant in any case
+        std::swap(all[0], all[1]);
     const bool array = letters.find('a') != std::string::npos;
     const std::string a = array ? "a" : "";
     const std::vector<std::string> vectorEnd = {"V" + a, "l"}, matrixEnd = {"M" + a, "w", "h"};
@@ -251,6 +304,19 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
         all.insert(all.end(), {"b", "e", "n"});
     else if (family == "EigenValuesVectorsSym")
         all.insert(all.end(), {"b", "M" + a, "e", "n"});
+    else if (family == "CrossProduct")
+        all.push_back("V" + a);
+    else if (family == "Saxpy" || family == "LComb") {
+        all.insert(all.begin() + 1, "c");
+        if (family == "LComb")
+            all.push_back("c");
+        all.insert(all.end(), vectorEnd.begin(), vectorEnd.end());
+    } else if (family == "DotProduct" || family == "L2Norm")
+        all.insert(all.end(), {"D", "l"});
+    else if (family == "Trace")
+        all.insert(all.end(), {"n", "D"});
+    else if (family == "FrobNorm")
+        all.insert(all.end(), {"w", "h", "D"});
     else if (family == "Det")
         all.insert(all.end(), {"n", "b", "D"});
     else if (family == "Extract" && letters[0] == 'v')
@@ -275,7 +341,7 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
     else if (family == "QRDecomp" || family == "QRBackSubst") {
         all.insert(all.begin() + 1, "b");
         all.insert(all.end(), {(family == "QRDecomp" ? "M" : "V") + a, "w", "h"});
-    } else if (letters[0] == 'v')
+    } else if (all[0][0] == 'v')
         all.insert(all.end(), {"V" + a, "l"});
     else
         all.insert(all.end(), {"M" + a, "w", "h"});

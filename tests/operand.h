@@ -226,6 +226,7 @@ public:
 
     bool hasAdjacentElements() const { return elem == 1 || letter == 'c'; }
     bool isArray() const { return array; }
+    bool isConstant() const { return letter == 'c'; }
     // Where object i begins.
     std::uintptr_t address(int i) const
     {

@@ -101,15 +101,15 @@ struct Alignment {
     bool throughout;
 };
 
-// Row sums of the contiguous mva kernel of 32f: two times four lanes, as far as there are groups of eight.
+// Long sums in eight lanes, as far as there are groups of eight, from a length on.
 template <class T>
-ORACLE_RESULT T lanedSum(const std::vector<T> &p, Alignment where)
+ORACLE_RESULT T lanedSum(const std::vector<T> &p, Alignment where, int alignedFrom, int from)
 {
-    const int n = static_cast<int>(p.size()), off = static_cast<int>(where.vector % 16);
-    const bool lanes = where.throughout ? n >= 8 : n >= 11 && off % 4 == 0;
+    const int n = static_cast<int>(p.size()), off = static_cast<int>(where.vector % 16), size = sizeof(T);
+    const bool lanes = where.throughout ? n >= alignedFrom : n >= from && off % size == 0;
     T lead = 0;
     int k = 0;
-    for (const int end = lanes && !where.throughout && off ? (16 - off) / 4 : 0; k < end; ++k)
+    for (const int end = lanes && off ? (16 - off) / size : 0; k < end; ++k)
         lead += p[k];
     T l[8] = {lead};
     for (; lanes && k + 8 <= n; k += 8)
@@ -135,19 +135,12 @@ void multiplyVector(const std::string &family, const std::string &letters, const
             const char *at = formula.c_str();
             sum = evaluated(at, p);
         } else if (family == "Mul" && letters == "mva" && kernel.empty() && sizeof(T) == 4)
-            sum = lanedSum(p, where);
+            sum = lanedSum(p, where, 8, 11);
         else
             for (T term : p)
                 sum += term;
         dst[i] = b ? sum + b[i] : sum;
     }
-}
-
-template <class T>
-void scale(int n, const T *a, T factor, T *dst)
-{
-    for (int k = 0; k < n; ++k)
-        dst[k] = a[k] * factor;
 }
 
 template <class T>

@@ -3,7 +3,7 @@
 
 #include "members.h"
 #include "oracle_eigensym.h"
-#include "oracle_products.h"
+#include "oracle_vectors.h"
 #include "values.h"
 
 #include <csignal>
@@ -80,7 +80,7 @@ public:
         }
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isNumerical() || member.isProduct())
+        if (member.isNumerical() || member.isProduct() || member.isVectorAlgebra())
             acceptAnyNan(target(), initial, result);
         const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
         target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
@@ -130,6 +130,8 @@ private:
         const bool first = sources.empty(), isSource = std::islower(letter) != 0;
         if (letter == 'c')
             return {1, 1, count};
+        if (member.family == "CrossProduct")
+            return {1, 3, count};
         if (member.family == "AffineTransform3DH")
             return first && isSource ? Shape{4, 4, count} : Shape{1, 3, count};
         if (member.isProduct() && first)
@@ -195,8 +197,8 @@ private:
         if (member.family == "AffineTransform3DH")
             return sources.size() == 1 ? someTransform<T>(setting.difficult, random)
                                        : somePoints<T>(size, setting.difficult, random);
-        if (member.isProduct())
-            return someFactors<T>(size, setting.difficult, sources.size() == 1, random);
+        if (member.isProduct() || member.isVectorAlgebra())
+            return someFactors<T>(size, setting.difficult, sources.size() == 1 && member.family != "Trace", random);
         if (member.isNumerical())
             return token[0] == 'v' ? vectors(static_cast<int>(size) / count, random)
                                    : matrices(token.size() > 1 ? count : 1, random);
@@ -284,8 +286,14 @@ private:
             return oracle::invert(n, a0, x, isArray, adjacent);
         else if (member.isEigen())
             return computeEigen(a0, runs ? runResult + static_cast<std::size_t>(i) * n : x, runs ? x : nullptr);
-        else if (member.isProduct() || member.operands[1][0] == 'c')
+        else if (member.isProduct())
             return computeProduct(i, x, adjacent);
+        else if (member.isMeasure())
+            *x = measure(i, adjacent);
+        else if (member.family == "CrossProduct")
+            oracle::crossProduct(values(0, i), values(1, i), x);
+        else if (member.isVector() || member.operands[1][0] == 'c')
+            combineElements(i, x);
         else if (member.family == "CholeskyDecomp")
             return oracle::choleskyFactor(n, a0, x,
                                           oracle::choleskyThreshold<T>(n, isArray, adjacent, member.description));
@@ -314,16 +322,44 @@ private:
         const std::vector<T> &all = sourceValues[source];
         return &all[all.size() / (sources[source]->isArray() ? count : 1) * (sources[source]->isArray() ? i : 0)];
     }
+    std::string kernelOf(bool adjacent) const
+    {
+        return member.description == 'P'   ? "P"
+               : member.description == 'L' ? adjacent ? "L" : "LS2"
+               : adjacent                  ? ""
+                                           : "S2";
+    }
+    ORACLE_RESULT T measure(int i, bool adjacent) const
+    {
+        const std::string kernel = kernelOf(adjacent);
+        const T *const a = values(0, i), *const b = values(member.family == "DotProduct", i);
+        if (member.family == "Trace")
+            return oracle::trace(n, a);
+        std::vector<T> products(member.family == "FrobNorm" ? n * height : n);
+        for (std::size_t k = 0; k < products.size(); ++k)
+            products[k] = a[k] * b[k];
+        if (member.family == "FrobNorm")
+            return oracle::frobeniusNorm(products,
+                                         sizeof(T) == 4 && (kernel.empty() || (kernel == "S2" && !member.isArray())));
+        const oracle::Alignment where = {sources.back()->address(i), alignedThroughout()};
+        return member.family == "L2Norm" ? oracle::norm(member.letters, kernel, products, where)
+                                         : oracle::sumOfProducts(member.letters, kernel, products, where);
+    }
+    void combineElements(int i, T *x) const
+    {
+        const int last = static_cast<int>(sources.size()) - 1, second = last == 1 ? 1 : 2;
+        const auto at = [&](int source, int k) { return values(source, i) + (sources[source]->isConstant() ? 0 : k); };
+        for (int k = 0; k < perObject; ++k) {
+            const T *const a = at(member.isConstantFirst() ? second : 0, k);
+            const T *const b = at(member.isConstantFirst() ? 0 : second, k);
+            x[k] = oracle::combined(member.family, *a, *b, *values(1, i), *values(last, i));
+        }
+    }
     KvlStatus computeProduct(int i, T *x, bool adjacent) const
     {
-        const std::string kernel = member.description == 'P'   ? "P"
-                                   : member.description == 'L' ? adjacent ? "L" : "LS2"
-                                   : adjacent                  ? ""
-                                                               : "S2";
+        const std::string kernel = kernelOf(adjacent);
         const T *const a = values(0, i), *const b = values(1, i);
-        if (member.operands[1][0] == 'c')
-            oracle::scale(perObject, a, *b, x);
-        else if (member.family == "AffineTransform3DH")
+        if (member.family == "AffineTransform3DH")
             return oracle::transformPoint(a, b, x, adjacent);
         else if (member.isMatrixProduct())
             oracle::multiply(member.letters, kernel, height, inner, n, a, b, x);
@@ -337,8 +373,10 @@ private:
     // Whether all bases, row and object strides are multiples of 16 bytes.
     bool alignedThroughout() const
     {
-        return sources[0]->isAligned(16) && sources[1]->isAligned(16) &&
-               (setting.inPlace ? sources[setting.inPlace - 1] : dst)->isAligned(16);
+        return sources[0]->isAligned(16) && sources.back()->isAligned(16) &&
+               (member.isMeasure() ? dst->address(0) % 16 == 0
+                : setting.inPlace  ? sources[setting.inPlace - 1]->isAligned(16)
+                                   : dst->isAligned(16));
     }
     bool moves() const
     {

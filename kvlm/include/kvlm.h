@@ -88,9 +88,10 @@ KVLM_API const KvlLibraryVersion *kvlmGetLibVersion(void);
 
 /**
  * @name Add: vectors
- * dst(j) = src1(j) + src2(j), rounded once, j ascending.
+ * dst(j) = src1(j) + src2(j), or src(j) + val, rounded once. vc adds one constant, passed by value.
  *
- * Checks: pointers, len, strides (_P: shifts). Always kvlOk after them. dst may be src1 or src2 with the same strides.
+ * Checks: pointers, len, strides (_P: shifts). Always kvlOk after them. dst may overlap a source in any way, and then
+ * holds what steps with ascending j leave: one element above src1, each step reads what the one before wrote.
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
@@ -101,6 +102,113 @@ KVLM_API KvlStatus kvlmAdd_vv_64f(const double *src1, int src1ElemStride, const 
                                   double *dst, int dstElemStride, int len);
 KVLM_API KvlStatus kvlmAdd_vv_64f_P(const double *const *src1, int src1Shift, const double *const *src2, int src2Shift,
                                     double *const *dst, int dstShift, int len);
+
+KVLM_API KvlStatus kvlmAdd_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmAdd_vc_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int len);
+KVLM_API KvlStatus kvlmAdd_vc_64f(const double *src, int srcElemStride, double val, double *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmAdd_vc_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int len);
+/** @} */
+
+/**
+ * @name Add: arrays of vectors and constants
+ * dst(i, j) = A(i, j) + B(i, j), rounded once. Operand v is one vector and c one constant for all objects, va an array
+ * of vectors, ca an array of `count` constants, one for each object: val points to them, valStride bytes from one to
+ * the next, in the standard and the pointer description; in _L val is a list of pointers to them, with a shift.
+ *
+ * Checks: pointers (val too where it is one), `count`, len, strides (valStride too), shifts (valShift too); in vav
+ * pointers, len, strides, shifts, `count`. Always kvlOk after them. Settled: kvlmAdd_vca_64f_P does not check its
+ * shifts, kvlmAdd_vaca_32f_P not its srcObjStride.
+ *
+ * dst may be an array of vectors among the sources, with the same strides (_P: the same table, shift and object
+ * stride); it must not overlap another source. Destination objects that overlap each other hold what objects written
+ * one after the other would leave.
+ * @{
+ */
+KVLM_API KvlStatus kvlmAdd_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vac_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vac_32f_L(const float *const *src, int srcShift, int srcElemStride, float val,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vac_64f(const double *src, int srcObjStride, int srcElemStride, double val, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vac_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vac_64f_L(const double *const *src, int srcShift, int srcElemStride, double val,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmAdd_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                   int src2ElemStride, float *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmAdd_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                     const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                     int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, const float *src2,
+                                     int src2ElemStride, float *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmAdd_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride, const double *src2,
+                                   int src2ElemStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmAdd_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                     const double *const *src2, int src2Shift, double *const *dst, int dstShift,
+                                     int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, const double *src2,
+                                     int src2ElemStride, double *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+
+KVLM_API KvlStatus kvlmAdd_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                    int src2ObjStride, int src2ElemStride, float *dst, int dstObjStride,
+                                    int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                      const float *const *src2, int src2Shift, int src2ObjStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                      const float *const *src2, int src2Shift, int src2ElemStride, float *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride, const double *src2,
+                                    int src2ObjStride, int src2ElemStride, double *dst, int dstObjStride,
+                                    int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                      const double *const *src2, int src2Shift, int src2ObjStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                      const double *const *src2, int src2Shift, int src2ElemStride, double *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmAdd_vca_32f(const float *src, int srcElemStride, const float *val, int valStride, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vca_32f_P(const float *const *src, int srcShift, const float *val, int valStride,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vca_32f_L(const float *src, int srcElemStride, const float *const *val, int valShift,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vca_64f(const double *src, int srcElemStride, const double *val, int valStride, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vca_64f_P(const double *const *src, int srcShift, const double *val, int valStride,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vca_64f_L(const double *src, int srcElemStride, const double *const *val, int valShift,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmAdd_vaca_32f(const float *src, int srcObjStride, int srcElemStride, const float *val,
+                                    int valStride, float *dst, int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmAdd_vaca_32f_P(const float *const *src, int srcShift, int srcObjStride, const float *val,
+                                      int valStride, float *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmAdd_vaca_32f_L(const float *const *src, int srcShift, int srcElemStride, const float *const *val,
+                                      int valShift, float *const *dst, int dstShift, int dstElemStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmAdd_vaca_64f(const double *src, int srcObjStride, int srcElemStride, const double *val,
+                                    int valStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                    int count);
+KVLM_API KvlStatus kvlmAdd_vaca_64f_P(const double *const *src, int srcShift, int srcObjStride, const double *val,
+                                      int valStride, double *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmAdd_vaca_64f_L(const double *const *src, int srcShift, int srcElemStride,
+                                      const double *const *val, int valShift, double *const *dst, int dstShift,
+                                      int dstElemStride, int len, int count);
 /** @} */
 
 /**
@@ -326,6 +434,199 @@ KVLM_API KvlStatus kvlmAdd_tata_64f_L(const double *const *src1, int src1Shift, 
                                       const double *const *src2, int src2Shift, int src2RowStride, int src2ElemStride,
                                       double *const *dst, int dstShift, int dstRowStride, int dstElemStride, int width,
                                       int height, int count);
+/** @} */
+
+/**
+ * @name Sub: vectors
+ * dst(j) = src1(j) - src2(j), src(j) - val (vc) or val - src(j) (cv), rounded once. In cv the vector stands before the
+ * constant all the same; it is the difference itself, not that of vc negated (a zero keeps its sign).
+ *
+ * Checks, statuses and overlap as in Add of vectors.
+ * @{
+ */
+KVLM_API KvlStatus kvlmSub_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
+                                  float *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmSub_vv_32f_P(const float *const *src1, int src1Shift, const float *const *src2, int src2Shift,
+                                    float *const *dst, int dstShift, int len);
+KVLM_API KvlStatus kvlmSub_vv_64f(const double *src1, int src1ElemStride, const double *src2, int src2ElemStride,
+                                  double *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmSub_vv_64f_P(const double *const *src1, int src1Shift, const double *const *src2, int src2Shift,
+                                    double *const *dst, int dstShift, int len);
+
+KVLM_API KvlStatus kvlmSub_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmSub_vc_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int len);
+KVLM_API KvlStatus kvlmSub_vc_64f(const double *src, int srcElemStride, double val, double *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmSub_vc_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int len);
+
+KVLM_API KvlStatus kvlmSub_cv_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmSub_cv_32f_P(const float *const *src, int srcShift, float val, float *const *dst, int dstShift,
+                                    int len);
+KVLM_API KvlStatus kvlmSub_cv_64f(const double *src, int srcElemStride, double val, double *dst, int dstElemStride,
+                                  int len);
+KVLM_API KvlStatus kvlmSub_cv_64f_P(const double *const *src, int srcShift, double val, double *const *dst,
+                                    int dstShift, int len);
+/** @} */
+
+/**
+ * @name Sub: arrays of vectors and constants
+ * dst(i, j) = A(i, j) - B(i, j), rounded once, the operands in the order of the letters and each as in Add of arrays of
+ * vectors and constants. In the arguments a vector always stands before the constants: in cva, cav and cava it is the
+ * second operand all the same.
+ *
+ * Checks as there, vav included. Settled: kvlmSub_cav_32f_P does not check its shifts; kvlmSub_vva_64f_P stays on the
+ * caller's thread; cva goes to the team by its count alone, however long the vectors are. Statuses and aliasing as
+ * there.
+ * @{
+ */
+KVLM_API KvlStatus kvlmSub_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vac_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vac_32f_L(const float *const *src, int srcShift, int srcElemStride, float val,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vac_64f(const double *src, int srcObjStride, int srcElemStride, double val, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vac_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vac_64f_L(const double *const *src, int srcShift, int srcElemStride, double val,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_cva_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cva_32f_P(const float *const *src, int srcShift, int srcObjStride, float val,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cva_32f_L(const float *const *src, int srcShift, int srcElemStride, float val,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cva_64f(const double *src, int srcObjStride, int srcElemStride, double val, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cva_64f_P(const double *const *src, int srcShift, int srcObjStride, double val,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cva_64f_L(const double *const *src, int srcShift, int srcElemStride, double val,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                   int src2ElemStride, float *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmSub_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                     const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                     int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, const float *src2,
+                                     int src2ElemStride, float *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmSub_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride, const double *src2,
+                                   int src2ElemStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmSub_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                     const double *const *src2, int src2Shift, double *const *dst, int dstShift,
+                                     int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, const double *src2,
+                                     int src2ElemStride, double *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+
+KVLM_API KvlStatus kvlmSub_vva_32f(const float *src1, int src1ElemStride, const float *src2, int src2ObjStride,
+                                   int src2ElemStride, float *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmSub_vva_32f_P(const float *const *src1, int src1Shift, const float *const *src2, int src2Shift,
+                                     int src2ObjStride, float *const *dst, int dstShift, int dstObjStride, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmSub_vva_32f_L(const float *src1, int src1ElemStride, const float *const *src2, int src2Shift,
+                                     int src2ElemStride, float *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmSub_vva_64f(const double *src1, int src1ElemStride, const double *src2, int src2ObjStride,
+                                   int src2ElemStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                   int count);
+KVLM_API KvlStatus kvlmSub_vva_64f_P(const double *const *src1, int src1Shift, const double *const *src2, int src2Shift,
+                                     int src2ObjStride, double *const *dst, int dstShift, int dstObjStride, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmSub_vva_64f_L(const double *src1, int src1ElemStride, const double *const *src2, int src2Shift,
+                                     int src2ElemStride, double *const *dst, int dstShift, int dstElemStride, int len,
+                                     int count);
+
+KVLM_API KvlStatus kvlmSub_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                    int src2ObjStride, int src2ElemStride, float *dst, int dstObjStride,
+                                    int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                      const float *const *src2, int src2Shift, int src2ObjStride, float *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                      const float *const *src2, int src2Shift, int src2ElemStride, float *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride, const double *src2,
+                                    int src2ObjStride, int src2ElemStride, double *dst, int dstObjStride,
+                                    int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                      const double *const *src2, int src2Shift, int src2ObjStride, double *const *dst,
+                                      int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                      const double *const *src2, int src2Shift, int src2ElemStride, double *const *dst,
+                                      int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_vca_32f(const float *src, int srcElemStride, const float *val, int valStride, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vca_32f_P(const float *const *src, int srcShift, const float *val, int valStride,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vca_32f_L(const float *src, int srcElemStride, const float *const *val, int valShift,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vca_64f(const double *src, int srcElemStride, const double *val, int valStride, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vca_64f_P(const double *const *src, int srcShift, const double *val, int valStride,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vca_64f_L(const double *src, int srcElemStride, const double *const *val, int valShift,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_cav_32f(const float *src, int srcElemStride, const float *val, int valStride, float *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cav_32f_P(const float *const *src, int srcShift, const float *val, int valStride,
+                                     float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cav_32f_L(const float *src, int srcElemStride, const float *const *val, int valShift,
+                                     float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cav_64f(const double *src, int srcElemStride, const double *val, int valStride, double *dst,
+                                   int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cav_64f_P(const double *const *src, int srcShift, const double *val, int valStride,
+                                     double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cav_64f_L(const double *src, int srcElemStride, const double *const *val, int valShift,
+                                     double *const *dst, int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_vaca_32f(const float *src, int srcObjStride, int srcElemStride, const float *val,
+                                    int valStride, float *dst, int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_vaca_32f_P(const float *const *src, int srcShift, int srcObjStride, const float *val,
+                                      int valStride, float *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_vaca_32f_L(const float *const *src, int srcShift, int srcElemStride, const float *const *val,
+                                      int valShift, float *const *dst, int dstShift, int dstElemStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_vaca_64f(const double *src, int srcObjStride, int srcElemStride, const double *val,
+                                    int valStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                    int count);
+KVLM_API KvlStatus kvlmSub_vaca_64f_P(const double *const *src, int srcShift, int srcObjStride, const double *val,
+                                      int valStride, double *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_vaca_64f_L(const double *const *src, int srcShift, int srcElemStride,
+                                      const double *const *val, int valShift, double *const *dst, int dstShift,
+                                      int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSub_cava_32f(const float *src, int srcObjStride, int srcElemStride, const float *val,
+                                    int valStride, float *dst, int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSub_cava_32f_P(const float *const *src, int srcShift, int srcObjStride, const float *val,
+                                      int valStride, float *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_cava_32f_L(const float *const *src, int srcShift, int srcElemStride, const float *const *val,
+                                      int valShift, float *const *dst, int dstShift, int dstElemStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_cava_64f(const double *src, int srcObjStride, int srcElemStride, const double *val,
+                                    int valStride, double *dst, int dstObjStride, int dstElemStride, int len,
+                                    int count);
+KVLM_API KvlStatus kvlmSub_cava_64f_P(const double *const *src, int srcShift, int srcObjStride, const double *val,
+                                      int valStride, double *const *dst, int dstShift, int dstObjStride, int len,
+                                      int count);
+KVLM_API KvlStatus kvlmSub_cava_64f_L(const double *const *src, int srcShift, int srcElemStride,
+                                      const double *const *val, int valShift, double *const *dst, int dstShift,
+                                      int dstElemStride, int len, int count);
 /** @} */
 
 /**
@@ -1434,6 +1735,378 @@ KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, i
 KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1RowStride, int src1ElemStride,
                                                   const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
                                                   int dstObjStride, int dstElemStride, int count);
+/** @} */
+
+/**
+ * @name Dot product
+ * dst[i] is the sum of the products p(k) = src1(i, k)*src2(i, k), each product and each sum rounded in the element
+ * type. dst is one element, in the array forms a plain array of `count` elements, in every description.
+ *
+ * The sum is ((p0 + p1) + p2) + ... from left to right, beginning with +0 but at lengths 3 to 6 (and at length 1 of vav
+ * with strided elements), with these exceptions for adjacent elements, standard and _L:
+ *
+ * - vv and vava at 64f, and vav at 64f from length 4 on: (p0+p2)+p1; (p0+p2)+(p1+p3); ((p0+p2)+(p1+p3))+p4;
+ *   ((p2+p4)+p0)+((p3+p5)+p1) at lengths 3, 4, 5, 6.
+ * - vav at 32f, length 4: (p0+p1)+(p2+p3).
+ * - vv and vava from length 11 (32f) or 9 (64f) on: eight lanes. First the products up to the first multiple of 16
+ * bytes in src2, from left to right; their sum is where lane 0 begins. Then groups of eight, product k of a group to
+ * lane k; the lanes l are folded to ((l0+l4)+(l2+l6))+((l1+l5)+(l3+l7)), and the rest is added one by one. Where src2
+ * lies at no multiple of the element size the sum goes from left to right.
+ * - vava (not in _L) from length 8 on, if src1, src2, dst and both object strides are multiples of 16 bytes.
+ *
+ * So the last bits may depend on the alignment of long vectors. For the same bits everywhere use another description.
+ *
+ * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them: sums that overflow are infinite. dst must
+ * overlap no source.
+ * @{
+ */
+KVLM_API KvlStatus kvlmDotProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
+                                         float *dst, int len);
+KVLM_API KvlStatus kvlmDotProduct_vv_32f_P(const float *const *src1, int src1Shift, const float *const *src2,
+                                           int src2Shift, float *dst, int len);
+KVLM_API KvlStatus kvlmDotProduct_vv_64f(const double *src1, int src1ElemStride, const double *src2, int src2ElemStride,
+                                         double *dst, int len);
+KVLM_API KvlStatus kvlmDotProduct_vv_64f_P(const double *const *src1, int src1Shift, const double *const *src2,
+                                           int src2Shift, double *dst, int len);
+
+KVLM_API KvlStatus kvlmDotProduct_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                          int src2ElemStride, float *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                            const float *const *src2, int src2Shift, float *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                            const float *src2, int src2ElemStride, float *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride, const double *src2,
+                                          int src2ElemStride, double *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                            const double *const *src2, int src2Shift, double *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                            const double *src2, int src2ElemStride, double *dst, int len, int count);
+
+KVLM_API KvlStatus kvlmDotProduct_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                           int src2ObjStride, int src2ElemStride, float *dst, int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                             const float *const *src2, int src2Shift, int src2ObjStride, float *dst,
+                                             int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                             const float *const *src2, int src2Shift, int src2ElemStride, float *dst,
+                                             int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride,
+                                           const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                           int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                             const double *const *src2, int src2Shift, int src2ObjStride, double *dst,
+                                             int len, int count);
+KVLM_API KvlStatus kvlmDotProduct_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                             const double *const *src2, int src2Shift, int src2ElemStride, double *dst,
+                                             int len, int count);
+/** @} */
+
+/**
+ * @name Euclidean norm
+ * dst[i] is the square root of the sum of src(i, k)*src(i, k), in the element type and without scaling: squares
+ * overflow and underflow as they do. dst is one element, in the array forms a plain array of `count` elements.
+ *
+ * The sum is from left to right, and with adjacent elements, standard and _L: at 64f as the dot product of two vectors;
+ * at 32f (p0+p1)+(p2+p3), ((p0+p1)+(p2+p3))+p4, ((p0+p1)+(p2+p3))+(p4+p5) at lengths 4, 5, 6 and eight lanes from 11
+ * on, begun where src reaches a multiple of 16 bytes.
+ *
+ * The root is rounded once. Settled exception: adjacent elements at 32f, lengths 3 to 6, standard and _L, have
+ * s*(r*(0.5*(3 - s*(r*r)))) with the processor's approximate reciprocal root r of s: the last bits may differ from
+ * processor to processor, and a zero vector has the norm NaN.
+ *
+ * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ * @{
+ */
+KVLM_API KvlStatus kvlmL2Norm_v_32f(const float *src, int srcElemStride, float *dst, int len);
+KVLM_API KvlStatus kvlmL2Norm_v_32f_P(const float *const *src, int srcShift, float *dst, int len);
+KVLM_API KvlStatus kvlmL2Norm_v_64f(const double *src, int srcElemStride, double *dst, int len);
+KVLM_API KvlStatus kvlmL2Norm_v_64f_P(const double *const *src, int srcShift, double *dst, int len);
+
+KVLM_API KvlStatus kvlmL2Norm_va_32f(const float *src, int srcObjStride, int srcElemStride, float *dst, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmL2Norm_va_32f_P(const float *const *src, int srcShift, int srcObjStride, float *dst, int len,
+                                       int count);
+KVLM_API KvlStatus kvlmL2Norm_va_32f_L(const float *const *src, int srcShift, int srcElemStride, float *dst, int len,
+                                       int count);
+KVLM_API KvlStatus kvlmL2Norm_va_64f(const double *src, int srcObjStride, int srcElemStride, double *dst, int len,
+                                     int count);
+KVLM_API KvlStatus kvlmL2Norm_va_64f_P(const double *const *src, int srcShift, int srcObjStride, double *dst, int len,
+                                       int count);
+KVLM_API KvlStatus kvlmL2Norm_va_64f_L(const double *const *src, int srcShift, int srcElemStride, double *dst, int len,
+                                       int count);
+/** @} */
+
+/**
+ * @name Cross product
+ * dst = src1 x src2, of vectors of three elements: dst(0) = src1(1)*src2(2) - src1(2)*src2(1), and so on around; each
+ * product rounded, then the difference.
+ *
+ * Checks: pointers, `count`, strides, shifts; in vav pointers, strides, shifts, `count`. Always kvlOk after them.
+ * Settled: kvlmCrossProduct_vva_64f_P stays on the caller's thread. dst must overlap no source. Destination objects
+ * that overlap each other hold what objects written one after the other would leave.
+ * @{
+ */
+KVLM_API KvlStatus kvlmCrossProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
+                                           float *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmCrossProduct_vv_32f_P(const float *const *src1, int src1Shift, const float *const *src2,
+                                             int src2Shift, float *const *dst, int dstShift);
+KVLM_API KvlStatus kvlmCrossProduct_vv_64f(const double *src1, int src1ElemStride, const double *src2,
+                                           int src2ElemStride, double *dst, int dstElemStride);
+KVLM_API KvlStatus kvlmCrossProduct_vv_64f_P(const double *const *src1, int src1Shift, const double *const *src2,
+                                             int src2Shift, double *const *dst, int dstShift);
+
+KVLM_API KvlStatus kvlmCrossProduct_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, const float *src2,
+                                            int src2ElemStride, float *dst, int dstObjStride, int dstElemStride,
+                                            int count);
+KVLM_API KvlStatus kvlmCrossProduct_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                              const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                              int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                              const float *src2, int src2ElemStride, float *const *dst, int dstShift,
+                                              int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride,
+                                            const double *src2, int src2ElemStride, double *dst, int dstObjStride,
+                                            int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                              const double *const *src2, int src2Shift, double *const *dst,
+                                              int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                              const double *src2, int src2ElemStride, double *const *dst, int dstShift,
+                                              int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmCrossProduct_vva_32f(const float *src1, int src1ElemStride, const float *src2, int src2ObjStride,
+                                            int src2ElemStride, float *dst, int dstObjStride, int dstElemStride,
+                                            int count);
+KVLM_API KvlStatus kvlmCrossProduct_vva_32f_P(const float *const *src1, int src1Shift, const float *const *src2,
+                                              int src2Shift, int src2ObjStride, float *const *dst, int dstShift,
+                                              int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vva_32f_L(const float *src1, int src1ElemStride, const float *const *src2,
+                                              int src2Shift, int src2ElemStride, float *const *dst, int dstShift,
+                                              int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vva_64f(const double *src1, int src1ElemStride, const double *src2,
+                                            int src2ObjStride, int src2ElemStride, double *dst, int dstObjStride,
+                                            int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vva_64f_P(const double *const *src1, int src1Shift, const double *const *src2,
+                                              int src2Shift, int src2ObjStride, double *const *dst, int dstShift,
+                                              int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vva_64f_L(const double *src1, int src1ElemStride, const double *const *src2,
+                                              int src2Shift, int src2ElemStride, double *const *dst, int dstShift,
+                                              int dstElemStride, int count);
+
+KVLM_API KvlStatus kvlmCrossProduct_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride,
+                                             const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                             int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride,
+                                               const float *const *src2, int src2Shift, int src2ObjStride,
+                                               float *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride,
+                                               const float *const *src2, int src2Shift, int src2ElemStride,
+                                               float *const *dst, int dstShift, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride,
+                                             const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                             int dstObjStride, int dstElemStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride,
+                                               const double *const *src2, int src2Shift, int src2ObjStride,
+                                               double *const *dst, int dstShift, int dstObjStride, int count);
+KVLM_API KvlStatus kvlmCrossProduct_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride,
+                                               const double *const *src2, int src2Shift, int src2ElemStride,
+                                               double *const *dst, int dstShift, int dstElemStride, int count);
+/** @} */
+
+/**
+ * @name Saxpy
+ * dst(i, j) = src1(i, j)*val + src2(i, j): the product is rounded, then the sum. val is passed by value. Nothing is
+ * left out where val is 0: an infinite element then gives NaN.
+ *
+ * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst may be a source, an array if dst is
+ * one, with the same strides; it must not overlap one otherwise. Source of the name: Golub and Van Loan, Matrix
+ * Computations, 1.1.
+ * @{
+ */
+KVLM_API KvlStatus kvlmSaxpy_vv_32f(const float *src1, int src1ElemStride, float val, const float *src2,
+                                    int src2ElemStride, float *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmSaxpy_vv_32f_P(const float *const *src1, int src1Shift, float val, const float *const *src2,
+                                      int src2Shift, float *const *dst, int dstShift, int len);
+KVLM_API KvlStatus kvlmSaxpy_vv_64f(const double *src1, int src1ElemStride, double val, const double *src2,
+                                    int src2ElemStride, double *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmSaxpy_vv_64f_P(const double *const *src1, int src1Shift, double val, const double *const *src2,
+                                      int src2Shift, double *const *dst, int dstShift, int len);
+
+KVLM_API KvlStatus kvlmSaxpy_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, float val,
+                                     const float *src2, int src2ElemStride, float *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, float val,
+                                       const float *const *src2, int src2Shift, float *const *dst, int dstShift,
+                                       int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, float val,
+                                       const float *src2, int src2ElemStride, float *const *dst, int dstShift,
+                                       int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride, double val,
+                                     const double *src2, int src2ElemStride, double *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, double val,
+                                       const double *const *src2, int src2Shift, double *const *dst, int dstShift,
+                                       int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, double val,
+                                       const double *src2, int src2ElemStride, double *const *dst, int dstShift,
+                                       int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSaxpy_vva_32f(const float *src1, int src1ElemStride, float val, const float *src2,
+                                     int src2ObjStride, int src2ElemStride, float *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vva_32f_P(const float *const *src1, int src1Shift, float val, const float *const *src2,
+                                       int src2Shift, int src2ObjStride, float *const *dst, int dstShift,
+                                       int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vva_32f_L(const float *src1, int src1ElemStride, float val, const float *const *src2,
+                                       int src2Shift, int src2ElemStride, float *const *dst, int dstShift,
+                                       int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vva_64f(const double *src1, int src1ElemStride, double val, const double *src2,
+                                     int src2ObjStride, int src2ElemStride, double *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vva_64f_P(const double *const *src1, int src1Shift, double val, const double *const *src2,
+                                       int src2Shift, int src2ObjStride, double *const *dst, int dstShift,
+                                       int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vva_64f_L(const double *src1, int src1ElemStride, double val, const double *const *src2,
+                                       int src2Shift, int src2ElemStride, double *const *dst, int dstShift,
+                                       int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmSaxpy_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride, float val,
+                                      const float *src2, int src2ObjStride, int src2ElemStride, float *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, float val,
+                                        const float *const *src2, int src2Shift, int src2ObjStride, float *const *dst,
+                                        int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, float val,
+                                        const float *const *src2, int src2Shift, int src2ElemStride, float *const *dst,
+                                        int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride, double val,
+                                      const double *src2, int src2ObjStride, int src2ElemStride, double *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, double val,
+                                        const double *const *src2, int src2Shift, int src2ObjStride, double *const *dst,
+                                        int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmSaxpy_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, double val,
+                                        const double *const *src2, int src2Shift, int src2ElemStride,
+                                        double *const *dst, int dstShift, int dstElemStride, int len, int count);
+/** @} */
+
+/**
+ * @name Linear combination
+ * dst(i, j) = src1(i, j)*val1 + src2(i, j)*val2: the products are rounded, then the sum. There is no vva form: exchange
+ * the operands of vav.
+ *
+ * Checks, statuses and aliasing as in Saxpy.
+ * @{
+ */
+KVLM_API KvlStatus kvlmLComb_vv_32f(const float *src1, int src1ElemStride, float val1, const float *src2,
+                                    int src2ElemStride, float val2, float *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmLComb_vv_32f_P(const float *const *src1, int src1Shift, float val1, const float *const *src2,
+                                      int src2Shift, float val2, float *const *dst, int dstShift, int len);
+KVLM_API KvlStatus kvlmLComb_vv_64f(const double *src1, int src1ElemStride, double val1, const double *src2,
+                                    int src2ElemStride, double val2, double *dst, int dstElemStride, int len);
+KVLM_API KvlStatus kvlmLComb_vv_64f_P(const double *const *src1, int src1Shift, double val1, const double *const *src2,
+                                      int src2Shift, double val2, double *const *dst, int dstShift, int len);
+
+KVLM_API KvlStatus kvlmLComb_vav_32f(const float *src1, int src1ObjStride, int src1ElemStride, float val1,
+                                     const float *src2, int src2ElemStride, float val2, float *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vav_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, float val1,
+                                       const float *const *src2, int src2Shift, float val2, float *const *dst,
+                                       int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vav_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, float val1,
+                                       const float *src2, int src2ElemStride, float val2, float *const *dst,
+                                       int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vav_64f(const double *src1, int src1ObjStride, int src1ElemStride, double val1,
+                                     const double *src2, int src2ElemStride, double val2, double *dst, int dstObjStride,
+                                     int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vav_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, double val1,
+                                       const double *const *src2, int src2Shift, double val2, double *const *dst,
+                                       int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vav_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, double val1,
+                                       const double *src2, int src2ElemStride, double val2, double *const *dst,
+                                       int dstShift, int dstElemStride, int len, int count);
+
+KVLM_API KvlStatus kvlmLComb_vava_32f(const float *src1, int src1ObjStride, int src1ElemStride, float val1,
+                                      const float *src2, int src2ObjStride, int src2ElemStride, float val2, float *dst,
+                                      int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vava_32f_P(const float *const *src1, int src1Shift, int src1ObjStride, float val1,
+                                        const float *const *src2, int src2Shift, int src2ObjStride, float val2,
+                                        float *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vava_32f_L(const float *const *src1, int src1Shift, int src1ElemStride, float val1,
+                                        const float *const *src2, int src2Shift, int src2ElemStride, float val2,
+                                        float *const *dst, int dstShift, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vava_64f(const double *src1, int src1ObjStride, int src1ElemStride, double val1,
+                                      const double *src2, int src2ObjStride, int src2ElemStride, double val2,
+                                      double *dst, int dstObjStride, int dstElemStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vava_64f_P(const double *const *src1, int src1Shift, int src1ObjStride, double val1,
+                                        const double *const *src2, int src2Shift, int src2ObjStride, double val2,
+                                        double *const *dst, int dstShift, int dstObjStride, int len, int count);
+KVLM_API KvlStatus kvlmLComb_vava_64f_L(const double *const *src1, int src1Shift, int src1ElemStride, double val1,
+                                        const double *const *src2, int src2Shift, int src2ElemStride, double val2,
+                                        double *const *dst, int dstShift, int dstElemStride, int len, int count);
+/** @} */
+
+/**
+ * @name Trace
+ * dst[i] = a(0, 0) + a(1, 1) + ... of the square matrix i of src, of order widthHeight, from left to right; the sum
+ * begins with +0 but at orders 3 to 6. dst is one element, in the array forms a plain array of `count` elements.
+ *
+ * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ * @{
+ */
+KVLM_API KvlStatus kvlmTrace_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *dst);
+KVLM_API KvlStatus kvlmTrace_m_32f_P(const float *const *src, int srcShift, int widthHeight, float *dst);
+KVLM_API KvlStatus kvlmTrace_m_64f(const double *src, int srcRowStride, int srcElemStride, int widthHeight,
+                                   double *dst);
+KVLM_API KvlStatus kvlmTrace_m_64f_P(const double *const *src, int srcShift, int widthHeight, double *dst);
+
+KVLM_API KvlStatus kvlmTrace_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                    int widthHeight, float *dst, int count);
+KVLM_API KvlStatus kvlmTrace_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, int widthHeight,
+                                      float *dst, int count);
+KVLM_API KvlStatus kvlmTrace_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      int widthHeight, float *dst, int count);
+KVLM_API KvlStatus kvlmTrace_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                    int widthHeight, double *dst, int count);
+KVLM_API KvlStatus kvlmTrace_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, int widthHeight,
+                                      double *dst, int count);
+KVLM_API KvlStatus kvlmTrace_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                      int widthHeight, double *dst, int count);
+/** @} */
+
+/**
+ * @name Frobenius norm
+ * dst[i] is the square root of the sum of the squares of all elements of matrix i of src, in the element type and
+ * without scaling. dst is one element, in the array forms a plain array of `count` elements.
+ *
+ * The sum goes from left to right, row by row, and its root is rounded once. Settled exceptions: kvlmFrobNorm_m_32f, at
+ * any strides, and kvlmFrobNorm_ma_32f with adjacent elements sum in eight lanes, element k of the matrix, counted row
+ * by row, in lane k mod 8; they fold the lanes l to ((l0+l4)+(l2+l6))+((l1+l5)+(l3+l7)), and take the root of a sum s
+ * as the Euclidean norm of short vectors does, by the processor's approximate reciprocal root. A sum of at most 2^-23
+ * gives 0 there: norms below 3.45e-4 are lost. So does NaN.
+ *
+ * Checks: pointers, `count`, width and height, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ * @{
+ */
+KVLM_API KvlStatus kvlmFrobNorm_m_32f(const float *src, int srcRowStride, int srcElemStride, int width, int height,
+                                      float *dst);
+KVLM_API KvlStatus kvlmFrobNorm_m_32f_P(const float *const *src, int srcShift, int width, int height, float *dst);
+KVLM_API KvlStatus kvlmFrobNorm_m_64f(const double *src, int srcRowStride, int srcElemStride, int width, int height,
+                                      double *dst);
+KVLM_API KvlStatus kvlmFrobNorm_m_64f_P(const double *const *src, int srcShift, int width, int height, double *dst);
+
+KVLM_API KvlStatus kvlmFrobNorm_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       int width, int height, float *dst, int count);
+KVLM_API KvlStatus kvlmFrobNorm_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, int width, int height,
+                                         float *dst, int count);
+KVLM_API KvlStatus kvlmFrobNorm_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         int width, int height, float *dst, int count);
+KVLM_API KvlStatus kvlmFrobNorm_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                       int width, int height, double *dst, int count);
+KVLM_API KvlStatus kvlmFrobNorm_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, int width,
+                                         int height, double *dst, int count);
+KVLM_API KvlStatus kvlmFrobNorm_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                         int width, int height, double *dst, int count);
 /** @} */
 
 /**

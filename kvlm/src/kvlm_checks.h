@@ -50,6 +50,7 @@ struct Order {
 };
 
 using NCSTH = Order<'N', 'C', 'S', 'T', 'H'>;
+using NCST = Order<'N', 'C', 'S', 'T'>;
 using NCTS = Order<'N', 'C', 'T', 'S'>;
 using NSTC = Order<'N', 'S', 'T', 'C'>;
 using NSTCH = Order<'N', 'S', 'T', 'C', 'H'>;
@@ -78,6 +79,7 @@ using MatchAfterSizes = Orders<NCSMTH>;                // products, Gaxpy
 using StridesBeforeSizes = Orders<NCTS, NCSTH>;        // mam, mma of add and subtract
 using CountAfterStrides = Orders<NSTC, NSTCH, NSTHC>;  // vav of add, subtract and cross product
 using SizesLastInList = Orders<NCSTH, NCSTH, NTHSC>;   // mva of the Cholesky solver
+using ShiftsUnchecked = Orders<NCSTH, NCST, NCSTH>;    // vca of add at 64f, cav of subtract at 32f
 using MatchLast = Orders<NCSTHM>;                      // QR
 using SizesBeforeCount = Orders<NSCHT>;                // eigenvalues, symmetric eigenvectors, extract
 using SourceBeforeResult = Orders<NSCHT, NSChtHT>;     // eigenvectors of general matrices

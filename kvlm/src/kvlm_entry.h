@@ -17,6 +17,10 @@ constexpr Limits beginsAt(int plain, int strided, int pointer, int list, int lis
     return {plain - 1, strided - 1, pointer - 1, list - 1, listStrided - 1};
 }
 
+// Settled, in several families: lists of objects with adjacent elements have a limit of their own at 32f.
+template <class T>
+constexpr Limits listApartLimits = {20000, 20000, 20000, sizeof(T) == 4 ? 40000 : 20000, 20000};
+
 // One object, or an array without a driver: no estimate.
 template <class Order, class Plain, class General, class... Parts>
 KVLM_INLINE KvlStatus enterObject(Plain *plain, General *general, const Parts &...parts)

@@ -255,6 +255,20 @@ KVLM_INLINE void wholeRegisters(Lanes<double> (&v)[N])
         asm("" : "+x"(v[k].v));
 }
 
+// Register R of a run of objects of N elements each, every element the number of its object, which x has lane by lane.
+template <int N, int R>
+KVLM_INLINE Lanes<float> spread(Lanes<float> x)
+{
+    constexpr auto object = [](int lane) { return (R * 4 + lane) / N; };
+    return {_mm_shuffle_ps(x.v, x.v, _MM_SHUFFLE(object(3), object(2), object(1), object(0)))};
+}
+
+template <int N, int R>
+KVLM_INLINE Lanes<double> spread(Lanes<double> x)
+{
+    return {_mm_shuffle_pd(x.v, x.v, (R * 2) / N | (R * 2 + 1) / N << 1)};
+}
+
 // Rows become columns.
 KVLM_INLINE void transpose(Lanes<float> (&row)[4])
 {

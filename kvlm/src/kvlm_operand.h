@@ -205,6 +205,14 @@ struct List : Part {
     }
 };
 
+// An operand whose strides one member does not check.
+template <class X>
+struct StridesUnchecked : X {
+    explicit StridesUnchecked(const X &x) : X(x) {}
+
+    Bits strides() const { return {}; }
+};
+
 // One object of a table, `width` elements a row.
 template <class T>
 struct TableView {

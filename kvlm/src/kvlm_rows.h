@@ -95,8 +95,18 @@
 #define ARG_COUNT                       int count
 #define PART_COUNT                      Count(count)
 
+// Classes: vectors and constants, for a constant before its vector too
+#define VV(X, D, T)  X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(len)
+#define VC(X, D, T)  X##_V_##D(const T, src), X##_C(T, val), X##_V_##D(T, dst), X##_LENGTH(len)
+#define VAC(X, D, T) X##_VA_##D(const T, src), X##_C(T, val), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+#define VAV(X, D, T) X##_VA_##D(const T, src1), X##_V_##D(const T, src2), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+#define VVA(X, D, T) X##_V_##D(const T, src1), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+#define VAVA(X, D, T)                                                                                                  \
+    X##_VA_##D(const T, src1), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+#define VCA(X, D, T)  X##_V_##D(const T, src), X##_CA_##D(const T, val), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+#define VACA(X, D, T) X##_VA_##D(const T, src), X##_CA_##D(const T, val), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT
+
 // Classes: two sources and a destination
-#define VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(len)
 #define MM(X, D, T)   X##_M_##D(const T, src1), X##_M_##D(const T, src2), X##_M_##D(T, dst), X##_SHAPE
 #define MAM(X, D, T)  X##_MA_##D(const T, src1), X##_M_##D(const T, src2), X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT
 #define MMA(X, D, T)  X##_M_##D(const T, src1), X##_MA_##D(const T, src2), X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT

@@ -7,57 +7,86 @@
 
 namespace kvlm {
 
-// d[k] = op(a[k], b[k]), k < n.
-template <class T, class Op>
-KVLM_INLINE void run(Op op, const T *a, const T *b, T *d, ptrdiff_t n)
-{
-    using V = Lanes<T>;
-    ptrdiff_t k = 0;
-#pragma GCC unroll 4
-    for (; k + V::count <= n; k += V::count)
-        op(V::load(a + k), V::load(b + k)).store(d + k);
-    for (; k < n; ++k)
-        put(d + k, op(get(a + k), get(b + k)));
-}
+struct Plus {
+    template <class V>
+    KVLM_INLINE V operator()(V a, V b) const
+    {
+        return a + b;
+    }
+};
 
-// The same without a loop: a short loop's end is what the processor cannot foresee.
-template <class T, class Op, int N>
-KVLM_INLINE void run(Op op, const T *a, const T *b, T *d, Fixed<N>)
-{
-    using V = Lanes<T>;
-    constexpr int whole = N - N % V::count;
-#pragma GCC unroll 32
-    for (int k = 0; k < whole; k += V::count)
-        op(V::load(a + k), V::load(b + k)).store(d + k);
-    if constexpr (N % 4 >= 2 && V::count == 4)
-        op(V::template loadFirst<2>(a + whole), V::template loadFirst<2>(b + whole)).template storeFirst<2>(d + whole);
-    if constexpr (N % 2 == 1)
-        put(d + N - 1, op(get(a + N - 1), get(b + N - 1)));
-}
+struct Minus {
+    template <class V>
+    KVLM_INLINE V operator()(V a, V b) const
+    {
+        return a - b;
+    }
+};
 
-// A source that is one element for a whole run.
+struct Times {
+    template <class V>
+    KVLM_INLINE V operator()(V a, V b) const
+    {
+        return a * b;
+    }
+};
+
+// A source of a run: adjacent elements, or one number in the place of each.
 template <class T>
 struct Same {
     T value;
 };
 
-template <class T, class Op>
-KVLM_INLINE void run(Op op, const T *a, Same<T> b, T *d, ptrdiff_t n)
+template <class T>
+KVLM_INLINE T elementAt(const T *p, ptrdiff_t k)
 {
-    using V = Lanes<T>;
-    const V all = V::all(b.value);
-    ptrdiff_t k = 0;
-#pragma GCC unroll 4
-    for (; k + V::count <= n; k += V::count)
-        op(V::load(a + k), all).store(d + k);
-    for (; k < n; ++k)
-        put(d + k, op(get(a + k), b.value));
+    return get(p + k);
 }
 
-template <class T, class Op>
-KVLM_INLINE void run(Op op, Same<T> a, const T *b, T *d, ptrdiff_t n)
+template <class T>
+KVLM_INLINE T elementAt(Same<T> x, ptrdiff_t)
 {
-    run<T>([op](auto x, auto y) KVLM_INLINED { return op(y, x); }, b, a, d, n);
+    return x.value;
+}
+
+// The first N lanes count.
+template <int N, class T>
+KVLM_INLINE Lanes<T> lanesAt(const T *p, ptrdiff_t k)
+{
+    return Lanes<T>::template loadFirst<N>(p + k);
+}
+
+template <int, class T>
+KVLM_INLINE Lanes<T> lanesAt(Same<T> x, ptrdiff_t)
+{
+    return Lanes<T>::all(x.value);
+}
+
+// d[k] = op(a[k], b[k]), k < n.
+template <class T, class Op, class A, class B>
+KVLM_INLINE void run(Op op, A a, B b, T *d, ptrdiff_t n)
+{
+    constexpr int lanes = Lanes<T>::count;
+    ptrdiff_t k = 0;
+#pragma GCC unroll 4
+    for (; k + lanes <= n; k += lanes)
+        op(lanesAt<lanes>(a, k), lanesAt<lanes>(b, k)).store(d + k);
+    for (; k < n; ++k)
+        put(d + k, op(elementAt(a, k), elementAt(b, k)));
+}
+
+// The same without a loop: a short loop's end is what the processor cannot foresee.
+template <class T, class Op, class A, class B, int N>
+KVLM_INLINE void run(Op op, A a, B b, T *d, Fixed<N>)
+{
+    constexpr int lanes = Lanes<T>::count, whole = N - N % lanes;
+#pragma GCC unroll 32
+    for (int k = 0; k < whole; k += lanes)
+        op(lanesAt<lanes>(a, k), lanesAt<lanes>(b, k)).store(d + k);
+    if constexpr (N % 4 >= 2 && lanes == 4)
+        op(lanesAt<2>(a, whole), lanesAt<2>(b, whole)).template storeFirst<2>(d + whole);
+    if constexpr (N % 2 == 1)
+        put(d + N - 1, op(elementAt(a, N - 1), elementAt(b, N - 1)));
 }
 
 // Fewer objects than this are not worth a run over the objects.
@@ -196,7 +225,7 @@ KVLM_INLINE void object(Op op, const A &a, const B &b, const D &d, W width, H he
 {
     if constexpr (D::adjacentInRows && A::adjacentInRows && B::adjacentInRows) {
         for (int r = 0; r < height; ++r)
-            run<T, Op>(op, a.at(r, 0), b.at(r, 0), d.at(r, 0), width);
+            run<T>(op, a.at(r, 0), b.at(r, 0), d.at(r, 0), width);
     } else if constexpr (D::adjacentInRows && (A::adjacentInRows || A::adjacentInColumns) &&
                          (B::adjacentInRows || B::adjacentInColumns)) {
         if constexpr (worksAsRun<T, D, W>)

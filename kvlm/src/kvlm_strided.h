@@ -146,9 +146,9 @@ __attribute__((noinline)) void patternRuns(Op op, const T *single, const T *arra
 
     const auto runOf = [&](auto length) KVLM_INLINED {
         if constexpr (SingleFirst)
-            run<T, Op>(op, pattern, array, d, length);
+            run<T>(op, pattern, array, d, length);
         else
-            run<T, Op>(op, array, pattern, d, length);
+            run<T>(op, array, pattern, d, length);
         array += length;
         d += length;
     };
@@ -179,7 +179,7 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
         packed && objectsPacked(a, elements) && objectsPacked(b, elements) && objectsPacked(d, elements);
     if constexpr (rowsOnly && !D::isList && !singleA && !singleB)
         if (packedBatch)
-            return run<T, Op>(op, a.base, b.base, d.base, static_cast<ptrdiff_t>(elements * count));
+            return run<T>(op, a.base, b.base, d.base, static_cast<ptrdiff_t>(elements * count));
 
     bySquareOrder(width, height, [&](auto w, auto h) KVLM_INLINED {
         using W = decltype(w);

@@ -1,4 +1,4 @@
-// Addition and subtraction: the operations, the work estimates, the limits, and the rows of their members.
+// Addition and subtraction of matrices: the work estimates, the limits, and the rows of their members.
 #ifndef KVLMADDSUB_H
 #define KVLMADDSUB_H
 
@@ -6,22 +6,6 @@
 #include "kvlm_rows.h"
 
 namespace kvlm {
-
-struct Plus {
-    template <class V>
-    KVLM_INLINE V operator()(V a, V b) const
-    {
-        return a + b;
-    }
-};
-
-struct Minus {
-    template <class V>
-    KVLM_INLINE V operator()(V a, V b) const
-    {
-        return a - b;
-    }
-};
 
 // Work of a batch of matrices: elements of an array count per object, those of a single operand once.
 KVLM_INLINE int workWithOne(unsigned width, unsigned height, unsigned count)

@@ -4,8 +4,8 @@
 #define KVLMMUL_ADJACENT_H
 
 #include "kvlm_groups.h"
+#include "kvlm_sums.h"
 #include "kvlmmul_small.h"
-#include "kvlmmul_sums.h"
 
 namespace kvlm {
 

@@ -5,7 +5,7 @@
 
 #include "kvlm_lanes.h"
 #include "kvlm_read.h"
-#include "kvlmmul_sums.h"
+#include "kvlm_sums.h"
 
 namespace kvlm {
 

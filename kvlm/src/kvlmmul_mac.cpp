@@ -9,7 +9,7 @@ using namespace kvlm;
 
 ROW(kvlmMul_mac_32f, MUL_MAC, float, scale<'m'>, scaleWork(width, height, count), scaleLimits)
 ROW(kvlmMul_tac_32f, MUL_MAC, float, scale<'t'>, scaleWork(width, height, count), scaleLimits)
-ROW(kvlmMul_vac_32f, MUL_VAC, float, scaleVector, scaleWork(len, 1, count), scaleVectorLimits)
+ROW(kvlmMul_vac_32f, VAC, float, overVectors<Times>, scaleWork(len, 1, count), scaleVectorLimits)
 ROW(kvlmMul_mac_64f, MUL_MAC, double, scale<'m'>, scaleWork(width, height, count), scaleLimits)
 ROW(kvlmMul_tac_64f, MUL_MAC, double, scale<'t'>, scaleWork(width, height, count), scaleLimits)
-ROW(kvlmMul_vac_64f, MUL_VAC, double, scaleVector, scaleWork(len, 1, count), scaleVectorLimits)
+ROW(kvlmMul_vac_64f, VAC, double, overVectors<Times>, scaleWork(len, 1, count), scaleVectorLimits)

@@ -5,7 +5,7 @@ using namespace kvlm;
 
 DRIVERS(kvlmMul_mac_32f, MUL_MAC, float)
 DRIVERS(kvlmMul_tac_32f, MUL_MAC, float)
-DRIVERS(kvlmMul_vac_32f, MUL_VAC, float)
+DRIVERS(kvlmMul_vac_32f, VAC, float)
 DRIVERS(kvlmMul_mac_64f, MUL_MAC, double)
 DRIVERS(kvlmMul_tac_64f, MUL_MAC, double)
-DRIVERS(kvlmMul_vac_64f, MUL_VAC, double)
+DRIVERS(kvlmMul_vac_64f, VAC, double)

@@ -9,7 +9,7 @@ using namespace kvlm;
 
 ROW(kvlmMul_mc_32f, MUL_MC, float, scale<'m'>)
 ROW(kvlmMul_tc_32f, MUL_MC, float, scale<'t'>)
-ROW(kvlmMul_vc_32f, MUL_VC, float, scaleVector)
+ROW(kvlmMul_vc_32f, VC, float, overVectors<Times>)
 ROW(kvlmMul_mc_64f, MUL_MC, double, scale<'m'>)
 ROW(kvlmMul_tc_64f, MUL_MC, double, scale<'t'>)
-ROW(kvlmMul_vc_64f, MUL_VC, double, scaleVector)
+ROW(kvlmMul_vc_64f, VC, double, overVectors<Times>)

@@ -4,10 +4,10 @@
 using namespace kvlm;
 
 #define ROW(name, CLASS, T, work)                                                                                      \
-    BATCH_KERNELS(name, CLASS, T, scaleByEach)                                                                         \
+    BATCH_KERNELS(name, CLASS, T, withEach<Times>)                                                                     \
     BATCH_FUNCTIONS(name, CLASS, T, UsualOrder, work(len, count), constantsLimits)
 
-ROW(kvlmMul_vca_32f, MUL_VCA, float, vectorByConstantsWork)
-ROW(kvlmMul_vaca_32f, MUL_VACA, float, vectorsByConstantsWork)
-ROW(kvlmMul_vca_64f, MUL_VCA, double, vectorByConstantsWork)
-ROW(kvlmMul_vaca_64f, MUL_VACA, double, vectorsByConstantsWork)
+ROW(kvlmMul_vca_32f, VCA, float, workOfOneAndConstants)
+ROW(kvlmMul_vaca_32f, VACA, float, workOfArrayAndConstants)
+ROW(kvlmMul_vca_64f, VCA, double, workOfOneAndConstants)
+ROW(kvlmMul_vaca_64f, VACA, double, workOfArrayAndConstants)

@@ -3,7 +3,7 @@
 
 using namespace kvlm;
 
-DRIVERS(kvlmMul_vca_32f, MUL_VCA, float)
-DRIVERS(kvlmMul_vaca_32f, MUL_VACA, float)
-DRIVERS(kvlmMul_vca_64f, MUL_VCA, double)
-DRIVERS(kvlmMul_vaca_64f, MUL_VACA, double)
+DRIVERS(kvlmMul_vca_32f, VCA, float)
+DRIVERS(kvlmMul_vaca_32f, VACA, float)
+DRIVERS(kvlmMul_vca_64f, VCA, double)
+DRIVERS(kvlmMul_vaca_64f, VACA, double)

@@ -4,10 +4,10 @@
 
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlm_sums.h"
 #include "kvlmmul_adjacent.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_limits.h"
-#include "kvlmmul_sums.h"
 
 namespace kvlm {
 

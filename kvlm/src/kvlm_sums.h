@@ -1,7 +1,7 @@
-// The orders in which products by vectors are summed. They are settled, kernel by kernel: each says which lanes of a
-// register once held the partial sums.
-#ifndef KVLMMUL_SUMS_H
-#define KVLMMUL_SUMS_H
+// The orders in which products are summed. They are settled, kernel by kernel: each says which lanes of a register once
+// held the partial sums.
+#ifndef KVLM_SUMS_H
+#define KVLM_SUMS_H
 
 #include "kvlm_lanes.h"
 
@@ -11,7 +11,8 @@ enum class Sum {
     fromLeft, // ((p0 + p1) + p2) + ...
     pairs,    // two lanes a register
     quads,    // four lanes a register, folded half on half
-    columns   // four columns a register
+    columns,  // four columns a register
+    evenOdd   // two lanes, which go along the products
 };
 
 // What is added to each sum at its end: nothing, or, in its place, the elements of a view.
@@ -21,7 +22,7 @@ struct NoTerm {};
 template <Sum Order, class V>
 KVLM_INLINE V sumOf(const V (&p)[3], int)
 {
-    return (p[0] + p[1]) + p[2];
+    return Order == Sum::evenOdd ? (p[0] + p[2]) + p[1] : (p[0] + p[1]) + p[2];
 }
 
 template <Sum Order, class V>
@@ -29,7 +30,7 @@ KVLM_INLINE V sumOf(const V (&p)[4], int)
 {
     if constexpr (Order == Sum::fromLeft)
         return ((p[0] + p[1]) + p[2]) + p[3];
-    else if constexpr (Order == Sum::quads)
+    else if constexpr (Order == Sum::quads || Order == Sum::evenOdd)
         return (p[0] + p[2]) + (p[1] + p[3]);
     else
         return (p[0] + p[1]) + (p[2] + p[3]);
@@ -42,6 +43,8 @@ KVLM_INLINE V sumOf(const V (&p)[5], int row)
         return (((p[0] + p[1]) + p[2]) + p[3]) + p[4];
     else if constexpr (Order == Sum::pairs)
         return ((p[0] + p[1]) + (p[2] + p[3])) + p[4];
+    else if constexpr (Order == Sum::evenOdd)
+        return ((p[0] + p[2]) + (p[1] + p[3])) + p[4];
     else if (Order == Sum::quads && row == 4)
         return ((p[0] + p[2]) + p[4]) + (p[1] + p[3]);
     else
@@ -55,6 +58,8 @@ KVLM_INLINE V sumOf(const V (&p)[6], int)
         return ((((p[0] + p[1]) + p[2]) + p[3]) + p[4]) + p[5];
     else if constexpr (Order == Sum::quads)
         return ((p[0] + p[2]) + p[4]) + ((p[1] + p[3]) + p[5]);
+    else if constexpr (Order == Sum::evenOdd)
+        return ((p[2] + p[4]) + p[0]) + ((p[3] + p[5]) + p[1]);
     else
         return ((p[0] + p[1]) + (p[2] + p[3])) + (p[4] + p[5]);
 }
@@ -82,6 +87,56 @@ KVLM_INLINE void addProduct(int k, int row, V &first, V &second, V product)
         if (k == (inPairs ? 3 : N - 1))
             first = first + second;
     }
+}
+
+// ---- Long sums ---------------------------------------------------------------------------------------------------
+
+KVLM_INLINE float folded(Lanes<float> x)
+{
+    const __m128 halves = _mm_add_ps(x.v, _mm_movehl_ps(x.v, x.v));
+    return halves[0] + halves[1];
+}
+
+KVLM_INLINE double folded(Lanes<double> x)
+{
+    return x.v[0] + x.v[1];
+}
+
+// The sum of `length` products: `lead` of them first, from left to right, then groups of eight in eight lanes, of which
+// the first begins with what came before, then the rest.
+template <class T>
+KVLM_INLINE T lanedSum(const T *a, const T *x, int length, int lead)
+{
+    using V = Lanes<T>;
+    constexpr int registers = 8 / V::count;
+    const auto product = [&](int k) KVLM_INLINED { return Loose<T>::load(a + k) * Loose<T>::load(x + k); };
+    T sum = 0;
+    int k = 0;
+    for (; k < lead; ++k)
+        sum += product(k);
+    V l[registers] = {};
+    l[0].v[0] = sum;
+    for (; k + 8 <= length; k += 8)
+#pragma GCC unroll 4
+        for (int r = 0; r < registers; ++r)
+            l[r] = l[r] + V::load(a + k + r * V::count) * V::load(x + k + r * V::count);
+#pragma GCC unroll 2
+    for (int half = registers / 2; half > 0; half /= 2)
+#pragma GCC unroll 2
+        for (int r = 0; r < half; ++r)
+            l[r] = l[r] + l[r + half];
+    sum = folded(l[0]);
+    for (; k < length; ++k)
+        sum += product(k);
+    return sum;
+}
+
+// How many products come before the vector reaches a multiple of 16 bytes: negative if it never does.
+template <class T>
+KVLM_INLINE int leadOf(const T *x)
+{
+    const int beyond = static_cast<int>(reinterpret_cast<uintptr_t>(x) % 16);
+    return beyond % sizeof(T) != 0 ? -1 : (16 - beyond) % 16 / static_cast<int>(sizeof(T));
 }
 
 } // namespace kvlm

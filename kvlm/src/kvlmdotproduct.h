@@ -1,0 +1,196 @@
+// Dot products and Euclidean norms: which kernel forms its sums in which order, and the loops over vectors.
+#ifndef KVLMDOTPRODUCT_H
+#define KVLMDOTPRODUCT_H
+
+#include "kvlm_innerproducts.h"
+#include "kvlm_packed.h"
+#include "kvlm_rows.h"
+#include "kvlm_sums.h"
+
+#include <limits.h>
+
+namespace kvlm {
+
+// How a kernel forms its sums: in which order at lengths 3 to 6, and from which length on in eight lanes (where all
+// operands lie on multiples of 16 bytes, where not). All others go from left to right and begin with +0, which those of
+// lengths 3 to 6 do not.
+struct SumPlan {
+    Sum order[4];
+    int alignedLanesFrom, lanesFrom;
+    bool oneProductAlone; // length 1 does not begin with +0 either
+};
+
+constexpr int never = INT_MAX;
+constexpr Sum left = Sum::fromLeft, pairs = Sum::pairs, evenOdd = Sum::evenOdd;
+
+// clang-format off
+inline constexpr SumPlan
+    //                order at 3, 4, 5, 6                    lanes from
+    dotVector32f   = {{left, left, left, left},              11, 11,       false},
+    dotVector64f   = {{evenOdd, evenOdd, evenOdd, evenOdd},  9, 9,         false},
+    dotArrays32f   = {{left, left, left, left},              8, 11,        false},
+    dotArrays64f   = {{evenOdd, evenOdd, evenOdd, evenOdd},  8, 9,         false},
+    dotWithOne32f  = {{left, pairs, left, left},             never, never, false},
+    dotWithOne64f  = {{left, evenOdd, evenOdd, evenOdd},     never, never, false},
+    norm32f        = {{left, pairs, pairs, pairs},           11, 11,       false},
+    norm64f        = {{evenOdd, evenOdd, evenOdd, evenOdd},  9, 9,         false},
+    sequential     = {{left, left, left, left},              never, never, false},
+    sequentialOne  = {{left, left, left, left},              never, never, true};
+// clang-format on
+
+// The addresses and object strides of operands with adjacent elements, ORed; of a list there is no telling.
+template <class X>
+KVLM_INLINE uintptr_t placeBits(const X &x)
+{
+    if constexpr (X::isList)
+        return 1;
+    else
+        return reinterpret_cast<uintptr_t>(x.base) | static_cast<unsigned>(int(x.objStride));
+}
+
+template <const SumPlan &Plan, int N, class Root, class A, class B, class T>
+__attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, T *dst, int count)
+{
+    using V = Lanes<T>;
+    constexpr Sum order = Plan.order[N - 3];
+    const A a = givenA;
+    const B b = givenB;
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        const auto x = viewOf(a, i, N);
+        const auto y = viewOf(b, i, N);
+        T p[N];
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            p[k] = Loose<T>::load(x.at(0, k)) * Loose<T>::load(y.at(0, k));
+        Loose<T>::store(dst + i, Root()(sumOf<order>(p, 0)));
+        return KvlStatus(kvlOk);
+    };
+    if constexpr (A::isSingle && B::isSingle)
+        return one(0);
+    else {
+        V fixed[1][N];
+        if constexpr (B::isSingle)
+            loadObject(b, 0, fixed);
+        return inGroups<T>(
+            count,
+            [&](ptrdiff_t i) KVLM_INLINED {
+                V x[1][N], y[1][N];
+                if constexpr (isPackedVectors<A> && isPackedVectors<B>) { // products are sorted, not factors
+                    loadRegisters(a.object(i), x[0]);
+                    loadRegisters(b.object(i), y[0]);
+                } else {
+                    loadVectors(a, i, x);
+                    if constexpr (!B::isSingle)
+                        loadVectors(b, i, y);
+                }
+                const V(&factor)[N] = B::isSingle ? fixed[0] : y[0];
+#pragma GCC unroll 6
+                for (int k = 0; k < N; ++k)
+                    x[0][k] = x[0][k] * factor[k];
+                if constexpr (isPackedVectors<A> && isPackedVectors<B>)
+                    sortElements(x[0]);
+                Root()(sumOf<order>(x[0], 0)).store(dst + i);
+                return true;
+            },
+            one);
+    }
+}
+
+template <const SumPlan &Plan, class Root, class A, class B, class T>
+__attribute__((noinline)) KvlStatus longSums(const A &givenA, const B &givenB, T *dst, int n, int count)
+{
+    const A a = givenA;
+    const B b = givenB;
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, n, 1)));
+        return KvlStatus(kvlOk);
+    };
+    if constexpr (Plan.lanesFrom != never) {
+        const bool aligned = (placeBits(a) | placeBits(b) | reinterpret_cast<uintptr_t>(dst)) % 16 == 0;
+        if (n >= (aligned ? Plan.alignedLanesFrom : Plan.lanesFrom)) {
+            for (ptrdiff_t i = 0; i < count; ++i) {
+                const int lead = leadOf(b.object(i));
+                if (lead < 0)
+                    one(i);
+                else
+                    Loose<T>::store(dst + i, Root()(lanedSum(a.object(i), b.object(i), n, lead)));
+            }
+            return kvlOk;
+        }
+    }
+    if constexpr (A::isSingle && B::isSingle)
+        return one(0);
+    else
+        return inGroups<T>(
+            count,
+            [&](ptrdiff_t i) KVLM_INLINED {
+                Root()(innerProduct<Lanes<T>>(a, b, i, n, 1)).store(dst + i);
+                return true;
+            },
+            one);
+}
+
+template <const SumPlan &Plan, class Root, class ShortRoot, class A, class B, class T>
+KVLM_INLINE KvlStatus sumsOfProducts(const A &a, const B &b, T *dst, int n, int count)
+{
+    if (Plan.oneProductAlone && n == 1) {
+        for (ptrdiff_t i = 0; i < count; ++i)
+            put(dst + i, get(viewOf(a, i, 1).at(0, 0)) * get(viewOf(b, i, 1).at(0, 0)));
+        return kvlOk;
+    }
+    return bySmallOrder(
+        n,
+        [&](auto known) KVLM_INLINED {
+            constexpr int N = decltype(known){};
+            return knowingPackedVectors<N>(a, [&](const auto &x) KVLM_INLINED {
+                return knowingPackedVectors<N>(
+                    b, [&](const auto &y) KVLM_INLINED { return shortSums<Plan, N, ShortRoot>(x, y, dst, count); });
+            });
+        },
+        [&]() KVLM_INLINED { return longSums<Plan, Root>(a, b, dst, n, count); });
+}
+
+template <const SumPlan &Plan, class A, class B, class T>
+KVLM_INLINE KvlStatus dotProduct(const A &a, const B &b, Runs<T> dst, Length length, Count count = Count(1))
+{
+    return sumsOfProducts<Plan, NoRoot, NoRoot>(a, b, dst.base, length.length, count.count);
+}
+
+// ShortRoot is that of lengths 3 to 6.
+template <const SumPlan &Plan, class ShortRoot, class A, class T>
+KVLM_INLINE KvlStatus norm(const A &a, Runs<T> dst, Length length, Count count = Count(1))
+{
+    return sumsOfProducts<Plan, ExactRoot, ShortRoot>(a, a, dst.base, length.length, count.count);
+}
+
+KVLM_INLINE int dotWithOneWork(unsigned len, unsigned count)
+{
+    return wrapped(len * count + len);
+}
+
+KVLM_INLINE int dotArraysWork(unsigned len, unsigned count)
+{
+    return wrapped(2 * len * count);
+}
+
+KVLM_INLINE int normWork(unsigned len, unsigned count)
+{
+    return wrapped(len * count);
+}
+
+// Settled: in the pointer description the two types differ.
+template <class T>
+constexpr Limits dotLimits = {40000, 20000, sizeof(T) == 4 ? 20000 : 40000, 40000, 20000};
+constexpr Limits normLimits = {20000, 20000, 20000, 20000, 20000};
+
+} // namespace kvlm
+
+#define DOT_VV(X, D, T) X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len)
+#define DOT_VAV(X, D, T)                                                                                               \
+    X##_VA_##D(const T, src1), X##_V_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
+#define DOT_VAVA(X, D, T)                                                                                              \
+    X##_VA_##D(const T, src1), X##_VA_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
+#define NORM_V(X, D, T)  X##_V_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len)
+#define NORM_VA(X, D, T) X##_VA_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
+
+#endif

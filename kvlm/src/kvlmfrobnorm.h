@@ -1,0 +1,179 @@
+// Frobenius norms: sums of squares from left to right, row by row, but for 32f with adjacent elements.
+#ifndef KVLMFROBNORM_H
+#define KVLMFROBNORM_H
+
+#include "kvlm_innerproducts.h"
+#include "kvlm_rows.h"
+#include "kvlm_sums.h"
+
+#include <limits.h>
+
+namespace kvlm {
+
+// ---- In eight lanes, at 32f: element k, counted row by row, is summed in lane k mod 8 ----------------------------
+
+// Settled: a sum of squares of at most 2^-23 gives a norm of 0, and so does NaN.
+struct LimitedRoot {
+    static constexpr float limit = 1.1920929e-07f;
+
+    KVLM_INLINE float operator()(float s) const { return s > limit ? RoughRoot()(s) : 0; }
+    KVLM_INLINE Lanes<float> operator()(Lanes<float> s) const
+    {
+        return RoughRoot()(s) & greater(s, Lanes<float>::all(limit));
+    }
+};
+
+KVLM_INLINE Lanes<float> loadAtMostFour(const float *p, int n)
+{
+    using At = Loose<float>;
+    const auto element = [&](int k) KVLM_INLINED { return k < n ? At::load(p + k) : 0; };
+    return n >= 4 ? Lanes<float>::load(p) : Lanes<float>{_mm_setr_ps(element(0), element(1), element(2), 0)};
+}
+
+// The lower four lanes plus the upper four.
+template <class Length>
+KVLM_INLINE Lanes<float> lanedSquares(const float *p, Length n)
+{
+    using V = Lanes<float>;
+    const auto square = [](V x) KVLM_INLINED { return x * x; };
+    V low = V::all(0), high = low;
+    int k = 0;
+    for (; k + 8 <= n; k += 8) {
+        low = low + square(V::load(p + k));
+        high = high + square(V::load(p + k + 4));
+    }
+    if (k < n)
+        low = low + square(loadAtMostFour(p + k, n - k));
+    if (k + 4 < n)
+        high = high + square(loadAtMostFour(p + k + 4, n - k - 4));
+    return low + high;
+}
+
+template <class View>
+KVLM_INLINE Lanes<float> lanedSquares(const View &x, int width, int height)
+{
+    if (x.elemStride == static_cast<int>(sizeof(float)) && x.rowStride == width * static_cast<int64_t>(sizeof(float)) &&
+        width <= INT_MAX / height)
+        return lanedSquares(x.base, width * height);
+    float lanes[8] = {};
+    unsigned k = 0;
+    for (int r = 0; r < height; ++r)
+        for (int c = 0; c < width; ++c, ++k) {
+            const float e = get(x.at(r, c));
+            lanes[k % 8] += e * e;
+        }
+    return Lanes<float>::load(lanes) + Lanes<float>::load(lanes + 4);
+}
+
+template <class S>
+KVLM_INLINE KvlStatus lanedNorm(const S &src, Shape shape, Runs<float> dst)
+{
+    put(dst.base, LimitedRoot()(folded(lanedSquares(src.view(0), shape.width, shape.height))));
+    return kvlOk;
+}
+
+template <class SquaresOf>
+KVLM_INLINE KvlStatus lanedNorms(float *dst, int count, SquaresOf squaresOf)
+{
+    return inGroups<float>(
+        count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            Lanes<float> x[] = {squaresOf(i), squaresOf(i + 1), squaresOf(i + 2), squaresOf(i + 3)};
+            transpose(x);
+            LimitedRoot()((x[0] + x[2]) + (x[1] + x[3])).store(dst + i);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            put(dst + i, LimitedRoot()(folded(squaresOf(i))));
+            return KvlStatus(kvlOk);
+        });
+}
+
+template <class S>
+KVLM_INLINE KvlStatus lanedNorms(const S &src, Shape shape, Runs<float> dst, Count count)
+{
+    const int width = shape.width, height = shape.height;
+    const auto anySize = [&]() KVLM_INLINED {
+        return lanedNorms(dst.base, count.count,
+                          [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(src.view(i), width, height); });
+    };
+    if (width != height || src.rowStride != width * static_cast<int64_t>(sizeof(float)))
+        return anySize();
+    return bySmallOrder(
+        width,
+        [&](auto order) KVLM_INLINED {
+            constexpr int n = decltype(order){};
+            return lanedNorms(dst.base, count.count,
+                              [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(src.object(i), Fixed<n * n>()); });
+        },
+        anySize);
+}
+
+// ---- From left to right ------------------------------------------------------------------------------------------
+
+template <class S, class T>
+KVLM_INLINE KvlStatus frobeniusNorm(const S &src, Shape shape, Runs<T> dst)
+{
+    put(dst.base, squareRoot(innerProduct<T>(src, src, 0, shape.width, shape.height)));
+    return kvlOk;
+}
+
+template <int N, class S, class T>
+__attribute__((noinline)) KvlStatus squareNorms(const S &givenS, T *dst, int count)
+{
+    const S s = givenS;
+    return inGroups<T>(
+        count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            Lanes<T> x[N][N], sum = Lanes<T>::all(0);
+            loadObjects(s, i, x);
+#pragma GCC unroll 6
+            for (int r = 0; r < N; ++r)
+#pragma GCC unroll 6
+                for (int c = 0; c < N; ++c)
+                    sum = sum + x[r][c] * x[r][c];
+            squareRoot(sum).store(dst + i);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            put(dst + i, squareRoot(innerProduct<T>(s, s, i, N, N)));
+            return KvlStatus(kvlOk);
+        });
+}
+
+template <class S, class T>
+KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, Runs<T> dst, Count count)
+{
+    const int width = shape.width, height = shape.height;
+    return bySmallOrder(
+        width == height ? width : 0,
+        [&](auto order) KVLM_INLINED {
+            return knowingPacked<order>(src, src, [&](const auto &s, const auto &) KVLM_INLINED {
+                return squareNorms<order>(s, dst.base, count.count);
+            });
+        },
+        [&]() KVLM_INLINED {
+            return inGroups<T>(
+                count.count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    squareRoot(innerProduct<Lanes<T>>(src, src, i, width, height)).store(dst.base + i);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    put(dst.base + i, squareRoot(innerProduct<T>(src, src, i, width, height)));
+                    return KvlStatus(kvlOk);
+                });
+        });
+}
+
+KVLM_INLINE int frobeniusWork(unsigned width, unsigned height, unsigned count)
+{
+    return wrapped(width * height * count);
+}
+
+} // namespace kvlm
+
+#define FROBENIUS_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_RUNS(T, dst, 1)
+#define FROBENIUS_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_RUNS(T, dst, 1), X##_COUNT
+
+#endif

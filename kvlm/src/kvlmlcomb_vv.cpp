@@ -1,0 +1,9 @@
+// Linear combination of one vector and one vector: kernels and public functions.
+#include "kvlmlcomb.h"
+
+using namespace kvlm;
+
+// clang-format off
+SCALED_SUM_MEMBER(kvlmLComb_vv_32f, LCOMB_VV, float, linearCombination)
+SCALED_SUM_MEMBER(kvlmLComb_vv_64f, LCOMB_VV, double, linearCombination)
+// clang-format on

@@ -1,0 +1,11 @@
+// Sub: an array of vectors and an array of constants. Drivers: standard, _P and _L of each member.
+#include "kvlm_rows.h"
+
+using namespace kvlm;
+
+// clang-format off
+DRIVERS(kvlmSub_vaca_32f, VACA, float)
+DRIVERS(kvlmSub_cava_32f, VACA, float)
+DRIVERS(kvlmSub_vaca_64f, VACA, double)
+DRIVERS(kvlmSub_cava_64f, VACA, double)
+// clang-format on

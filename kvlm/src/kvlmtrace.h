@@ -1,0 +1,66 @@
+// Traces: the diagonal from left to right.
+#ifndef KVLMTRACE_H
+#define KVLMTRACE_H
+
+#include "kvlm_innerproducts.h"
+#include "kvlm_rows.h"
+
+namespace kvlm {
+
+// e(0) + e(1) + ...; sums of orders that are not unrolled begin with +0.
+template <class V, class Order, class Element>
+KVLM_INLINE V sumOfDiagonal(Order n, Element e)
+{
+    V sum = number<V>(0);
+    eachIndex(n, [&](int k) KVLM_INLINED {
+        const V x = e(k);
+        sum = isFixed<Order> && k == 0 ? x : sum + x;
+    });
+    return sum;
+}
+
+template <class Order, class S, class T>
+__attribute__((noinline)) KvlStatus traces(const S &givenS, Order n, T *dst, int count)
+{
+    const S s = givenS;
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        const auto src = viewOf(s, i, n);
+        put(dst + i, sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(src.at(k, k)); }));
+        return KvlStatus(kvlOk);
+    };
+    if constexpr (!S::isSingle && !S::isList)
+        if (sideBySide(s))
+            return inGroups<T>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    const auto src = viewOf(s, i, n);
+                    const auto plane = [&](int k) KVLM_INLINED { return Lanes<T>::load(src.at(k, k)); };
+                    sumOfDiagonal<Lanes<T>>(n, plane).store(dst + i);
+                    return true;
+                },
+                one);
+    for (ptrdiff_t i = 0; i < count; ++i)
+        one(i);
+    return kvlOk;
+}
+
+template <class S, class T>
+KVLM_INLINE KvlStatus trace(const S &src, Length length, Runs<T> dst, Count count = Count(1))
+{
+    const int n = length.length;
+    return bySmallOrder(
+        n, [&](auto order) KVLM_INLINED { return traces(src, order, dst.base, count.count); },
+        [&]() KVLM_INLINED { return traces(src, n, dst.base, count.count); });
+}
+
+KVLM_INLINE int traceWork(unsigned n, unsigned count)
+{
+    return wrapped(n * count);
+}
+
+} // namespace kvlm
+
+#define TRACE_M(X, D, T)  X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_RUNS(T, dst, 1)
+#define TRACE_MA(X, D, T) X##_MA_##D(const T, src), X##_LENGTH(widthHeight), X##_RUNS(T, dst, 1), X##_COUNT
+
+#endif
