@@ -174,9 +174,7 @@ void addCell(Suite &suite, const std::string &name, const Functions &functions, 
         else
             works.emplace_back("flat", [=] { return flatArray(a.base, *b.base, d.base, d.span), 0; });
     }
-    suite.add(name + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(form) + "/" + std::to_string(order) + "/" +
-                  std::to_string(count),
-              d, works);
+    suite.add(nameOfCell<T>(name, form, order, count), d, works);
 }
 
 /// A member's name, functions, and whether every form gets every batch (packed objects always do).

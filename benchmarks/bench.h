@@ -224,6 +224,13 @@ Work call(Function *function, const Arguments &arguments)
     return [=] { return std::apply(function, arguments); };
 }
 
+template <class T>
+std::string nameOfCell(const std::string &member, Form form, int order, int count)
+{
+    return member + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(form) + "/" + std::to_string(order) + "/" +
+           std::to_string(count);
+}
+
 /// The cells of a family's table. Each has the library's work first, then its peers', all on the same memory.
 class Suite {
 public:
@@ -300,6 +307,24 @@ private:
 
     std::vector<Cell> cells;
 };
+
+/// The main program of families on small matrices: Table<T, N, F>::add(suite) for both types, orders 3 to 6 and the
+/// given forms.
+template <template <class, int, Form> class Table, Form... forms>
+int runTables(int argc, char **argv)
+{
+    Suite suite;
+    const auto add = [&](auto zero) {
+        using T = decltype(zero);
+        (Table<T, 3, forms>::add(suite), ...);
+        (Table<T, 4, forms>::add(suite), ...);
+        (Table<T, 5, forms>::add(suite), ...);
+        (Table<T, 6, forms>::add(suite), ...);
+    };
+    add(0.0f);
+    add(0.0);
+    return suite.run(argc, argv);
+}
 
 } // namespace bench
 

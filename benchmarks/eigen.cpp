@@ -155,11 +155,7 @@ private:
         for (int k = 0; k < N; ++k)
             values[k] = ascending[N - 1 - k];
     }
-    std::string name(const std::string &member) const
-    {
-        return "Sym" + member + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(F) + "/" + std::to_string(N) + "/" +
-               std::to_string(count);
-    }
+    std::string name(const std::string &member) const { return nameOfCell<T>("Sym" + member, F, N, count); }
 
     Suite &suite;
     int count;
@@ -168,39 +164,23 @@ private:
 };
 
 template <class T, int N, Form F>
-void addForm(Suite &suite)
-{
-    const Cells<T, N, F> cells(suite, 100000);
-    if constexpr (sizeof(T) == 4) {
-        cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 32f));
-        cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 32f));
-    } else {
-        cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 64f));
-        cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 64f));
+struct Table {
+    static void add(Suite &suite)
+    {
+        const Cells<T, N, F> cells(suite, 100000);
+        if constexpr (sizeof(T) == 4) {
+            cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 32f));
+            cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 32f));
+        } else {
+            cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 64f));
+            cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 64f));
+        }
     }
-}
-
-template <class T, int N>
-void addForms(Suite &suite)
-{
-    addForm<T, N, Form::packed>(suite);
-    addForm<T, N, Form::strided>(suite);
-    addForm<T, N, Form::tablePlanes>(suite);
-    addForm<T, N, Form::list>(suite);
-}
+};
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    Suite suite;
-    addForms<float, 3>(suite);
-    addForms<float, 4>(suite);
-    addForms<float, 5>(suite);
-    addForms<float, 6>(suite);
-    addForms<double, 3>(suite);
-    addForms<double, 4>(suite);
-    addForms<double, 5>(suite);
-    addForms<double, 6>(suite);
-    return suite.run(argc, argv);
+    return runTables<Table, Form::packed, Form::strided, Form::tablePlanes, Form::list>(argc, argv);
 }

@@ -6,13 +6,6 @@ namespace {
 
 using namespace bench;
 
-template <class T>
-std::string nameOfCell(const std::string &member, Form form, int order, int count)
-{
-    return member + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(form) + "/" + std::to_string(order) + "/" +
-           std::to_string(count);
-}
-
 /// Element (r, c) of object i as a plain program finds it.
 template <class T, int N, Form F>
 struct Elements {

@@ -197,9 +197,8 @@ private:
                 return 0;
             });
         }
-        const std::string name = std::string(member) + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(F) + "/" +
-                                 std::to_string(N) + "/" + std::to_string(count);
-        suite.add(name, target, works, F == Form::tablePlanes ? Suite::Check() : nearly<T>(d, count));
+        suite.add(nameOfCell<T>(member, F, N, count), target, works,
+                  F == Form::tablePlanes ? Suite::Check() : nearly<T>(d, count));
     }
 
     Suite &suite;
@@ -230,47 +229,27 @@ private:
     SCALE(vac, type, 1, false, false)
 
 template <class T, int N, Form F>
-void addForm(Suite &suite)
-{
-    const Cells<T, N, F> cells(suite);
-    if constexpr (sizeof(T) == 4) {
-        PRODUCTS(32f);
-        OTHERS(32f);
-        if constexpr (!isList(F))
-            SCALE(vaca, 32f, 1, true, false);
-    } else {
-        PRODUCTS(64f);
-        OTHERS(64f);
-        if constexpr (!isList(F))
-            SCALE(vaca, 64f, 1, true, false);
+struct Table {
+    static void add(Suite &suite)
+    {
+        const Cells<T, N, F> cells(suite);
+        if constexpr (sizeof(T) == 4) {
+            PRODUCTS(32f);
+            OTHERS(32f);
+            if constexpr (!isList(F))
+                SCALE(vaca, 32f, 1, true, false);
+        } else {
+            PRODUCTS(64f);
+            OTHERS(64f);
+            if constexpr (!isList(F))
+                SCALE(vaca, 64f, 1, true, false);
+        }
     }
-}
-
-template <class T, int N>
-void addForms(Suite &suite)
-{
-    addForm<T, N, Form::packed>(suite);
-    addForm<T, N, Form::strided>(suite);
-    addForm<T, N, Form::tableObjects>(suite);
-    addForm<T, N, Form::tablePlanes>(suite);
-    addForm<T, N, Form::list>(suite);
-}
-
-template <class T>
-void addOrders(Suite &suite)
-{
-    addForms<T, 3>(suite);
-    addForms<T, 4>(suite);
-    addForms<T, 5>(suite);
-    addForms<T, 6>(suite);
-}
+};
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    Suite suite;
-    addOrders<float>(suite);
-    addOrders<double>(suite);
-    return suite.run(argc, argv);
+    return runTables<Table, Form::packed, Form::strided, Form::tableObjects, Form::tablePlanes, Form::list>(argc, argv);
 }

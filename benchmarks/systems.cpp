@@ -317,11 +317,7 @@ private:
             for (int c = 0; c < N; ++c)
                 x(i, r, c) = w[r][c];
     }
-    std::string name(const std::string &member) const
-    {
-        return member + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(F) + "/" + std::to_string(N) + "/" +
-               std::to_string(count);
-    }
+    std::string name(const std::string &member) const { return nameOfCell<T>(member, F, N, count); }
 
     Suite &suite;
     int count;
@@ -329,52 +325,31 @@ private:
 };
 
 template <class T, int N, Form F>
-void addForm(Suite &suite)
-{
-    const auto add = [&](auto det, auto lu, auto mva, auto mava, auto invert) {
-        // A predictor learns the pivots of a batch that is small and repeated.
-        Cells<T, N, F>(suite, 100000).factor(lu);
-        const Cells<T, N, F> cells(suite, 1000);
-        cells.det(det);
-        cells.solve(lu, std::make_tuple(mva, mava), false);
-        cells.solve(lu, std::make_tuple(mva, mava), true);
-        cells.invert(invert);
-    };
-    if constexpr (sizeof(T) == 4)
-        add(ALL(kvlmDet_ma, 32f), ALL(kvlmLUDecomp_ma, 32f), ALL(kvlmLUBackSubst_mva, 32f),
-            ALL(kvlmLUBackSubst_mava, 32f), ALL(kvlmInvert_ma, 32f));
-    else
-        add(ALL(kvlmDet_ma, 64f), ALL(kvlmLUDecomp_ma, 64f), ALL(kvlmLUBackSubst_mva, 64f),
-            ALL(kvlmLUBackSubst_mava, 64f), ALL(kvlmInvert_ma, 64f));
-}
-
-template <class T, int N>
-void addForms(Suite &suite)
-{
-    addForm<T, N, Form::packed>(suite);
-    addForm<T, N, Form::strided>(suite);
-    addForm<T, N, Form::columns>(suite);
-    addForm<T, N, Form::tableObjects>(suite);
-    addForm<T, N, Form::tablePlanes>(suite);
-    addForm<T, N, Form::list>(suite);
-    addForm<T, N, Form::stridedList>(suite);
-}
-
-template <class T>
-void addOrders(Suite &suite)
-{
-    addForms<T, 3>(suite);
-    addForms<T, 4>(suite);
-    addForms<T, 5>(suite);
-    addForms<T, 6>(suite);
-}
+struct Table {
+    static void add(Suite &suite)
+    {
+        const auto add = [&](auto det, auto lu, auto mva, auto mava, auto invert) {
+            // A predictor learns the pivots of a batch that is small and repeated.
+            Cells<T, N, F>(suite, 100000).factor(lu);
+            const Cells<T, N, F> cells(suite, 1000);
+            cells.det(det);
+            cells.solve(lu, std::make_tuple(mva, mava), false);
+            cells.solve(lu, std::make_tuple(mva, mava), true);
+            cells.invert(invert);
+        };
+        if constexpr (sizeof(T) == 4)
+            add(ALL(kvlmDet_ma, 32f), ALL(kvlmLUDecomp_ma, 32f), ALL(kvlmLUBackSubst_mva, 32f),
+                ALL(kvlmLUBackSubst_mava, 32f), ALL(kvlmInvert_ma, 32f));
+        else
+            add(ALL(kvlmDet_ma, 64f), ALL(kvlmLUDecomp_ma, 64f), ALL(kvlmLUBackSubst_mva, 64f),
+                ALL(kvlmLUBackSubst_mava, 64f), ALL(kvlmInvert_ma, 64f));
+    }
+};
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    Suite suite;
-    addOrders<float>(suite);
-    addOrders<double>(suite);
-    return suite.run(argc, argv);
+    return runTables<Table, Form::packed, Form::strided, Form::columns, Form::tableObjects, Form::tablePlanes,
+                     Form::list, Form::stridedList>(argc, argv);
 }

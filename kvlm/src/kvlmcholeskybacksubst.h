@@ -35,7 +35,7 @@ KVLM_INLINE void choleskySolve(Order order, Factor l, B b, X &x)
 
 template <class V, int N>
 struct SmallSolution {
-    V x[1][N];
+    V (&x)[1][N];
 
     KVLM_INLINE V operator()(int i) const { return x[0][i]; }
     KVLM_INLINE void set(int i, V value) { x[0][i] = value; }
@@ -60,93 +60,60 @@ KVLM_INLINE auto elementsOf(const View &view)
     return [=](int i, int j) KVLM_INLINED { return get(view.at(i, j)); };
 }
 
-// System i
+// System i. A single matrix is that of all systems.
 template <int N, class A, class B, class D>
-KVLM_INLINE void choleskySolveSmall(const A &a, ptrdiff_t matrix, const B &b, const D &d, ptrdiff_t i)
+KVLM_INLINE void choleskySolveSmall(const A &a, const B &b, const D &d, ptrdiff_t i)
 {
     const auto rightHandSide = elementsOf(viewOf(b, i, N));
     const auto dst = viewOf(d, i, N);
-    SmallSolution<typename D::Element, N> x;
+    typename D::Element solution[1][N];
+    SmallSolution<typename D::Element, N> x{solution};
     choleskySolve(
-        Fixed<N>(), elementsOf(viewOf(a, matrix, N)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
+        Fixed<N>(), elementsOf(viewOf(a, i, N)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
 #pragma GCC unroll 6
     for (int j = 0; j < N; ++j)
         put(dst.at(0, j), x(j));
 }
 
 template <class A, class B, class D>
-__attribute__((noinline)) void choleskySolveGeneral(const A &a, ptrdiff_t matrix, const B &b, const D &d, int n,
-                                                    ptrdiff_t i)
+__attribute__((noinline)) void choleskySolveGeneral(const A &a, const B &b, const D &d, int n, ptrdiff_t i)
 {
     const auto rightHandSide = elementsOf(viewOf(b, i, n));
     const auto dst = viewOf(d, i, n);
     SolutionInPlace<std::remove_const_t<decltype(dst)>> x{dst};
     choleskySolve(
-        n, elementsOf(viewOf(a, matrix, n)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
+        n, elementsOf(viewOf(a, i, n)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
 }
 
-template <int N, class T, class Factor, class B, class D>
-KVLM_INLINE void choleskySolveGroup(const Factor &l, const B &b, const D &d, ptrdiff_t i)
-{
-    SmallSolution<Lanes<T>, N> x;
-    loadObjects(b, i, x.x);
-    choleskySolve(Fixed<N>(), l, x, x);
-    storeObjects(d, i, x.x);
-}
-
-// One matrix, many right-hand sides
-template <int N, class A, class B, class D>
-__attribute__((noinline)) KvlStatus choleskyVectors(const A &a, const B &givenB, const D &givenD, int count)
-{
-    using T = typename D::Element;
-    using V = Lanes<T>;
-    const B b = givenB;
-    const D d = givenD;
-    const auto factor = elementsOf(viewOf(a, 0, N));
-    V all[N][N];
-#pragma GCC unroll 6
-    for (int i = 0; i < N; ++i)
-#pragma GCC unroll 6
-        for (int j = 0; j <= i; ++j)
-            all[i][j] = V::all(factor(i, j));
-    const Apart<1, N, T> apart(d);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
-            choleskySolveGroup<N, T>([&](int r, int c) KVLM_INLINED { return all[r][c]; }, b, d, i);
-            return true;
-        },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            choleskySolveSmall<N>(a, 0, b, d, i);
-            return KvlStatus(kvlOk);
-        });
-}
-
-// A matrix for each right-hand side
 template <int N, class A, class B, class D>
 __attribute__((noinline)) KvlStatus choleskySystems(const A &givenA, const B &givenB, const D &givenD, int count)
 {
-    using T = typename D::Element;
+    using V = Lanes<typename D::Element>;
     const A a = givenA;
     const B b = givenB;
     const D d = givenD;
-    const Apart<1, N, T> apart(d);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
-            Lanes<T> l[N][N];
-            loadObjects<LowerTriangle>(a, i, l);
-            choleskySolveGroup<N, T>([&](int r, int c) KVLM_INLINED { return l[r][c]; }, b, d, i);
-            return true;
-        },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            choleskySolveSmall<N>(a, i, b, d, i);
-            return KvlStatus(kvlOk);
-        });
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); };
+    const auto solve = [&](const V(&l)[N][N], ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
+        loadObjects(b, i, x);
+        SmallSolution<V, N> solution{x};
+        choleskySolve(
+            Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
+    };
+    V l[N][N];
+    if constexpr (A::isSingle) {
+        const auto factor = elementsOf(viewOf(a, 0, N));
+        eachElement<LowerTriangle>(Fixed<N>(), Fixed<N>(),
+                                   [&](int, int r, int c) KVLM_INLINED { l[r][c] = V::all(factor(r, c)); });
+        return solveInGroups<N>(
+            d, count, [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED { solve(l, i, x); }, one);
+    } else
+        return solveInGroups<N>(
+            d, count,
+            [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
+                loadObjects<LowerTriangle>(a, i, l);
+                solve(l, i, x);
+            },
+            one);
 }
 
 template <class A, class B, class D>
@@ -155,27 +122,16 @@ KVLM_INLINE KvlStatus choleskySolveOne(const A &a, const B &b, const D &d, Lengt
     return bySmallOrder(
         n.length,
         [&](auto order) KVLM_INLINED {
-            choleskySolveSmall<order>(a, 0, b, d, 0);
+            choleskySolveSmall<order>(a, b, d, 0);
             return KvlStatus(kvlOk);
         },
         [&]() KVLM_INLINED {
-            choleskySolveGeneral(a, 0, b, d, n.length, 0);
+            choleskySolveGeneral(a, b, d, n.length, 0);
             return KvlStatus(kvlOk);
         });
 }
 
-template <class A, class B, class D>
-KVLM_INLINE KvlStatus choleskySolveVectors(const A &a, const B &b, const D &d, Length n, Count count)
-{
-    return bySmallOrder(
-        n.length, [&](auto order) KVLM_INLINED { return choleskyVectors<order>(a, b, d, count.count); },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                choleskySolveGeneral(a, 0, b, d, n.length, i);
-            return KvlStatus(kvlOk);
-        });
-}
-
+// One matrix for all right-hand sides, or one for each.
 template <class A, class B, class D>
 KVLM_INLINE KvlStatus choleskySolveBatch(const A &a, const B &b, const D &d, Length n, Count count)
 {
@@ -183,7 +139,7 @@ KVLM_INLINE KvlStatus choleskySolveBatch(const A &a, const B &b, const D &d, Len
         n.length, [&](auto order) KVLM_INLINED { return choleskySystems<order>(a, b, d, count.count); },
         [&]() KVLM_INLINED {
             for (ptrdiff_t i = 0; i < count.count; ++i)
-                choleskySolveGeneral(a, i, b, d, n.length, i);
+                choleskySolveGeneral(a, b, d, n.length, i);
             return KvlStatus(kvlOk);
         });
 }

@@ -5,6 +5,7 @@
 #include "kvlm_elimination.h"
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlm_systems.h"
 
 namespace kvlm {
 
@@ -155,10 +156,6 @@ KVLM_INLINE int detWork(unsigned n, unsigned count)
 {
     return wrapped(n * count);
 }
-
-constexpr Limits detLimits = {20000, 20000, 20000, 20000, 20000};
-// Settled: the list member of 32f alone.
-constexpr Limits detLimits32f = {20000, 20000, 20000, 40000, 20000};
 
 } // namespace kvlm
 

@@ -3,9 +3,9 @@
 
 using namespace kvlm;
 
-#define ROW(name, T, limits)                                                                                           \
+#define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, DET_MA, T, detBatch)                                                                           \
-    BATCH_FUNCTIONS(name, DET_MA, T, UsualOrder, detWork(widthHeight, count), limits)
+    BATCH_FUNCTIONS(name, DET_MA, T, UsualOrder, detWork(widthHeight, count), squaresLimits<T>)
 
-ROW(kvlmDet_ma_32f, float, detLimits32f)
-ROW(kvlmDet_ma_64f, double, detLimits)
+ROW(kvlmDet_ma_32f, float)
+ROW(kvlmDet_ma_64f, double)

@@ -3,9 +3,9 @@
 
 using namespace kvlm;
 
-#define ROW(name, T, limits)                                                                                           \
+#define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, SYM_VALUES_MA, T, eigenValuesSymBatch)                                                         \
-    BATCH_FUNCTIONS(name, SYM_VALUES_MA, T, SizesBeforeCount, symmetricValuesWork(widthHeight, count), limits)
+    BATCH_FUNCTIONS(name, SYM_VALUES_MA, T, SizesBeforeCount, symmetricValuesWork(widthHeight, count), squaresLimits<T>)
 
-ROW(kvlmEigenValuesSym_ma_32f, float, symmetricValuesLimits32f)
-ROW(kvlmEigenValuesSym_ma_64f, double, symmetricValuesLimits)
+ROW(kvlmEigenValuesSym_ma_32f, float)
+ROW(kvlmEigenValuesSym_ma_64f, double)

@@ -6,6 +6,7 @@
 #include "kvlm_elimination.h"
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
+#include "kvlm_systems.h"
 #include "kvlminvert_forms.h"
 
 namespace kvlm {
@@ -159,10 +160,6 @@ KVLM_INLINE int invertWork(unsigned n, unsigned count)
 {
     return n == 1 ? 0 : wrapped(2 * n * count);
 }
-
-constexpr Limits invertLimits = {20000, 20000, 20000, 20000, 20000};
-// Settled: the list member of 32f alone.
-constexpr Limits invertLimits32f = {20000, 20000, 20000, 40000, 20000};
 
 } // namespace kvlm
 

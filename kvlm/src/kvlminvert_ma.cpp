@@ -3,9 +3,9 @@
 
 using namespace kvlm;
 
-#define ROW(name, T, limits)                                                                                           \
+#define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, INVERT_MA, T, invertArray)                                                                     \
-    BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), limits)
+    BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), squaresLimits<T>)
 
-ROW(kvlmInvert_ma_32f, float, invertLimits32f)
-ROW(kvlmInvert_ma_64f, double, invertLimits)
+ROW(kvlmInvert_ma_32f, float)
+ROW(kvlmInvert_ma_64f, double)

@@ -137,25 +137,17 @@ __attribute__((noinline)) KvlStatus solveVectors(const A &a, const int *pivot, c
         for (int c = 0; c < N; ++c)
             all.lu[r][c] = V::all(f.lu[r][c]);
     }
-    const Apart<1, N, T> apart(d);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
-            V given[1][N], x[1][N];
+    return solveInGroups<N>(
+        d, count,
+        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
+            V given[1][N];
             loadObjects(b, i, given);
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
                 x[0][j] = given[0][order[j]];
             all.solve(x[0]);
-            storeObjects(d, i, x);
-            return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            solveObject(f, order, b, d, i);
-            return KvlStatus(kvlOk);
-        });
+        [&](ptrdiff_t i) KVLM_INLINED { solveObject(f, order, b, d, i); });
 }
 
 template <class A, class B, class D>
@@ -186,7 +178,6 @@ __attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot
         Factors<T, N> f;
         loadFactors(a, i, pivot + i * N, f);
         solveObject(f, pivot + i * N, b, d, i);
-        return KvlStatus(kvlOk);
     };
     // Measured: three rows of three floats are not worth a group.
     if constexpr (N == 3 && sizeof(T) == 4) {
@@ -194,16 +185,12 @@ __attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot
             one(i);
         return kvlOk;
     }
-    const Apart<1, N, T> apart(d);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
+    return solveInGroups<N>(
+        d, count,
+        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
             int order[V::count][N];
             memcpy(order, pivot + i * N, sizeof order);
             Factors<V, N> f;
-            V x[1][N];
             loadRows(a, i, order, f.lu);
             f.invertDiagonal();
 #pragma GCC unroll 6
@@ -211,8 +198,6 @@ __attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot
                 x[0][j] = gather(
                     groupOf<const T>([&](int l) KVLM_INLINED { return viewOf(b, i + l, N).at(0, order[l][j]); }));
             f.solve(x[0]);
-            storeObjects(d, i, x);
-            return true;
         },
         one);
 }

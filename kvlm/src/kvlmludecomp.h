@@ -201,10 +201,6 @@ KVLM_INLINE KvlStatus luDecompBatch(const S &s, Runs<int> pivot, const D &d, Len
         });
 }
 
-constexpr Limits luLimits = {20000, 20000, 20000, 20000, 20000};
-// Settled: the list member of 32f alone.
-constexpr Limits luLimits32f = {20000, 20000, 20000, 40000, 20000};
-
 } // namespace kvlm
 
 #define LU_M(X, D, T)                                                                                                  \

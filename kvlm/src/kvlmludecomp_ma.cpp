@@ -3,9 +3,9 @@
 
 using namespace kvlm;
 
-#define ROW(name, T, limits)                                                                                           \
+#define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, LU_MA, T, luDecompBatch)                                                                       \
-    BATCH_FUNCTIONS(name, LU_MA, T, UsualOrder, squaresWork(widthHeight, count), limits)
+    BATCH_FUNCTIONS(name, LU_MA, T, UsualOrder, squaresWork(widthHeight, count), squaresLimits<T>)
 
-ROW(kvlmLUDecomp_ma_32f, float, luLimits32f)
-ROW(kvlmLUDecomp_ma_64f, double, luLimits)
+ROW(kvlmLUDecomp_ma_32f, float)
+ROW(kvlmLUDecomp_ma_64f, double)
