@@ -25,10 +25,6 @@ KVLM_INLINE int systemsWork(unsigned n, unsigned count)
     return wrapped((n * n + 2 * n) * count);
 }
 
-// Determinants, LU, inverses, symmetric eigenvalues. Settled: the list member of 32f has a limit of its own.
-template <class T>
-constexpr Limits squaresLimits = {20000, 20000, 20000, sizeof(T) == 4 ? 40000 : 20000, 20000};
-
 // Solutions of order N: solve(i, x) computes those of a group, one(i) computes and stores one.
 template <int N, class D, class Solve, class One>
 KVLM_INLINE KvlStatus solveInGroups(const D &d, int count, Solve solve, One one)

@@ -5,7 +5,7 @@ using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, DET_MA, T, detBatch)                                                                           \
-    BATCH_FUNCTIONS(name, DET_MA, T, UsualOrder, detWork(widthHeight, count), squaresLimits<T>)
+    BATCH_FUNCTIONS(name, DET_MA, T, UsualOrder, detWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmDet_ma_32f, float)
 ROW(kvlmDet_ma_64f, double)

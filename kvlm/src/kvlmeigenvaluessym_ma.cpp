@@ -5,7 +5,8 @@ using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, SYM_VALUES_MA, T, eigenValuesSymBatch)                                                         \
-    BATCH_FUNCTIONS(name, SYM_VALUES_MA, T, SizesBeforeCount, symmetricValuesWork(widthHeight, count), squaresLimits<T>)
+    BATCH_FUNCTIONS(name, SYM_VALUES_MA, T, SizesBeforeCount, symmetricValuesWork(widthHeight, count),                 \
+                    listApartLimits<T>)
 
 ROW(kvlmEigenValuesSym_ma_32f, float)
 ROW(kvlmEigenValuesSym_ma_64f, double)

@@ -5,7 +5,7 @@ using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, INVERT_MA, T, invertArray)                                                                     \
-    BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), squaresLimits<T>)
+    BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmInvert_ma_32f, float)
 ROW(kvlmInvert_ma_64f, double)

@@ -5,7 +5,7 @@ using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, LU_MA, T, luDecompBatch)                                                                       \
-    BATCH_FUNCTIONS(name, LU_MA, T, UsualOrder, squaresWork(widthHeight, count), squaresLimits<T>)
+    BATCH_FUNCTIONS(name, LU_MA, T, UsualOrder, squaresWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmLUDecomp_ma_32f, float)
 ROW(kvlmLUDecomp_ma_64f, double)
