@@ -1,4 +1,4 @@
-// Sums of products of two operands over their elements, ascending: of one object, or of a group in its lanes.
+// Sums of products of two operands over their elements, ascending: of one object, or of a batch in lanes.
 #ifndef KVLM_INNERPRODUCTS_H
 #define KVLM_INNERPRODUCTS_H
 
@@ -33,41 +33,88 @@ KVLM_INLINE void runAt(const X &x, ptrdiff_t i, int width, int r, int c, Lanes<T
         loadRuns<N>(groupOf<const T>([&](int l) KVLM_INLINED { return x.view(i + l).at(r, c); }).p, v);
 }
 
-// sum + a(r, 0)*b(r, 0) + ...
-template <class A, class B, class T>
-KVLM_INLINE void addRow(Lanes<T> &sum, const A &a, const B &b, ptrdiff_t i, int width, int r)
+// The factor beside an operand: another one, or the operand itself.
+struct Itself {
+    static constexpr bool isSingle = true, isList = false;
+};
+
+template <class A, class B>
+KVLM_INLINE const B &factorBeside(const A &, const B &b)
+{
+    return b;
+}
+
+template <class A>
+KVLM_INLINE const A &factorBeside(const A &a, Itself)
+{
+    return a;
+}
+
+// The sums of so many groups of objects, plus the products of row r. Several hide the latency of a long sum.
+template <int Groups, class A, class B, class T>
+KVLM_INLINE void addRow(Lanes<T> (&sum)[Groups], const A &a, const B &b, ptrdiff_t i, int width, int r)
 {
     constexpr int lanes = Lanes<T>::count;
     int c = 0;
-    for (; c + lanes <= width; c += lanes) {
-        Lanes<T> x[lanes], y[lanes];
-        runAt(a, i, width, r, c, x);
-        runAt(b, i, width, r, c, y);
+    for (; c + lanes <= width; c += lanes)
 #pragma GCC unroll 4
-        for (int k = 0; k < lanes; ++k)
-            sum = sum + x[k] * y[k];
-    }
+        for (int g = 0; g < Groups; ++g) {
+            Lanes<T> x[lanes], y[lanes];
+            runAt(a, i + g * lanes, width, r, c, x);
+            runAt(b, i + g * lanes, width, r, c, y);
+#pragma GCC unroll 4
+            for (int k = 0; k < lanes; ++k)
+                sum[g] = sum[g] + x[k] * y[k];
+        }
     for (; c < width; ++c)
-        sum = sum + elementsAt(a, i, width, r, c) * elementsAt(b, i, width, r, c);
+#pragma GCC unroll 4
+        for (int g = 0; g < Groups; ++g)
+            sum[g] = sum[g] + elementsAt(a, i + g * lanes, width, r, c) * elementsAt(b, i + g * lanes, width, r, c);
 }
 
-template <class A, class B, class T>
-KVLM_INLINE void addRow(T &sum, const A &a, const B &b, ptrdiff_t i, int width, int r)
+// The sum of products of one object, from +0 on, row by row.
+template <class T, class A, class B>
+KVLM_INLINE T innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int height)
 {
     const auto x = viewOf(a, i, width);
     const auto y = viewOf(b, i, width);
-    for (int c = 0; c < width; ++c)
-        sum += get(x.at(r, c)) * get(y.at(r, c));
+    T sum = 0;
+    for (int r = 0; r < height; ++r)
+        for (int c = 0; c < width; ++c)
+            sum += get(x.at(r, c)) * get(y.at(r, c));
+    return sum;
 }
 
-// From +0 on, row by row: V is the element type, or its lanes.
-template <class V, class A, class B>
-KVLM_INLINE V innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int height)
+// The same of a batch, finished by `root`.
+template <class Root, class A, class B, class T>
+__attribute__((noinline)) KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, int width, int height,
+                                                  int count)
 {
-    V sum = number<V>(0);
-    for (int r = 0; r < height; ++r)
-        addRow(sum, a, b, i, width, r);
-    return sum;
+    constexpr int lanes = Lanes<T>::count, most = 4;
+    const A a = givenA;
+    const auto b = factorBeside(a, givenB);
+    const auto groups = [&](ptrdiff_t i, auto number) KVLM_INLINED {
+        constexpr int n = decltype(number){};
+        Lanes<T> sum[n] = {};
+        for (int r = 0; r < height; ++r)
+            addRow(sum, a, b, i, width, r);
+#pragma GCC unroll 4
+        for (int g = 0; g < n; ++g)
+            Root()(sum[g]).store(dst + i + g * lanes);
+    };
+    return inWideGroups<T, most>(
+        count,
+        [&](ptrdiff_t i, int parts) KVLM_INLINED {
+            if (parts == most)
+                groups(i, Fixed<most>());
+            else
+                groups(i, Fixed<1>());
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, width, height)));
+            return KvlStatus(kvlOk);
+        });
 }
 
 // ---- Roots of sums of squares ------------------------------------------------------------------------------------

@@ -94,14 +94,33 @@ constexpr bool isPackedVectors = false;
 template <class T, int N>
 constexpr bool isPackedVectors<Strided<T, Fixed<N>, None, Unit<T>>> = true;
 
-// f(x), with x's type telling so if its objects of N elements are packed.
-template <int N, class X, class F>
-KVLM_INLINE auto knowingPackedVectors(const X &x, F f)
+// A single vector is packed in any case.
+template <int N, class X>
+KVLM_INLINE bool hasPackedObjects(const X &x)
 {
-    if constexpr (hasAdjacentRows<X>() && !X::isSingle && !X::isList)
-        if (x.objStride == N * static_cast<int>(sizeof(typename X::Element)))
-            return f(PackedVectors<typename X::Element, N>(x.base, {}, {}, {}));
-    return f(x);
+    if constexpr (!hasAdjacentRows<X>() || X::isList)
+        return false;
+    else
+        return X::isSingle || x.objStride == N * static_cast<int>(sizeof(typename X::Element));
+}
+
+template <int N, class X>
+KVLM_INLINE auto asPacked(const X &x)
+{
+    if constexpr (X::isSingle)
+        return x;
+    else
+        return PackedVectors<typename X::Element, N>(x.base, {}, {}, {});
+}
+
+// f(x...), with types that say so if the vectors of N elements are packed in all of them.
+template <int N, class F, class... X>
+KVLM_INLINE auto knowingPackedVectors(F f, const X &...x)
+{
+    if constexpr ((hasAdjacentRows<X>() && ...) && !(X::isList || ...))
+        if ((hasPackedObjects<N>(x) && ...))
+            return f(asPacked<N>(x)...);
+    return f(x...);
 }
 
 template <class T, int N>

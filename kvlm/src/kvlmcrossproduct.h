@@ -67,12 +67,8 @@ __attribute__((noinline)) KvlStatus crossProducts(const A &givenA, const B &give
 template <class A, class B, class D>
 KVLM_INLINE KvlStatus crossProduct(const A &a, const B &b, const D &d, Count count = Count(1))
 {
-    return knowingPackedVectors<3>(a, [&](const auto &x) KVLM_INLINED {
-        return knowingPackedVectors<3>(b, [&](const auto &y) KVLM_INLINED {
-            return knowingPackedVectors<3>(d, [&](const auto &z)
-                                                  KVLM_INLINED { return crossProducts(x, y, z, count.count); });
-        });
-    });
+    return knowingPackedVectors<3>([&](const auto &...x) KVLM_INLINED { return crossProducts(x..., count.count); }, a,
+                                   b, d);
 }
 
 KVLM_INLINE int crossWithOneWork(unsigned count)

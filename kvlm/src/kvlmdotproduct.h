@@ -53,8 +53,9 @@ __attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, 
 {
     using V = Lanes<T>;
     constexpr Sum order = Plan.order[N - 3];
+    constexpr bool squares = std::is_same_v<B, Itself>, single = B::isSingle && !squares;
     const A a = givenA;
-    const B b = givenB;
+    const auto b = factorBeside(a, givenB);
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
         const auto x = viewOf(a, i, N);
         const auto y = viewOf(b, i, N);
@@ -65,29 +66,29 @@ __attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, 
         Loose<T>::store(dst + i, Root()(sumOf<order>(p, 0)));
         return KvlStatus(kvlOk);
     };
-    if constexpr (A::isSingle && B::isSingle)
+    if constexpr (A::isSingle)
         return one(0);
     else {
-        V fixed[1][N];
-        if constexpr (B::isSingle)
-            loadObject(b, 0, fixed);
+        V y[1][N];
+        if constexpr (single)
+            loadObject(b, 0, y);
         return inGroups<T>(
             count,
             [&](ptrdiff_t i) KVLM_INLINED {
-                V x[1][N], y[1][N];
-                if constexpr (isPackedVectors<A> && isPackedVectors<B>) { // products are sorted, not factors
+                constexpr bool sortsProducts = isPackedVectors<A> && !single;
+                V x[1][N];
+                if constexpr (sortsProducts)
                     loadRegisters(a.object(i), x[0]);
-                    loadRegisters(b.object(i), y[0]);
-                } else {
+                else
                     loadVectors(a, i, x);
-                    if constexpr (!B::isSingle)
-                        loadVectors(b, i, y);
-                }
-                const V(&factor)[N] = B::isSingle ? fixed[0] : y[0];
+                if constexpr (sortsProducts && !squares)
+                    loadRegisters(b.object(i), y[0]);
+                else if constexpr (!single && !squares)
+                    loadVectors(b, i, y);
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    x[0][k] = x[0][k] * factor[k];
-                if constexpr (isPackedVectors<A> && isPackedVectors<B>)
+                    x[0][k] = x[0][k] * (squares ? x : y)[0][k];
+                if constexpr (sortsProducts)
                     sortElements(x[0]);
                 Root()(sumOf<order>(x[0], 0)).store(dst + i);
                 return true;
@@ -97,55 +98,49 @@ __attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, 
 }
 
 template <const SumPlan &Plan, class Root, class A, class B, class T>
-__attribute__((noinline)) KvlStatus longSums(const A &givenA, const B &givenB, T *dst, int n, int count)
+KVLM_INLINE KvlStatus longSums(const A &a, const B &givenB, T *dst, int n, int count)
 {
-    const A a = givenA;
-    const B b = givenB;
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, n, 1)));
-        return KvlStatus(kvlOk);
-    };
+    const auto &b = factorBeside(a, givenB);
+    const auto sequential = [&](ptrdiff_t i)
+                                KVLM_INLINED { Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, n, 1))); };
     if constexpr (Plan.lanesFrom != never) {
         const bool aligned = (placeBits(a) | placeBits(b) | reinterpret_cast<uintptr_t>(dst)) % 16 == 0;
         if (n >= (aligned ? Plan.alignedLanesFrom : Plan.lanesFrom)) {
             for (ptrdiff_t i = 0; i < count; ++i) {
                 const int lead = leadOf(b.object(i));
                 if (lead < 0)
-                    one(i);
+                    sequential(i);
                 else
                     Loose<T>::store(dst + i, Root()(lanedSum(a.object(i), b.object(i), n, lead)));
             }
             return kvlOk;
         }
     }
-    if constexpr (A::isSingle && B::isSingle)
-        return one(0);
+    if constexpr (A::isSingle)
+        return sequential(0), kvlOk;
     else
-        return inGroups<T>(
-            count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                Root()(innerProduct<Lanes<T>>(a, b, i, n, 1)).store(dst + i);
-                return true;
-            },
-            one);
+        return innerProducts<Root>(a, givenB, dst, n, 1, count);
 }
 
 template <const SumPlan &Plan, class Root, class ShortRoot, class A, class B, class T>
 KVLM_INLINE KvlStatus sumsOfProducts(const A &a, const B &b, T *dst, int n, int count)
 {
-    if (Plan.oneProductAlone && n == 1) {
-        for (ptrdiff_t i = 0; i < count; ++i)
-            put(dst + i, get(viewOf(a, i, 1).at(0, 0)) * get(viewOf(b, i, 1).at(0, 0)));
-        return kvlOk;
-    }
+    if constexpr (Plan.oneProductAlone)
+        if (n == 1) {
+            for (ptrdiff_t i = 0; i < count; ++i)
+                put(dst + i, get(viewOf(a, i, 1).at(0, 0)) * get(viewOf(b, i, 1).at(0, 0)));
+            return kvlOk;
+        }
     return bySmallOrder(
         n,
         [&](auto known) KVLM_INLINED {
             constexpr int N = decltype(known){};
-            return knowingPackedVectors<N>(a, [&](const auto &x) KVLM_INLINED {
-                return knowingPackedVectors<N>(
-                    b, [&](const auto &y) KVLM_INLINED { return shortSums<Plan, N, ShortRoot>(x, y, dst, count); });
-            });
+            const auto sums = [&](const auto &x, const auto &y)
+                                  KVLM_INLINED { return shortSums<Plan, N, ShortRoot>(x, y, dst, count); };
+            if constexpr (std::is_same_v<B, Itself>)
+                return knowingPackedVectors<N>([&](const auto &x) KVLM_INLINED { return sums(x, b); }, a);
+            else
+                return knowingPackedVectors<N>(sums, a, b);
         },
         [&]() KVLM_INLINED { return longSums<Plan, Root>(a, b, dst, n, count); });
 }
@@ -160,7 +155,7 @@ KVLM_INLINE KvlStatus dotProduct(const A &a, const B &b, Runs<T> dst, Length len
 template <const SumPlan &Plan, class ShortRoot, class A, class T>
 KVLM_INLINE KvlStatus norm(const A &a, Runs<T> dst, Length length, Count count = Count(1))
 {
-    return sumsOfProducts<Plan, ExactRoot, ShortRoot>(a, a, dst.base, length.length, count.count);
+    return sumsOfProducts<Plan, ExactRoot, ShortRoot>(a, Itself(), dst.base, length.length, count.count);
 }
 
 KVLM_INLINE int dotWithOneWork(unsigned len, unsigned count)

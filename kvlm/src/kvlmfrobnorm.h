@@ -118,52 +118,15 @@ KVLM_INLINE KvlStatus frobeniusNorm(const S &src, Shape shape, Runs<T> dst)
     return kvlOk;
 }
 
-template <int N, class S, class T>
-__attribute__((noinline)) KvlStatus squareNorms(const S &givenS, T *dst, int count)
-{
-    const S s = givenS;
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            Lanes<T> x[N][N], sum = Lanes<T>::all(0);
-            loadObjects(s, i, x);
-#pragma GCC unroll 6
-            for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-                for (int c = 0; c < N; ++c)
-                    sum = sum + x[r][c] * x[r][c];
-            squareRoot(sum).store(dst + i);
-            return true;
-        },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            put(dst + i, squareRoot(innerProduct<T>(s, s, i, N, N)));
-            return KvlStatus(kvlOk);
-        });
-}
-
+// Matrices whose rows lie behind one another are vectors.
 template <class S, class T>
 KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, Runs<T> dst, Count count)
 {
     const int width = shape.width, height = shape.height;
-    return bySmallOrder(
-        width == height ? width : 0,
-        [&](auto order) KVLM_INLINED {
-            return knowingPacked<order>(src, src, [&](const auto &s, const auto &) KVLM_INLINED {
-                return squareNorms<order>(s, dst.base, count.count);
-            });
-        },
-        [&]() KVLM_INLINED {
-            return inGroups<T>(
-                count.count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    squareRoot(innerProduct<Lanes<T>>(src, src, i, width, height)).store(dst.base + i);
-                    return true;
-                },
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    put(dst.base + i, squareRoot(innerProduct<T>(src, src, i, width, height)));
-                    return KvlStatus(kvlOk);
-                });
-        });
+    if constexpr (hasAdjacentRows<S>())
+        if (src.rowStride == width * static_cast<int64_t>(sizeof(T)) && width <= INT_MAX / height)
+            return innerProducts<ExactRoot>(src, Itself(), dst.base, width * height, 1, count.count);
+    return innerProducts<ExactRoot>(src, Itself(), dst.base, width, height, count.count);
 }
 
 KVLM_INLINE int frobeniusWork(unsigned width, unsigned height, unsigned count)
