@@ -34,25 +34,14 @@ KVLM_INLINE void runAt(const X &x, ptrdiff_t i, int width, int r, int c, Lanes<T
 }
 
 // The factor beside an operand: another one, or the operand itself.
-struct Itself {
-    static constexpr bool isSingle = true, isList = false;
-};
+struct Itself {};
 
-template <class A, class B>
-KVLM_INLINE const B &factorBeside(const A &, const B &b)
-{
-    return b;
-}
-
-template <class A>
-KVLM_INLINE const A &factorBeside(const A &a, Itself)
-{
-    return a;
-}
+template <class B>
+constexpr bool isItself = std::is_same_v<B, Itself>;
 
 // The sums of so many groups of objects, plus the products of row r. Several hide the latency of a long sum.
-template <int Groups, class A, class B, class T>
-KVLM_INLINE void addRow(Lanes<T> (&sum)[Groups], const A &a, const B &b, ptrdiff_t i, int width, int r)
+template <int Groups, class A, class B, class T, class Width>
+KVLM_INLINE void addRow(Lanes<T> (&sum)[Groups], const A &a, const B &b, ptrdiff_t i, Width width, int r)
 {
     constexpr int lanes = Lanes<T>::count;
     int c = 0;
@@ -61,38 +50,46 @@ KVLM_INLINE void addRow(Lanes<T> (&sum)[Groups], const A &a, const B &b, ptrdiff
         for (int g = 0; g < Groups; ++g) {
             Lanes<T> x[lanes], y[lanes];
             runAt(a, i + g * lanes, width, r, c, x);
-            runAt(b, i + g * lanes, width, r, c, y);
+            if constexpr (!isItself<B>)
+                runAt(b, i + g * lanes, width, r, c, y);
 #pragma GCC unroll 4
             for (int k = 0; k < lanes; ++k)
-                sum[g] = sum[g] + x[k] * y[k];
+                sum[g] = sum[g] + x[k] * (isItself<B> ? x : y)[k];
         }
     for (; c < width; ++c)
 #pragma GCC unroll 4
-        for (int g = 0; g < Groups; ++g)
-            sum[g] = sum[g] + elementsAt(a, i + g * lanes, width, r, c) * elementsAt(b, i + g * lanes, width, r, c);
+        for (int g = 0; g < Groups; ++g) {
+            Lanes<T> x = elementsAt(a, i + g * lanes, width, r, c), y = x;
+            if constexpr (!isItself<B>)
+                y = elementsAt(b, i + g * lanes, width, r, c);
+            sum[g] = sum[g] + x * y;
+        }
 }
 
 // The sum of products of one object, from +0 on, row by row.
 template <class T, class A, class B>
 KVLM_INLINE T innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int height)
 {
-    const auto x = viewOf(a, i, width);
-    const auto y = viewOf(b, i, width);
     T sum = 0;
     for (int r = 0; r < height; ++r)
-        for (int c = 0; c < width; ++c)
-            sum += get(x.at(r, c)) * get(y.at(r, c));
+        for (int c = 0; c < width; ++c) {
+            const T x = get(viewOf(a, i, width).at(r, c));
+            if constexpr (isItself<B>)
+                sum += x * x;
+            else
+                sum += x * get(viewOf(b, i, width).at(r, c));
+        }
     return sum;
 }
 
 // The same of a batch, finished by `root`.
-template <class Root, class A, class B, class T>
-__attribute__((noinline)) KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, int width, int height,
+template <class Root, class A, class B, class T, class Width>
+__attribute__((noinline)) KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height,
                                                   int count)
 {
     constexpr int lanes = Lanes<T>::count, most = 4;
     const A a = givenA;
-    const auto b = factorBeside(a, givenB);
+    const B b = givenB;
     const auto groups = [&](ptrdiff_t i, auto number) KVLM_INLINED {
         constexpr int n = decltype(number){};
         Lanes<T> sum[n] = {};

@@ -48,21 +48,29 @@ KVLM_INLINE uintptr_t placeBits(const X &x)
         return reinterpret_cast<uintptr_t>(x.base) | static_cast<unsigned>(int(x.objStride));
 }
 
+template <class B>
+constexpr bool isSingle = B::isSingle;
+template <>
+inline constexpr bool isSingle<Itself> = false;
+
 template <const SumPlan &Plan, int N, class Root, class A, class B, class T>
 __attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, T *dst, int count)
 {
     using V = Lanes<T>;
     constexpr Sum order = Plan.order[N - 3];
-    constexpr bool squares = std::is_same_v<B, Itself>, single = B::isSingle && !squares;
+    constexpr bool squares = isItself<B>, single = isSingle<B>;
     const A a = givenA;
-    const auto b = factorBeside(a, givenB);
+    const B b = givenB;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        const auto x = viewOf(a, i, N);
-        const auto y = viewOf(b, i, N);
         T p[N];
 #pragma GCC unroll 6
-        for (int k = 0; k < N; ++k)
-            p[k] = Loose<T>::load(x.at(0, k)) * Loose<T>::load(y.at(0, k));
+        for (int k = 0; k < N; ++k) {
+            const T x = Loose<T>::load(viewOf(a, i, N).at(0, k));
+            if constexpr (squares)
+                p[k] = x * x;
+            else
+                p[k] = x * Loose<T>::load(viewOf(b, i, N).at(0, k));
+        }
         Loose<T>::store(dst + i, Root()(sumOf<order>(p, 0)));
         return KvlStatus(kvlOk);
     };
@@ -97,21 +105,30 @@ __attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, 
     }
 }
 
-template <const SumPlan &Plan, class Root, class A, class B, class T>
-KVLM_INLINE KvlStatus longSums(const A &a, const B &givenB, T *dst, int n, int count)
+template <class A, class B>
+KVLM_INLINE const auto &lastFactor(const A &a, const B &b)
 {
-    const auto &b = factorBeside(a, givenB);
+    if constexpr (isItself<B>)
+        return a;
+    else
+        return b;
+}
+
+template <const SumPlan &Plan, class Root, class A, class B, class T>
+KVLM_INLINE KvlStatus longSums(const A &a, const B &b, T *dst, int n, int count)
+{
     const auto sequential = [&](ptrdiff_t i)
                                 KVLM_INLINED { Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, n, 1))); };
     if constexpr (Plan.lanesFrom != never) {
-        const bool aligned = (placeBits(a) | placeBits(b) | reinterpret_cast<uintptr_t>(dst)) % 16 == 0;
+        const auto &last = lastFactor(a, b);
+        const bool aligned = (placeBits(a) | placeBits(last) | reinterpret_cast<uintptr_t>(dst)) % 16 == 0;
         if (n >= (aligned ? Plan.alignedLanesFrom : Plan.lanesFrom)) {
             for (ptrdiff_t i = 0; i < count; ++i) {
-                const int lead = leadOf(b.object(i));
+                const int lead = leadOf(last.object(i));
                 if (lead < 0)
                     sequential(i);
                 else
-                    Loose<T>::store(dst + i, Root()(lanedSum(a.object(i), b.object(i), n, lead)));
+                    Loose<T>::store(dst + i, Root()(lanedSum(a.object(i), last.object(i), n, lead)));
             }
             return kvlOk;
         }
@@ -119,7 +136,7 @@ KVLM_INLINE KvlStatus longSums(const A &a, const B &givenB, T *dst, int n, int c
     if constexpr (A::isSingle)
         return sequential(0), kvlOk;
     else
-        return innerProducts<Root>(a, givenB, dst, n, 1, count);
+        return innerProducts<Root>(a, b, dst, n, 1, count);
 }
 
 template <const SumPlan &Plan, class Root, class ShortRoot, class A, class B, class T>
@@ -137,7 +154,7 @@ KVLM_INLINE KvlStatus sumsOfProducts(const A &a, const B &b, T *dst, int n, int 
             constexpr int N = decltype(known){};
             const auto sums = [&](const auto &x, const auto &y)
                                   KVLM_INLINED { return shortSums<Plan, N, ShortRoot>(x, y, dst, count); };
-            if constexpr (std::is_same_v<B, Itself>)
+            if constexpr (isItself<B>)
                 return knowingPackedVectors<N>([&](const auto &x) KVLM_INLINED { return sums(x, b); }, a);
             else
                 return knowingPackedVectors<N>(sums, a, b);

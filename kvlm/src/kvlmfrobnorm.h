@@ -3,12 +3,37 @@
 #define KVLMFROBNORM_H
 
 #include "kvlm_innerproducts.h"
+#include "kvlm_packed.h"
 #include "kvlm_rows.h"
 #include "kvlm_sums.h"
 
 #include <limits.h>
 
 namespace kvlm {
+
+// f(x, elements): a batch of matrices whose rows lie behind one another, as vectors. Of orders 3 to 6, if the objects
+// do so too, the compiler knows length and distance. False, and no call, where rows lie elsewhere.
+template <class X, class F>
+KVLM_INLINE bool asVectors(const X &x, Shape shape, F f)
+{
+    using E = typename X::Element;
+    const int64_t size = sizeof(E), elements = static_cast<int64_t>(shape.width) * shape.height;
+    if (x.rowStride != shape.width * size || elements > INT_MAX)
+        return false;
+    const auto vectors = x.withSteps(None(), x.elemStride);
+    if (shape.width == shape.height)
+        bySmallOrder(
+            shape.width,
+            [&](auto order) KVLM_INLINED {
+                constexpr int n = decltype(order){};
+                knowingPackedVectors<n * n>([&](const auto &v) KVLM_INLINED { f(v, Fixed<n * n>()); }, vectors);
+                return kvlOk;
+            },
+            [&]() KVLM_INLINED { return f(vectors, static_cast<int>(elements)), kvlOk; });
+    else
+        f(vectors, static_cast<int>(elements));
+    return true;
+}
 
 // ---- In eight lanes, at 32f: element k, counted row by row, is summed in lane k mod 8 ----------------------------
 
@@ -92,21 +117,14 @@ KVLM_INLINE KvlStatus lanedNorms(float *dst, int count, SquaresOf squaresOf)
 template <class S>
 KVLM_INLINE KvlStatus lanedNorms(const S &src, Shape shape, Runs<float> dst, Count count)
 {
-    const int width = shape.width, height = shape.height;
-    const auto anySize = [&]() KVLM_INLINED {
-        return lanedNorms(dst.base, count.count,
-                          [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(src.view(i), width, height); });
+    const auto ofVectors = [&](const auto &x, auto elements) KVLM_INLINED {
+        lanedNorms(dst.base, count.count,
+                   [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(x.object(i), elements); });
     };
-    if (width != height || src.rowStride != width * static_cast<int64_t>(sizeof(float)))
-        return anySize();
-    return bySmallOrder(
-        width,
-        [&](auto order) KVLM_INLINED {
-            constexpr int n = decltype(order){};
-            return lanedNorms(dst.base, count.count,
-                              [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(src.object(i), Fixed<n * n>()); });
-        },
-        anySize);
+    if (!asVectors(src, shape, ofVectors))
+        lanedNorms(dst.base, count.count,
+                   [&](ptrdiff_t i) KVLM_INLINED { return lanedSquares(src.view(i), shape.width, shape.height); });
+    return kvlOk;
 }
 
 // ---- From left to right ------------------------------------------------------------------------------------------
@@ -118,15 +136,16 @@ KVLM_INLINE KvlStatus frobeniusNorm(const S &src, Shape shape, Runs<T> dst)
     return kvlOk;
 }
 
-// Matrices whose rows lie behind one another are vectors.
 template <class S, class T>
 KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, Runs<T> dst, Count count)
 {
-    const int width = shape.width, height = shape.height;
+    const auto ofVectors = [&](const auto &x, auto elements) KVLM_INLINED {
+        innerProducts<ExactRoot>(x, Itself(), dst.base, elements, 1, count.count);
+    };
     if constexpr (hasAdjacentRows<S>())
-        if (src.rowStride == width * static_cast<int64_t>(sizeof(T)) && width <= INT_MAX / height)
-            return innerProducts<ExactRoot>(src, Itself(), dst.base, width * height, 1, count.count);
-    return innerProducts<ExactRoot>(src, Itself(), dst.base, width, height, count.count);
+        if (asVectors(src, shape, ofVectors))
+            return kvlOk;
+    return innerProducts<ExactRoot>(src, Itself(), dst.base, shape.width, shape.height, count.count);
 }
 
 KVLM_INLINE int frobeniusWork(unsigned width, unsigned height, unsigned count)
