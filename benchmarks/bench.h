@@ -308,12 +308,10 @@ private:
     std::vector<Cell> cells;
 };
 
-/// The main program of families on small matrices: Table<T, N, F>::add(suite) for both types, orders 3 to 6 and the
-/// given forms.
+/// Table<T, N, F>::add(suite) for both types, orders 3 to 6 and the given forms.
 template <template <class, int, Form> class Table, Form... forms>
-int runTables(int argc, char **argv)
+void addTables(Suite &suite)
 {
-    Suite suite;
     const auto add = [&](auto zero) {
         using T = decltype(zero);
         (Table<T, 3, forms>::add(suite), ...);
@@ -323,6 +321,14 @@ int runTables(int argc, char **argv)
     };
     add(0.0f);
     add(0.0);
+}
+
+/// The main program of families on small matrices.
+template <template <class, int, Form> class Table, Form... forms>
+int runTables(int argc, char **argv)
+{
+    Suite suite;
+    addTables<Table, forms...>(suite);
     return suite.run(argc, argv);
 }
 

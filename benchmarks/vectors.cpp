@@ -234,5 +234,9 @@ struct Table {
 
 int main(int argc, char **argv)
 {
-    return runTables<Table, Form::packed, Form::strided, Form::tableObjects, Form::tablePlanes, Form::list>(argc, argv);
+    Suite suite;
+    addTables<Table, Form::packed, Form::strided, Form::tableObjects, Form::tablePlanes, Form::list>(suite);
+    Table<float, 1000, Form::packed>::add(suite, 10);
+    Table<double, 1000, Form::packed>::add(suite, 10);
+    return suite.run(argc, argv);
 }
