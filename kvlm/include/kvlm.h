@@ -1754,7 +1754,8 @@ KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1Row
  * lies at no multiple of the element size the sum goes from left to right.
  * - vava (not in _L) from length 8 on, if src1, src2, dst and both object strides are multiples of 16 bytes.
  *
- * So the last bits may depend on the alignment of long vectors. For the same bits everywhere use another description.
+ * So the last bits may depend on the alignment of long vectors, and in a team on where the part of a thread begins. For
+ * the same bits everywhere use another description.
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them: sums that overflow are infinite. dst must
  * overlap no source.
