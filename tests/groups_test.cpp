@@ -70,4 +70,21 @@ TYPED_TEST(LongBatches, BitsOfSingleObjects)
         }
 }
 
+// In place, with elements of objects 9 places apart in common: each object reads what those before it have left.
+TYPED_TEST(LongBatches, ObjectsInOneAnother)
+{
+    using T = TypeParam;
+    using F = Functions<T>;
+    constexpr int elem = sizeof(T), count = 60, n = 4, step = 9 * elem, row = n * step;
+    Random random(3);
+    std::vector<T> made(count + 9 * n * n), buffer(n);
+    for (T &x : made)
+        x = inUnitInterval<T>(random);
+    std::vector<T> expected = made;
+    EXPECT_EQ(F::factor(made.data(), elem, row, step, buffer.data(), made.data(), elem, row, step, n, n, count), kvlOk);
+    for (T *x = expected.data(); x < expected.data() + count; ++x)
+        EXPECT_EQ(F::factor(x, elem, row, step, buffer.data(), x, elem, row, step, n, n, 1), kvlOk);
+    EXPECT_EQ(std::memcmp(made.data(), expected.data(), made.size() * elem), 0);
+}
+
 } // namespace
