@@ -31,26 +31,29 @@ __attribute__((noinline)) int reflectKnown(V *elements, int groups, Height given
         for (int g = 0; g < groups; ++g)
             step(reinterpret_cast<V(*)[W]>(elements) + ptrdiff_t(g) * height, reflectors[g]);
     };
+    V fails = zero;
+    const auto keepSquare = [&](V s, Reflector<V, W> &now) KVLM_INLINED {
+        // Settled: the squared length itself is compared.
+        fails = fails | greater(least, magnitude(s));
+        now.s = s;
+    };
     each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
         V s = zero;
 #pragma GCC unroll 6
         for (int i = 0; i < height; ++i)
             s = s + a[i][0] * a[i][0];
-        now.s = s;
+        keepSquare(s, now);
     });
 #pragma GCC unroll 6
     for (int k = 0; k < W; ++k) {
         if (k == W - 1 && height == W)
             break;
-        V fails = zero;
+        if (any(fails))
+            return k;
         each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
-            // Settled: the squared length itself is compared.
-            fails = fails | greater(least, magnitude(now.s));
             const V root = squareRoot(now.s) ^ without(V::all(T(-0.0)), greater(a[k][k], zero));
             now.f = V::all(1) / (a[k][k] + root);
         });
-        if (any(fails))
-            return k;
         // With its own column too.
         each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
             const V f = now.f;
@@ -86,7 +89,8 @@ __attribute__((noinline)) int reflectKnown(V *elements, int groups, Height given
                 if (k + 1 < W)
                     s = s + a[i][k + 1] * a[i][k + 1];
             }
-            now.s = s;
+            if (k + 1 < W)
+                keepSquare(s, now);
         });
     }
     return reflectorsOf(W, height);
