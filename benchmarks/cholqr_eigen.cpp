@@ -1,5 +1,6 @@
 // Eigen's decompositions of ORDER columns.
 #include "cholqr.h"
+#include "elements.h"
 
 #include <Eigen/Cholesky>
 #include <Eigen/QR>
@@ -33,14 +34,6 @@ template <class Matrix>
 const Matrix &packed(const Eigen::HouseholderQR<Matrix> &qr)
 {
     return qr.matrixQR();
-}
-
-template <class Matrix>
-BENCH_INLINE Matrix loaded(const typename Matrix::Scalar *from)
-{
-    Matrix x;
-    std::memcpy(x.data(), from, sizeof x);
-    return x;
 }
 
 } // namespace

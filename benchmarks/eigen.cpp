@@ -45,7 +45,8 @@ public:
                 for (int c = 0; c <= r; ++c)
                     x(r, c) = x(c, r) = 2 * given(i, r, c);
             if (isRefused(x))
-                x = Eigen::Matrix<T, N, 1>::LinSpaced(1, N).asDiagonal();
+                for (int k = 0; k < N * N; ++k)
+                    x.data()[k] = T(k % (N + 1) == 0) * T(1 + k / N);
             for (int k = 0; k < N * N; ++k)
                 made(i, k / N, k % N) = x(k / N, k % N);
         }
@@ -62,7 +63,7 @@ public:
             works.emplace_back("eigen", [a = a, values = values, count = count] {
                 for (int i = 0; i < count; ++i) {
                     Eigen::SelfAdjointEigenSolver<Packed> solver;
-                    solver.compute(View<T, N, N, F, true>{a}.map(i), Eigen::EigenvaluesOnly);
+                    solver.compute(loaded<Packed>(a.base + i * N * N), Eigen::EigenvaluesOnly);
                     descending(solver.eigenvalues(), values + i * N);
                 }
                 return 0;
@@ -70,7 +71,7 @@ public:
             works.emplace_back("Lapack", [a = a, values = values, count = count] {
                 T w[N], work[8 * N * N];
                 for (int i = 0; i < count; ++i) {
-                    Packed x = View<T, N, N, F, true>{a}.map(i);
+                    Packed x = loaded<Packed>(a.base + i * N * N);
                     solveByLapack("N", x.data(), w, work);
                     descending(w, values + i * N);
                 }
@@ -92,19 +93,21 @@ public:
             works.emplace_back("eigen", [a = a, d = d, values = values, count = count] {
                 for (int i = 0; i < count; ++i) {
                     Eigen::SelfAdjointEigenSolver<Packed> solver;
-                    solver.compute(View<T, N, N, F, true>{a}.map(i));
+                    solver.compute(loaded<Packed>(a.base + i * N * N));
                     descending(solver.eigenvalues(), values + i * N);
-                    View<T, N, N, F, true>{d}.map(i) = solver.eigenvectors().rowwise().reverse();
+                    for (int k = 0; k < N * N; ++k)
+                        d.base[i * N * N + k] = solver.eigenvectors().data()[k / N * N + N - 1 - k % N];
                 }
                 return 0;
             });
             works.emplace_back("Lapack", [a = a, d = d, values = values, count = count] {
                 T w[N], work[8 * N * N];
                 for (int i = 0; i < count; ++i) {
-                    Packed x = View<T, N, N, F, true>{a}.map(i);
+                    Packed x = loaded<Packed>(a.base + i * N * N);
                     solveByLapack("V", x.data(), w, work);
                     descending(w, values + i * N);
-                    View<T, N, N, F, true>{d}.map(i) = x.transpose().rowwise().reverse();
+                    for (int k = 0; k < N * N; ++k)
+                        d.base[i * N * N + k] = x.data()[(N - 1 - k % N) * N + k / N];
                 }
                 return 0;
             });

@@ -25,6 +25,16 @@ struct Element {
     }
 };
 
+/// A packed object as a matrix of Eigen's, copied as bytes: each kind of its expressions costs the compiler some
+/// hundred megabytes over all orders.
+template <class Matrix>
+BENCH_INLINE Matrix loaded(const typename Matrix::Scalar *from)
+{
+    Matrix x;
+    std::memcpy(x.data(), from, sizeof x);
+    return x;
+}
+
 /// Whether what a work leaves is what the library left: nearly all elements to a part in a thousand, as there are
 /// ill-conditioned matrices among random ones.
 template <class T, class At>

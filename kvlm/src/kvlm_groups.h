@@ -143,9 +143,9 @@ struct Apart : ObjectsApart<T> {
     }
 };
 
-// A batch in groups of one register or several, then what is left one by one. group(i, parts) does that many registers
-// of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly the objects
-// before a failing one are complete.
+// A batch in groups of one register or up to several, then what is left one by one. group(i, parts) does that many
+// registers of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly
+// the objects before a failing one are complete.
 template <class T, int Registers, class GroupOf, class One>
 KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
 {
@@ -154,7 +154,7 @@ KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
     while (i < count) {
         int end = count;
         if (count - i >= lanes) {
-            const int parts = count - i >= most * lanes ? most : 1;
+            const int parts = (count - i) / lanes < most ? (count - i) / lanes : most;
             if (group(i, parts)) {
                 i += parts * lanes;
                 most = Registers;

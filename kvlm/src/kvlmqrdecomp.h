@@ -6,66 +6,100 @@
 
 namespace kvlm {
 
-// On copies of a group, or of one object that is in all lanes; one copy of the code for all descriptions. The number of
-// columns that were reflected: all, or those before one in which an object is zero to working precision.
+// Measured: fewer do not hide their latencies, more gain nothing.
+constexpr int mostGroups = 8, tallGroups = 4;
+
+// Of a group that is worked on: the squared length of its column, the factor of its reflector, that reflector's
+// products with the columns.
+template <class V, int W>
+struct Reflector {
+    V s, f, t[W];
+};
+
+// On copies of groups, or of one object that is in all lanes; one copy of the code for all descriptions. All groups
+// take each step before any takes the next: so the roots and divisions of one are hidden behind the sums of the others.
+// The number of columns that were reflected: all, or those before one in which an object is zero to working precision.
 template <class V, int W, class Height>
-__attribute__((noinline)) int reflectKnown(V *elements, Height given)
+__attribute__((noinline)) int reflectKnown(V *elements, int groups, Height given)
 {
     using T = typename NumberTraits<V>::Element;
-    const auto a = reinterpret_cast<V(*)[W]>(elements);
     const int height = given;
     const V least = V::all(unitRoundoff<T>), zero = V::all(0);
-    V s = zero;
+    Reflector<V, W> reflectors[mostGroups];
+    const auto each = [&](auto step) KVLM_INLINED {
+#pragma GCC unroll 1
+        for (int g = 0; g < groups; ++g)
+            step(reinterpret_cast<V(*)[W]>(elements) + ptrdiff_t(g) * height, reflectors[g]);
+    };
+    V fails = zero;
+    const auto keepSquare = [&](V s, Reflector<V, W> &now) KVLM_INLINED {
+        // Settled: the squared length itself is compared.
+        fails = fails | greater(least, magnitude(s));
+        now.s = s;
+    };
+    each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
+        V s = zero;
 #pragma GCC unroll 6
-    for (int i = 0; i < height; ++i)
-        s = s + a[i][0] * a[i][0];
+        for (int i = 0; i < height; ++i)
+            s = s + a[i][0] * a[i][0];
+        keepSquare(s, now);
+    });
 #pragma GCC unroll 6
     for (int k = 0; k < W; ++k) {
         if (k == W - 1 && height == W)
             break;
-        // Settled: the squared length itself is compared.
-        if (any(greater(least, magnitude(s))))
+        if (any(fails))
             return k;
-        const V root = squareRoot(s) ^ without(V::all(T(-0.0)), greater(a[k][k], zero));
-        const V f = V::all(1) / (a[k][k] + root);
-        // The products of the reflector with its own column and with those behind it.
-        V t[W], q = V::all(1);
-#pragma GCC unroll 6
-        for (int j = k; j < W; ++j)
-            t[j] = a[k][j];
-#pragma GCC unroll 6
-        for (int i = k + 1; i < height; ++i) {
-            const V v = a[i][k] * f;
-            q = q + v * v;
+        each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
+            const V root = squareRoot(now.s) ^ without(V::all(T(-0.0)), greater(a[k][k], zero));
+            now.f = V::all(1) / (a[k][k] + root);
+        });
+        // With its own column too.
+        each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
+            const V f = now.f;
+            V t[W], q = V::all(1);
 #pragma GCC unroll 6
             for (int j = k; j < W; ++j)
-                t[j] = t[j] + a[i][j] * v;
-            a[i][k] = v;
-        }
-        const V beta = V::all(-2) / q;
+                t[j] = a[k][j];
 #pragma GCC unroll 6
-        for (int j = k; j < W; ++j) {
-            t[j] = t[j] * beta;
-            a[k][j] = a[k][j] + t[j];
-        }
+            for (int i = k + 1; i < height; ++i) {
+                const V v = a[i][k] * f;
+                q = q + v * v;
+#pragma GCC unroll 6
+                for (int j = k; j < W; ++j)
+                    t[j] = t[j] + a[i][j] * v;
+                a[i][k] = v;
+            }
+            const V beta = V::all(-2) / q;
+#pragma GCC unroll 6
+            for (int j = k; j < W; ++j)
+                now.t[j] = t[j] * beta;
+        });
         // On the way the squared length of the next column.
-        s = zero;
+        each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
+            V s = zero;
 #pragma GCC unroll 6
-        for (int i = k + 1; i < height; ++i) {
+            for (int j = k; j < W; ++j)
+                a[k][j] = a[k][j] + now.t[j];
 #pragma GCC unroll 6
-            for (int j = k + 1; j < W; ++j)
-                a[i][j] = a[i][j] + a[i][k] * t[j];
+            for (int i = k + 1; i < height; ++i) {
+#pragma GCC unroll 6
+                for (int j = k + 1; j < W; ++j)
+                    a[i][j] = a[i][j] + a[i][k] * now.t[j];
+                if (k + 1 < W)
+                    s = s + a[i][k + 1] * a[i][k + 1];
+            }
             if (k + 1 < W)
-                s = s + a[i][k + 1] * a[i][k + 1];
-        }
+                keepSquare(s, now);
+        });
     }
     return reflectorsOf(W, height);
 }
 
 template <class V, class Width, class Height>
-KVLM_INLINE bool reflectColumns(V *a, Width width, Height height)
+KVLM_INLINE bool reflectColumns(V *a, int groups, Width width, Height height)
 {
-    return knowingWidth(width, [&](auto w) KVLM_INLINED { return reflectKnown<V, w>(a, height); }) ==
+    return knowingWidth(width, [&](auto w) KVLM_INLINED { return reflectKnown<V, w>(a, groups, height); }) ==
            reflectorsOf(width, height);
 }
 
@@ -75,7 +109,7 @@ KVLM_INLINE KvlStatus reflectObject(const S &s, const D &d, Width width, Height 
 {
     Lanes<typename D::Element> a[capacity<Height, Width>];
     loadObject(s, i, int(height), int(width), a);
-    const bool complete = reflectColumns(a, width, height);
+    const bool complete = reflectColumns(a, 1, width, height);
     storeObject(d, i, int(height), int(width), a);
     return complete ? kvlOk : kvlErrZeroDivisor;
 }
@@ -125,18 +159,27 @@ __attribute__((noinline)) KvlStatus reflectBatch(const S &givenS, const D &given
     using T = typename D::Element;
     const S s = givenS;
     const D d = givenD;
-    constexpr int registers = registersFor<Height>;
-    const ObjectsApart<T, Whole, registers> apart(d, height, width);
-    return inWideGroups<T, registers>(
+    constexpr int most = isFixed<Height> ? mostGroups : tallGroups, lanes = Lanes<T>::count;
+    Lanes<T> a[most * capacity<Height, Width>];
+    const ObjectsApart<T, Whole, most> apart(d, height, width);
+    const ObjectsApart<T> apartInGroup(d, height, width);
+    return inWideGroups<T, most>(
         count,
-        [&](ptrdiff_t i, int parts) KVLM_INLINED {
-            if (!apart(d, i, parts))
+        [&](ptrdiff_t first, int groups) KVLM_INLINED {
+            if (!(groups > 1 ? apart(d, first, groups) : apartInGroup(d, first)))
                 return false;
-            Several<T, registers> a[capacity<Height, Width>];
-            loadParts<Whole>(s, i, parts, movedSize<S>(height), movedSize<S>(width), a);
-            if (!reflectColumns(a, width, height))
+            const auto each = [&](auto move) KVLM_INLINED {
+#pragma GCC unroll 1
+                for (int g = 0; g < groups; ++g)
+                    move(first + g * lanes, a + ptrdiff_t(g) * height * width);
+            };
+            each([&](ptrdiff_t i, Lanes<T> *to)
+                     KVLM_INLINED { moveObjects<Load, Whole>(s, i, movedSize<S>(height), movedSize<S>(width), to); });
+            if (!reflectColumns(a, groups, width, height))
                 return false;
-            storeParts<Whole>(d, i, parts, movedSize<D>(height), movedSize<D>(width), a);
+            each([&](ptrdiff_t i, Lanes<T> *from) KVLM_INLINED {
+                moveObjects<Store, Whole>(d, i, movedSize<D>(height), movedSize<D>(width), from);
+            });
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED { return reflectObject(s, d, width, height, i); });
