@@ -8,7 +8,8 @@
     X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) X(CholeskyDecomp, m) \
     X(CholeskyBackSubst, mv) X(QRDecomp, m) X(QRBackSubst, mv) \
     X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv) \
-    X(EigenValuesSym, m) X(EigenValuesVectorsSym, m)
+    X(EigenValuesSym, m) X(EigenValuesVectorsSym, m) X(EigenValues, m) X(EigenValuesVectors, m) \
+    X(EigenValuesVectorsRight, m) X(EigenValuesVectorsLeft, m)
 // clang-format on
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f).
@@ -75,7 +76,11 @@
     X(QRBackSubst, mva, "NCSTM/NCSTHM/NCSTHM", estimateTallVectors, qrLimits)                                          \
     X(QRBackSubst, mava, "NCSTM/NCSTHM/NCSTHM", estimateTallSystems, qrLimits)                                         \
     X(EigenValuesSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, detLimits)                                      \
-    X(EigenValuesVectorsSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricVectors, solveLimits)
+    X(EigenValuesVectorsSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricVectors, solveLimits)     \
+    X(EigenValues, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, generalValuesLimits)                               \
+    X(EigenValuesVectors, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)                    \
+    X(EigenValuesVectorsRight, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)               \
+    X(EigenValuesVectorsLeft, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
 #define SERIAL_ARRAY_MEMBERS(X)                                                                                        \

@@ -94,11 +94,12 @@ __attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *
     } else {
         if (!reduceToSchur(h, scratch.right(), runs, re, im))
             return {kvlErrNoConvergence, true};
+        if constexpr (Kind::hasRight && Kind::hasLeft)
+            memcpy(scratch.left().base, scratch.right().base, sizeof(T) * n * n);
+        // Order 1 has its 1 as it is, also where the rounded root would make less of it.
         if (n == 1)
             return {};
         sumColumns(h, runs);
-        if constexpr (Kind::hasRight && Kind::hasLeft)
-            memcpy(scratch.left().base, scratch.right().base, sizeof(T) * n * n);
         if constexpr (Kind::hasRight) {
             const Outcome outcome = makeRightSet(h, scratch.right(), runs);
             if (outcome.stops)
