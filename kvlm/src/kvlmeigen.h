@@ -7,7 +7,7 @@
 #include "kvlm_groups.h"
 #include "kvlm_rows.h"
 #include "kvlmeigen_hessenberg.h"
-#include "kvlmeigen_schur.h"
+#include "kvlmeigen_lanes.h"
 #include "kvlmeigen_vectors.h"
 
 namespace kvlm {
@@ -45,7 +45,7 @@ __attribute__((noinline)) bool reduceToSchur(Columns<T, Order> h, Columns<T, Ord
     reduceToHessenberg(h, tau);
     formReflections(h, tau, q);
     clearBelowHessenberg(h);
-    return QRIteration<T, Order, true>(h, q, re, im).run();
+    return QRIteration<Columns<T, Order>, true>(h, q, re, im).run();
 }
 
 template <class T, class Order>
@@ -77,6 +77,35 @@ KVLM_INLINE void sumColumns(Columns<T, Order> t, T *sums)
     }
 }
 
+// The sets of vectors from what is in H and Q.
+template <class Kind, class Order>
+__attribute__((noinline)) Outcome makeSets(GeneralScratch<Kind, Order> scratch, const typename Kind::Element *im)
+{
+    using T = typename Kind::Element;
+    const auto h = scratch.h();
+    const int n = h.n;
+    T *const runs = scratch.run(0);
+    if constexpr (Kind::hasRight && Kind::hasLeft)
+        memcpy(scratch.left().base, scratch.right().base, sizeof(T) * n * n);
+    // Order 1 has its 1 as it is, also where the rounded root would make less of it.
+    if (n == 1)
+        return {};
+    sumColumns(h, runs);
+    if constexpr (Kind::hasRight) {
+        const Outcome outcome = makeRightSet(h, scratch.right(), runs);
+        if (outcome.stops)
+            return outcome;
+        normalise(scratch.right(), im);
+    }
+    if constexpr (Kind::hasLeft) {
+        const Outcome outcome = makeLeftSet(h, scratch.left(), runs);
+        if (outcome.stops)
+            return outcome;
+        normalise(scratch.left(), im);
+    }
+    return {};
+}
+
 // From what is in the working matrix.
 template <class Kind, class Order>
 __attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *buffer, typename Kind::Element *re,
@@ -86,34 +115,17 @@ __attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *
     const GeneralScratch<Kind, Order> scratch = {buffer, n};
     const auto h = scratch.h();
     T *const runs = scratch.run(0);
-    if constexpr (!Kind::hasVectors) {
-        reduceToHessenberg(h, runs);
-        clearBelowHessenberg(h);
-        if (!QRIteration<T, Order, false>(h, h, re, im).run())
-            return {kvlErrNoConvergence, true};
-    } else {
+    if constexpr (Kind::hasVectors) {
         if (!reduceToSchur(h, scratch.right(), runs, re, im))
             return {kvlErrNoConvergence, true};
-        if constexpr (Kind::hasRight && Kind::hasLeft)
-            memcpy(scratch.left().base, scratch.right().base, sizeof(T) * n * n);
-        // Order 1 has its 1 as it is, also where the rounded root would make less of it.
-        if (n == 1)
-            return {};
-        sumColumns(h, runs);
-        if constexpr (Kind::hasRight) {
-            const Outcome outcome = makeRightSet(h, scratch.right(), runs);
-            if (outcome.stops)
-                return outcome;
-            normalise(scratch.right(), im);
-        }
-        if constexpr (Kind::hasLeft) {
-            const Outcome outcome = makeLeftSet(h, scratch.left(), runs);
-            if (outcome.stops)
-                return outcome;
-            normalise(scratch.left(), im);
-        }
+        return makeSets(scratch, im);
+    } else {
+        reduceToHessenberg(h, runs);
+        clearBelowHessenberg(h);
+        if (!QRIteration<Columns<T, Order>, false>(h, h, re, im).run())
+            return {kvlErrNoConvergence, true};
+        return {};
     }
-    return {};
 }
 
 template <class Kind>
@@ -148,26 +160,112 @@ KVLM_INLINE void storeSet(NoSet, ptrdiff_t, const T *, int)
 {
 }
 
-// Object by object, until one ends the call.
+// One object of a group that has been solved.
+template <class Kind, int N>
+__attribute__((noinline)) Outcome finishObject(const GeneralGroup<typename Kind::Element, N, Kind::hasVectors> &group,
+                                               int lane, typename Kind::Element *buffer, typename Kind::Element *re,
+                                               typename Kind::Element *im)
+{
+    memcpy(re, group.re[lane], sizeof group.re[lane]);
+    memcpy(im, group.im[lane], sizeof group.im[lane]);
+    if constexpr (Kind::hasVectors) {
+        const GeneralScratch<Kind, Fixed<N>> scratch = {buffer, {}};
+        for (int block = 0; block < 2; ++block) {
+            const auto from = group.object(lane, block);
+            const auto to = scratch.block(block);
+            for (int j = 0; j < N; ++j)
+                for (int i = 0; i < N; ++i)
+                    to(i, j) = from(i, j);
+        }
+        return makeSets(scratch, im);
+    } else
+        return {};
+}
+
+// The objects of a call. Those that are solved in order are stored, until one ends the call.
+template <class Kind, class S, class R, class L>
+struct GeneralBatch {
+    using T = typename Kind::Element;
+
+    const S s;
+    const R right;
+    const L left;
+    T *const re, *const im;
+    const int n;
+    T *const buffer;
+
+    KVLM_INLINE Outcome solveOne(ptrdiff_t i) const
+    {
+        const auto src = viewOf(s, i, n);
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                buffer[static_cast<ptrdiff_t>(r) * n + c] = get(src.at(r, c));
+        return stored(i, solveGeneral<Kind>(n, buffer, re + i * n, im + i * n));
+    }
+
+    template <int N>
+    __attribute__((noinline)) Outcome solveGroupAt(ptrdiff_t i) const
+    {
+        constexpr int lanes = Lanes<T>::count;
+        GeneralGroup<T, N, Kind::hasVectors> group;
+        loadObjects(s, i, group.source());
+        const bool solved = solveGroup(group);
+        for (int lane = 0; lane < lanes; ++lane) {
+            const ptrdiff_t k = i + lane;
+            const Outcome outcome =
+                solved ? stored(k, finishObject<Kind, N>(group, lane, buffer, re + k * N, im + k * N)) : solveOne(k);
+            if (outcome.stops)
+                return outcome;
+        }
+        return {};
+    }
+
+    KVLM_INLINE Outcome solveFrom(ptrdiff_t i) const
+    {
+        switch (n) {
+        case 3:
+            return solveGroupAt<3>(i);
+        case 4:
+            return solveGroupAt<4>(i);
+        case 5:
+            return solveGroupAt<5>(i);
+        default:
+            return solveGroupAt<6>(i);
+        }
+    }
+
+    KVLM_INLINE KvlStatus solve(ptrdiff_t count) const
+    {
+        constexpr int lanes = Lanes<T>::count;
+        const bool inGroups = n >= 3 && n <= 6;
+        for (ptrdiff_t i = 0; i < count;) {
+            const bool isGroup = inGroups && count - i >= lanes;
+            const Outcome outcome = isGroup ? solveFrom(i) : solveOne(i);
+            if (outcome.stops)
+                return outcome.status;
+            i += isGroup ? lanes : 1;
+        }
+        return kvlOk;
+    }
+
+private:
+    KVLM_INLINE Outcome stored(ptrdiff_t i, Outcome outcome) const
+    {
+        const GeneralScratch<Kind, int> scratch = {buffer, n};
+        if (!outcome.stops) {
+            storeSet(right, i, scratch.right().base, n);
+            storeSet(left, i, scratch.left().base, n);
+        }
+        return outcome;
+    }
+};
+
 template <class S, class R, class L, class T>
 KVLM_INLINE KvlStatus solveObjects(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length order,
                                    Count count, Buffer<T> buffer)
 {
     using Kind = GeneralKind<T, !std::is_same_v<R, NoSet>, !std::is_same_v<L, NoSet>>;
-    const int n = order.length;
-    const GeneralScratch<Kind, int> scratch = {buffer.base, n};
-    for (ptrdiff_t i = 0; i < count.count; ++i) {
-        const auto src = viewOf(s, i, n);
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                buffer.base[static_cast<ptrdiff_t>(r) * n + c] = get(src.at(r, c));
-        const Outcome outcome = solveGeneral<Kind>(n, buffer.base, re.base + i * n, im.base + i * n);
-        if (outcome.stops)
-            return outcome.status;
-        storeSet(right, i, scratch.right().base, n);
-        storeSet(left, i, scratch.left().base, n);
-    }
-    return kvlOk;
+    return GeneralBatch<Kind, S, R, L>{s, right, left, re.base, im.base, order.length, buffer.base}.solve(count.count);
 }
 
 // The algorithms of the members; those of one object have no count.

@@ -13,6 +13,9 @@ namespace kvlm {
 // A square matrix by columns, of an order that is Fixed or an int: (i, j) is row i of column j.
 template <class T, class Order>
 struct Columns {
+    using Element = T;
+    static constexpr int step = 1; // from one element of a column to the next
+
     T *base;
     Order n;
 

@@ -8,31 +8,44 @@
 namespace kvlm {
 
 // The eigenvalues alone, or, with HasSchur, also the Schur form in h and its vectors in q, which is the reflections
-// before and lies right behind h.
-template <class T, class Order, bool HasSchur>
+// before and lies right behind h. Matrix is Columns, or one object of a group.
+template <class Matrix, bool HasSchur>
 class QRIteration {
+    using T = typename Matrix::Element;
+    using Order = std::remove_const_t<decltype(Matrix::n)>;
+
 public:
-    KVLM_INLINE QRIteration(Columns<T, Order> h, Columns<T, Order> q, T *re, T *im) : n(h.n), h(h), q(q), re(re), im(im)
+    KVLM_INLINE QRIteration(Matrix h, Matrix q, T *re, T *im)
+        : n(h.n), h(h), q(q), re(re), im(im), sweepsLeft(sweepsPerRow * int(n)), bottom(n - 1)
     {
     }
 
     // False if the sweeps do not suffice: what is resolved then stands in re and im.
     KVLM_INLINE bool run()
     {
-        int sweepsLeft = sweepsPerRow * int(n);
-        for (bottom = n - 1; bottom >= 0; bottom = top - 1) {
-            // Settled: the search of one sweep goes no further up than that of the sweep before.
-            top = 0;
-            int sweeps = 0;
-            while (deflate(), top < bottom - 1) {
-                sweep(sweeps);
-                if (++sweeps >= sweepsLeft)
-                    return false;
-            }
-            resolve();
-            sweepsLeft -= sweeps;
+        while (advance()) {
+            sweep();
+            if (++sweeps >= sweepsLeft)
+                return false;
         }
         return true;
+    }
+
+    // Resolves blocks until one needs a sweep; false if none is left.
+    KVLM_INLINE bool advance()
+    {
+        while (bottom >= 0) {
+            deflate();
+            if (top < bottom - 1)
+                return true;
+            resolve();
+            sweepsLeft -= sweeps;
+            sweeps = 0;
+            bottom = top - 1;
+            // Settled: until then the search of one sweep goes no further up than that of the sweep before.
+            top = 0;
+        }
+        return false;
     }
 
 private:
@@ -56,7 +69,7 @@ private:
         if constexpr (HasSchur) {
             T size = magnitude(h(k - 1, k - 1)) + magnitude(h(k, k));
             if (!(size > smallestNormal<T>))
-                blockNorm(&h(top, top), n, top, bottom, size);
+                blockNorm(h.column(top) + top * h.step, h.step, int(n), top, bottom, size);
             const T relative = size * epsilon, least = static_cast<T>(int(n)) * (smallestNormal<T> / epsilon);
             return relative > least ? relative : least;
         } else
@@ -65,14 +78,14 @@ private:
 
     // Settled: column j is counted from that of `top` and j + 1 long, where from 0 was meant; so for top > 0 it runs
     // into what lies behind h.
-    static __attribute__((noinline)) void blockNorm(const T *corner, int n, int top, int bottom, T &norm)
+    static __attribute__((noinline)) void blockNorm(const T *corner, int step, int n, int top, int bottom, T &norm)
     {
         norm = 0;
         for (int j = top; j <= bottom; ++j) {
-            const T *const x = corner + static_cast<ptrdiff_t>(j) * n;
+            const T *const x = corner + static_cast<ptrdiff_t>(j) * n * step;
             T sum = 0;
             for (int i = 0; i <= j; ++i)
-                sum += magnitude(x[i]);
+                sum += magnitude(x[i * step]);
             norm = sum > norm ? sum : norm;
         }
     }
@@ -81,7 +94,7 @@ private:
         T h44, h33, product;
     };
 
-    KVLM_INLINE Shifts shifts(int sweeps) const
+    KVLM_INLINE Shifts shifts() const
     {
         const int i = bottom;
         T h44 = h(i, i);
@@ -122,10 +135,10 @@ private:
         }
     }
 
-    KVLM_INLINE void sweep(int sweeps)
+    KVLM_INLINE void sweep()
     {
         T v[3];
-        const int first = start(shifts(sweeps), v);
+        const int first = start(shifts(), v);
         for (int k = first; k < bottom - 1; ++k) {
             if (k > first) {
                 v[0] = h(k, k - 1);
@@ -223,10 +236,13 @@ private:
     }
 
     const Order n;
-    const Columns<T, Order> h, q;
+    const Matrix h, q;
     T *const re, *const im;
-    int top = 0, bottom = 0;
+    int sweepsLeft;
     Rotation<T> rotation;
+
+public:
+    int top = 0, bottom, sweeps = 0; // of the active block
 };
 
 } // namespace kvlm
