@@ -121,6 +121,7 @@ struct Member {
     bool isTall() const { return family.find("QR") == 0; } // width is at most height
     bool isNumerical() const { return (isSquare() && family != "Trace") || isTall(); }
     bool isEigen() const { return family.find("Eigen") == 0; }
+    bool isGeneralEigen() const { return isEigen() && family.find("Sym") == std::string::npos; }
     // Sums of products: the sizes of the sources are arguments of their own.
     bool isProduct() const { return has("x") || family == "AffineTransform3DH"; }
     bool isMatrixProduct() const { return has("x") && !has("z"); }

@@ -26,13 +26,14 @@ TEST(Identity, VersionRecord)
     EXPECT_EQ(sizeof(KvlLibraryVersion), sizeof(void *) == 4 ? 32u : 48u);
 }
 
-// No exported function is missing from the table that the tests go by; the version alone has no row.
+// No exported function is missing from the table that the tests go by; the version and the four sizes of scratch have
+// no row.
 TEST(Identity, EveryPublicFunctionIsAMember)
 {
     std::set<std::string> names;
     for (const Member &member : members())
         names.insert(member.name);
-    EXPECT_EQ(names.size() + 1, static_cast<std::size_t>(KVLM_PUBLIC_FUNCTIONS));
+    EXPECT_EQ(names.size() + 5, static_cast<std::size_t>(KVLM_PUBLIC_FUNCTIONS));
 }
 
 TEST(Core, CacheSizeAndTeam)

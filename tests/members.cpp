@@ -8,7 +8,8 @@
     X(Det, m) X(LUDecomp, m) X(LUBackSubst, mv) X(Invert, m) X(Transpose, m) X(CholeskyDecomp, m) \
     X(CholeskyBackSubst, mv) X(QRDecomp, m) X(QRBackSubst, mv) \
     X(Mul, mm) X(Mul, tm) X(Mul, mt) X(Mul, tt) X(Mul, mv) X(Mul, tv) X(Mul, mc) X(Mul, tc) X(Mul, vc) X(Gaxpy, mv) \
-    X(EigenValuesSym, m) X(EigenValuesVectorsSym, m) \
+    X(EigenValuesSym, m) X(EigenValuesVectorsSym, m) X(EigenValues, m) X(EigenValuesVectors, m) \
+    X(EigenValuesVectorsRight, m) X(EigenValuesVectorsLeft, m) \
     X(Add, vc) X(Sub, vv) X(Sub, vc) X(Sub, cv) X(DotProduct, vv) X(L2Norm, v) X(CrossProduct, vv) X(Saxpy, vv) \
     X(LComb, vv) X(Trace, m) X(FrobNorm, m)
 // clang-format on
@@ -104,7 +105,11 @@
     X(LComb, vav, "NCST", estimateVectorArrayAndOne, detLimits)                                                        \
     X(LComb, vava, "NCST", estimateVectorArrays, detLimits)                                                            \
     X(Trace, ma, "NCST", estimateByOrder, detLimits)                                                                   \
-    X(FrobNorm, ma, "NCST", estimateElements, detLimits)
+    X(FrobNorm, ma, "NCST", estimateElements, detLimits)                                                               \
+    X(EigenValues, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, generalValuesLimits)                               \
+    X(EigenValuesVectors, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)                    \
+    X(EigenValuesVectorsRight, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)               \
+    X(EigenValuesVectorsLeft, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)
 
 // X(family, operands, orders of checks in S; in _P at 32f, at 64f; in _L): arrays without a driver.
 #define SERIAL_ARRAY_MEMBERS(X)                                                                                        \

@@ -175,6 +175,11 @@ inline int estimateSymmetricVectors(int n, int, int count)
     return mul32(mul32(n, 2 * n + 1), count);
 }
 
+inline int estimateGeneralVectors(int n, int, int count)
+{
+    return mul32(mul32(n, 3 * n + 1), count);
+}
+
 // The least estimates of a driver, by kernel: plain, _S2, _P, _L, _LS2.
 struct LimitTable {
     int plain, strided, pointer, list, listStrided;
@@ -262,6 +267,16 @@ inline LimitTable qrLimits(bool)
     return {2801, 2801, 1801, 1801, 1801};
 }
 
+inline LimitTable generalValuesLimits(bool)
+{
+    return {10001, 10001, 10001, 10001, 10001};
+}
+
+inline LimitTable generalVectorsLimits(bool)
+{
+    return {7001, 7001, 7001, 7001, 7001};
+}
+
 // The order of checks in a description: three are given, or that of the standard description alone.
 inline std::string orderIn(char description, const std::string &orders)
 {
@@ -304,7 +319,14 @@ inline std::vector<std::string> operandsOf(const std::string &family, const std:
         all.insert(all.end(), {"b", "e", "n"});
     else if (family == "EigenValuesVectorsSym")
         all.insert(all.end(), {"b", "M" + a, "e", "n"});
-    else if (family == "CrossProduct")
+    else if (family.find("EigenValues") == 0) {
+        if (family != "EigenValues")
+            all.insert(all.end(), family == "EigenValuesVectors" ? 2 : 1, "M" + a);
+        all.insert(all.end(), {"e", "e", "n"});
+        all.insert(all.end(), array ? 1 : 0, "k");
+        all.push_back("b");
+        return all;
+    } else if (family == "CrossProduct")
         all.push_back("V" + a);
     else if (family == "Saxpy" || family == "LComb") {
         all.insert(all.begin() + 1, "c");

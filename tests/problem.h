@@ -2,6 +2,7 @@
 #pragma once
 
 #include "members.h"
+#include "oracle_eigengen.h"
 #include "oracle_eigensym.h"
 #include "oracle_vectors.h"
 #include "values.h"
@@ -55,7 +56,8 @@ public:
             makeFactors(random);
         initial = target().get();
         initialPivots = pivots ? pivots->get() : std::vector<int>();
-        initialRuns = runs ? runs->get() : std::vector<T>();
+        for (const Operand<T> *other : others)
+            initialOthers.push_back(other->get());
     }
 
     // Calls, and says what is wrong: nothing if `done` objects from `first` on hold the result, as far as none of them
@@ -71,11 +73,12 @@ public:
     {
         std::vector<T> result = initial;
         std::vector<int> pivotResult = initialPivots;
-        std::vector<T> runResult = initialRuns;
+        std::vector<std::vector<T>> otherResults = initialOthers;
         KvlStatus expected = kvlOk;
         int written = 0;
-        while (written < done && (expected == kvlOk || member.family == "AffineTransform3DH")) {
-            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data(), runResult.data());
+        ended = false;
+        while (written < done && !ended && (expected == kvlOk || member.family == "AffineTransform3DH")) {
+            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data(), otherResults);
             expected = expected ? expected : ofObject;
         }
         if (status != expected)
@@ -84,9 +87,9 @@ public:
             acceptAnyNan(target(), initial, result);
         const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
         target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
-        if (runs) {
-            acceptAnyNan(*runs, initialRuns, runResult);
-            runs->expect(runResult, first, written);
+        for (std::size_t k = 0; k < others.size(); ++k) {
+            acceptAnyNan(*others[k], initialOthers[k], otherResults[k]);
+            others[k]->expect(otherResults[k], first, written);
         }
         std::string wrong;
         if (pivots && member.has("P"))
@@ -111,7 +114,7 @@ public:
     }
     Operand<T> &target() { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
-    Operand<T> *secondResult() { return runs; }
+    const std::vector<Operand<T> *> &otherResults() const { return others; }
 
     Args args;
 
@@ -171,26 +174,40 @@ private:
         } else if (std::string("MXVDE").find(letter) != std::string::npos) {
             const std::string lower = letter == 'M' || letter == 'X' ? "m" : letter == 'V' ? "v" : "d";
             const Shape shape = shapeOf(letter);
-            dst = addOperand(lower + token.substr(1), shape, setting.dst, member.dstDescription);
-            perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
-            target().appendTo(args);
-        } else if (letter == 'e') {
-            (dst ? runs : dst) = addOperand("d", shapeOf(letter), Layout::packed);
-            (runs ? runs : dst)->appendTo(args);
-            perObject = runs ? perObject : n;
-        } else if (letter == 'p' || letter == 'P') {
+            addResult(
+                addOperand(lower + token.substr(1), shape, dst ? setting.src2 : setting.dst, member.dstDescription));
+        } else if (letter == 'e')
+            addResult(addOperand("d", shapeOf(letter), Layout::packed));
+        else if (letter == 'p' || letter == 'P') {
             pivotRuns = member.operands[0].size() > 1 ? count : 1;
             pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
             pivots->appendTo(args);
         } else if (letter == 'b') {
             const int size = sizeof(T), pivots = member.isEigen() ? 0 : (n * 4 + size - 1) / size;
-            const int elements = member.isTall() ? height : n * n + pivots;
+            const int elements = member.isTall()           ? height
+                                 : member.isGeneralEigen() ? n * ((others.size() > 1 ? 3 : 1) * n + 5)
+                                                           : n * n + pivots;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             buffer->appendTo(args);
         } else
             args.push_back(Arg::integer(letter == 'k' ? 'C' : 'S', letter == 'k'   ? setting.count
                                                                    : letter == 'h' ? height
                                                                                    : n));
+    }
+    // The destination, or with one before it another result. Where shifts and strides of the results are checked after
+    // those of the sources, their arguments are told apart.
+    void addResult(Operand<T> *result)
+    {
+        if (dst)
+            others.push_back(result);
+        else {
+            dst = result;
+            perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
+        }
+        const std::size_t first = args.size();
+        (others.empty() ? target() : *result).appendTo(args);
+        for (std::size_t k = first; k < args.size(); ++k)
+            args[k].round = args[k].check != 'N' && std::count(member.order.begin(), member.order.end(), 'H') > 1;
     }
     std::vector<T> valuesOf(const std::string &token, std::size_t size, Random &random)
     {
@@ -229,6 +246,8 @@ private:
         if (member.isTall())
             return someTallMatrix<T>(n, height, difficult, random);
         const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
+        if (member.isGeneralEigen())
+            return difficult ? difficultGeneral(n, a, random) : a;
         if (member.isEigen())
             return difficult ? difficultSymmetric(n, a, random) : symmetric(n, a);
         return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
@@ -262,7 +281,7 @@ private:
     }
 
     // Object i by the oracle, into the results of all.
-    KvlStatus compute(int i, T *result, int *pivotResult, T *runResult) const
+    KvlStatus compute(int i, T *result, int *pivotResult, std::vector<std::vector<T>> &otherResults)
     {
         if (moves()) {
             for (int k = 0; k < perObject; ++k)
@@ -285,7 +304,7 @@ private:
         else if (member.family == "Invert")
             return oracle::invert(n, a0, x, isArray, adjacent);
         else if (member.isEigen())
-            return computeEigen(a0, runs ? runResult + static_cast<std::size_t>(i) * n : x, runs ? x : nullptr);
+            return computeEigen(i, a0, x, otherResults);
         else if (member.isProduct())
             return computeProduct(i, x, adjacent);
         else if (member.isMeasure())
@@ -308,13 +327,30 @@ private:
                 x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
         return kvlOk;
     }
-    KvlStatus computeEigen(const T *a, T *eigenvalues, T *eigenvectors) const
+    KvlStatus computeEigen(int i, const T *a, T *x, std::vector<std::vector<T>> &otherResults)
     {
-        const bool isArray = member.isArray();
+        const auto other = [&](std::size_t k) {
+            return otherResults[k].data() + otherResults[k].size() / (member.isArray() ? count : 1) * i;
+        };
+        if (member.isGeneralEigen()) {
+            const bool right = member.family.find("Left") == std::string::npos && others.size() > 1;
+            const bool left = member.family.find("Right") == std::string::npos && others.size() > 1;
+            oracle::EigenGeneral<T> problem(n, right, left);
+            const std::size_t re = others.size() - 2; // of the last two; of the values alone it is the destination
+            const KvlStatus status =
+                problem.solve(a, others.size() > 1 ? other(re) : x, other(others.size() - 1), right ? x : nullptr,
+                              !left   ? nullptr
+                              : right ? other(0)
+                                      : x);
+            ended = problem.ended;
+            return status;
+        }
+        const bool isArray = member.isArray(), hasVectors = !others.empty();
         const bool zeroBound = member.name == "kvlmEigenValuesVectorsSym_m_32f" && !isAdjacent();
-        if (eigenvectors && isArray)
-            return oracle::EigenSym<T, double>(n, isArray, true, false).solve(a, eigenvalues, eigenvectors);
-        return oracle::EigenSym<T, T>(n, isArray, eigenvectors, zeroBound).solve(a, eigenvalues, eigenvectors);
+        T *const values = hasVectors ? other(0) : x, *const vectors = hasVectors ? x : nullptr;
+        if (hasVectors && isArray)
+            return oracle::EigenSym<T, double>(n, isArray, true, false).solve(a, values, vectors);
+        return oracle::EigenSym<T, T>(n, isArray, hasVectors, zeroBound).solve(a, values, vectors);
     }
     // Element k of object i of a source; a single one is the same for all.
     const T *values(int source, int i) const
@@ -407,13 +443,15 @@ private:
     int n, count, height = 0, inner = 0;
     Shape stored = {}; // the last source
     int perObject = 0, pivotRuns = 0;
-    bool nanInFirst = false;
+    bool nanInFirst = false, ended = false;
     Random layoutRandom;
     std::vector<std::unique_ptr<Operand<T>>> operands;
     std::vector<Operand<T> *> sources;
-    Operand<T> *dst = nullptr, *runs = nullptr, *buffer = nullptr;
+    Operand<T> *dst = nullptr, *buffer = nullptr;
+    std::vector<Operand<T> *> others; // results besides dst
     std::unique_ptr<Operand<int>> pivots;
     std::vector<std::vector<T>> sourceValues;
-    std::vector<T> initial, initialRuns;
+    std::vector<T> initial;
+    std::vector<std::vector<T>> initialOthers;
     std::vector<int> initialPivots;
 };

@@ -134,6 +134,69 @@ std::vector<T> difficultSymmetric(int n, std::vector<T> a, Random &random)
     return symmetric(n, a);
 }
 
+// From a difficult matrix: as it is, or one on which reduction, sweeps, blocks or substitutions come to their turnings.
+template <class T>
+std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &random)
+{
+    enum {
+        asItIs,
+        whole,
+        triangle,
+        emptyDiagonal,
+        companion,
+        equalDiagonals,
+        unitDiagonal,
+        jordan,
+        tiny,
+        special,
+        tight
+    };
+    const int kind = random.below(tight + 1);
+    if (kind == asItIs)
+        return difficult;
+    std::vector<T> a = someMatrix<T>(n, random);
+    const auto at = [&](int r, int c) -> T & { return a[r * n + c]; };
+    const T small = std::ldexp(T(1), sizeof(T) == 4 ? -100 : -900), huge = std::numeric_limits<T>::max();
+    const T odd[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(), huge, small};
+    const int chosen = random.below(n) / 2; // of the blocks of 1 or 2 along the diagonal
+    for (int r = 0; r < n; ++r)
+        for (int c = 0; c < n; ++c) {
+            const bool isInBlock = r / 2 == c / 2, isBelow = c < r && !isInBlock;
+            T &x = at(r, c);
+            if (kind == whole)
+                x = T(random.below(5) - 2) * T(random.below(3) > 0);
+            else if (kind == triangle)
+                x = c < r ? T(0) : T(random.below(5) - 2);
+            else if (kind == emptyDiagonal)
+                x = r == c ? T(0) : std::ldexp(x, -random.below(sizeof(T) == 4 ? 40 : 80));
+            else if (kind == companion)
+                x = r == n - 1 ? T(random.below(7) - 3) : T(c == r + 1);
+            else if (kind == unitDiagonal)
+                x = r == c ? T(1) : T(random.below(3) - 1) * T(random.below(2));
+            else if (kind == jordan)
+                x = r == c ? T(0.5) : T(c == r + 1);
+            else if (isBelow || (!isInBlock && random.below(3) == 0))
+                x = 0;
+            else if (kind == equalDiagonals && r == c && r % 2 == 1)
+                x = at(r - 1, c - 1);
+            else if (kind == equalDiagonals && c == r - 1 && random.below(2)) // neighbours of either sign
+                x = random.below(2) ? at(c, r) : -at(c, r);
+            else if (kind == tiny && isInBlock && r / 2 == chosen)
+                x *= small;
+            else if (kind == special && isInBlock && r / 2 == chosen && random.below(3) == 0)
+                x = odd[random.below(4)];
+            else if (kind == tight && isInBlock) // equal tiny blocks, coupled by large elements
+                x = r == c ? small : c > r ? small * T(-0.5) : small * T(random.below(2) ? 0.5 : 0.25);
+        }
+    if (kind == jordan && n > 1)
+        std::swap_ranges(&a[0], &a[0] + n, &a[random.below(n - 1) * n + n]);
+    if (random.below(3) == 0) // what is upper becomes lower
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < r; ++c)
+                std::swap(at(r, c), at(c, r));
+    return a;
+}
+
 // Factors of sums: numbers between -1 and 1 with zeros, infinities and the extremes of the exponent among them now and
 // then. Of difficult ones the products are zeros, most of them negative.
 template <class T>

@@ -2703,6 +2703,245 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f_L(const double *const *src, 
 /** @} */
 
 /**
+ * @name Scratch of general eigenproblems
+ * *size gets the bytes that `buffer` must have for matrices of order widthHeight = n, for a single object and for an
+ * array alike: n*(n + 5) elements for the eigenvalues alone, n*(3*n + 5) for eigenvalues and vectors. The product wraps
+ * at 32 bits, as n reaches ten thousands.
+ *
+ * Checks: size, widthHeight.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesGetBufSize_32f(int widthHeight, int *size);
+KVLM_API KvlStatus kvlmEigenValuesGetBufSize_64f(int widthHeight, int *size);
+KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_32f(int widthHeight, int *size);
+KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *size);
+/** @} */
+
+/**
+ * @name Eigenvalues of general matrices
+ * dstRe and dstIm hold the real and imaginary parts of the eigenvalues of src, of order widthHeight = n: n adjacent
+ * elements each per object, the objects' runs behind one another, in every description. Complex pairs stand side by
+ * side, the value with the positive imaginary part first. There is no other order: the values come as the diagonal
+ * blocks of the transposed matrix's Schur form do.
+ *
+ * `buffer` is scratch of kvlmEigenValuesGetBufSize bytes, whatever the count; no alignment is asked of it. The threads
+ * of a team have scratch of their own instead.
+ *
+ * Method: Householder's reduction to Hessenberg form, then double-step QR sweeps with implicit shifts and exceptional
+ * ones after 10 and 20 (Golub and Van Loan, Matrix Computations, 7.4 and 7.5; LAPACK's hqr), on the transpose of src,
+ * without balancing or scaling. Settled: an off-diagonal element of the Hessenberg form counts as zero if it is at most
+ * eps = 2^-23 (32f) or 2^-52 (64f), whatever stands beside it, so the error is up to a small multiple of n times eps
+ * times the larger of 1 and the norm of src, and more for values that are ill-conditioned: scale matrices that are
+ * small. Settled, too: a 2 x 2 block with equal diagonal elements is a complex pair, also where its values are real: (2
+ * 1, 1 2) has 2 + i and 2 - i; and where two real values of a block nearly meet, they may come out as far apart as the
+ * diagonal was.
+ *
+ * A diagonal or lower triangular src has its diagonal as values, in order. Zeros, infinities and NaN are ordinary
+ * elements: every call ends.
+ *
+ * kvlErrNoConvergence if 30*n sweeps in all do not suffice: the values that were found stand at the end of the object's
+ * runs, the elements before them are untouched. An array stops at the first object that fails: earlier ones are
+ * complete, later ones untouched. In a team this is so in the part of each thread.
+ *
+ * Checks: pointers, widthHeight, `count`, shifts, strides. dstRe, dstIm and buffer must overlap neither src nor each
+ * other.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValues_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dstRe,
+                                         float *dstIm, int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValues_m_32f_P(const float *const *src, int srcShift, float *dstRe, float *dstIm,
+                                           int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValues_m_64f(const double *src, int srcRowStride, int srcElemStride, double *dstRe,
+                                         double *dstIm, int widthHeight, double *buffer);
+KVLM_API KvlStatus kvlmEigenValues_m_64f_P(const double *const *src, int srcShift, double *dstRe, double *dstIm,
+                                           int widthHeight, double *buffer);
+
+KVLM_API KvlStatus kvlmEigenValues_ma_32f(const float *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                          float *dstRe, float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValues_ma_32f_P(const float *const *src, int srcShift, int srcObjStride, float *dstRe,
+                                            float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValues_ma_32f_L(const float *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                            float *dstRe, float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValues_ma_64f(const double *src, int srcObjStride, int srcRowStride, int srcElemStride,
+                                          double *dstRe, double *dstIm, int widthHeight, int count, double *buffer);
+KVLM_API KvlStatus kvlmEigenValues_ma_64f_P(const double *const *src, int srcShift, int srcObjStride, double *dstRe,
+                                            double *dstIm, int widthHeight, int count, double *buffer);
+KVLM_API KvlStatus kvlmEigenValues_ma_64f_L(const double *const *src, int srcShift, int srcRowStride, int srcElemStride,
+                                            double *dstRe, double *dstIm, int widthHeight, int count, double *buffer);
+/** @} */
+
+/**
+ * @name Eigenvalues and both sets of eigenvectors of general matrices
+ * dstRe and dstIm as in the eigenvalues alone, and two matrices of order n in the description of the call,
+ * dstVectorsRight and dstVectorsLeft. Their columns are vectors of Euclidean length 1, up to rounding:
+ *
+ * - of a real value w at position j, column j. With x of the right set and y of the left set and A = src,
+ *   A^T * x = w * x and A * y = w * y. The sides are those of the transposed matrix: what is usually called a right
+ *   eigenvector of src is found in dstVectorsLeft;
+ * - of a pair at positions j and j + 1, column j is the real part u and column j + 1 the imaginary part v. With w the
+ *   value at position j, A^T * (u + i*v) = w * (u + i*v) for the right set, and A * (u - i*v) = w * (u - i*v) for the
+ *   left set. The conjugates belong to the value at j + 1. A pair is turned so that its largest element is real, up to
+ *   rounding; the signs are free.
+ *
+ * `buffer` is scratch of kvlmEigenValuesVectorsGetBufSize bytes, otherwise as above.
+ *
+ * Method: that of the eigenvalues alone, on the whole matrix and accumulating the transformations; then substitution in
+ * the Schur form, product, normalisation (Golub and Van Loan, Matrix Computations, 7.6.4; LAPACK's hqr2, trevc). An
+ * off-diagonal element counts as zero if it is at most eps times the sum of its neighbours on the diagonal, or, where
+ * both vanish, a norm of the active block: so small matrices need no scaling here, and the values may differ from those
+ * of the eigenvalues alone. At 32f lengths are made 1 by the processor's approximate reciprocal root and one Newton
+ * step, which may differ from processor to processor in the last bits.
+ *
+ * Residuals are within a small multiple of n times eps times the norm of src. Defective values have vectors that are
+ * parallel up to rounding. Settled exceptions: in a 2 x 2 block with equal diagonal elements and neighbours of the same
+ * sign the rotation of an earlier block is applied, or, in the first block, one that is zero, which makes the vectors
+ * NaN; and where two real values of a block nearly meet, the Schur form is not exact.
+ *
+ * kvlErrNoConvergence as in the eigenvalues alone. kvlErrSmallPivot if a 2 x 2 block vanishes in the substitution for a
+ * complex pair, as happens with infinities and NaN: dstRe and dstIm are then complete. Settled: if that happens in the
+ * substitution for a real value the call ends with kvlOk. In all these cases neither vectors of the object nor any
+ * later object is written (in a team: of the thread's part).
+ *
+ * Checks: pointers, widthHeight, `count`, srcShift, strides of src, shifts of the destinations, their strides; in the
+ * standard description: pointers, widthHeight, `count`, strides. No destination may overlap src, buffer or another.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesVectors_m_32f(const float *src, int srcRowStride, int srcElemStride,
+                                                float *dstVectorsRight, int dstRightRowStride, int dstRightElemStride,
+                                                float *dstVectorsLeft, int dstLeftRowStride, int dstLeftElemStride,
+                                                float *dstRe, float *dstIm, int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_m_32f_P(const float *const *src, int srcShift, float *const *dstVectorsRight,
+                                                  int dstRightShift, float *const *dstVectorsLeft, int dstLeftShift,
+                                                  float *dstRe, float *dstIm, int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_m_64f(const double *src, int srcRowStride, int srcElemStride,
+                                                double *dstVectorsRight, int dstRightRowStride, int dstRightElemStride,
+                                                double *dstVectorsLeft, int dstLeftRowStride, int dstLeftElemStride,
+                                                double *dstRe, double *dstIm, int widthHeight, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_m_64f_P(const double *const *src, int srcShift,
+                                                  double *const *dstVectorsRight, int dstRightShift,
+                                                  double *const *dstVectorsLeft, int dstLeftShift, double *dstRe,
+                                                  double *dstIm, int widthHeight, double *buffer);
+
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_32f(const float *src, int srcObjStride, int srcRowStride,
+                                                 int srcElemStride, float *dstVectorsRight, int dstRightObjStride,
+                                                 int dstRightRowStride, int dstRightElemStride, float *dstVectorsLeft,
+                                                 int dstLeftObjStride, int dstLeftRowStride, int dstLeftElemStride,
+                                                 float *dstRe, float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_32f_P(const float *const *src, int srcShift, int srcObjStride,
+                                                   float *const *dstVectorsRight, int dstRightShift,
+                                                   int dstRightObjStride, float *const *dstVectorsLeft,
+                                                   int dstLeftShift, int dstLeftObjStride, float *dstRe, float *dstIm,
+                                                   int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                                   int srcElemStride, float *const *dstVectorsRight, int dstRightShift,
+                                                   int dstRightRowStride, int dstRightElemStride,
+                                                   float *const *dstVectorsLeft, int dstLeftShift, int dstLeftRowStride,
+                                                   int dstLeftElemStride, float *dstRe, float *dstIm, int widthHeight,
+                                                   int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f(const double *src, int srcObjStride, int srcRowStride,
+                                                 int srcElemStride, double *dstVectorsRight, int dstRightObjStride,
+                                                 int dstRightRowStride, int dstRightElemStride, double *dstVectorsLeft,
+                                                 int dstLeftObjStride, int dstLeftRowStride, int dstLeftElemStride,
+                                                 double *dstRe, double *dstIm, int widthHeight, int count,
+                                                 double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f_P(const double *const *src, int srcShift, int srcObjStride,
+                                                   double *const *dstVectorsRight, int dstRightShift,
+                                                   int dstRightObjStride, double *const *dstVectorsLeft,
+                                                   int dstLeftShift, int dstLeftObjStride, double *dstRe, double *dstIm,
+                                                   int widthHeight, int count, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                                   int srcElemStride, double *const *dstVectorsRight, int dstRightShift,
+                                                   int dstRightRowStride, int dstRightElemStride,
+                                                   double *const *dstVectorsLeft, int dstLeftShift,
+                                                   int dstLeftRowStride, int dstLeftElemStride, double *dstRe,
+                                                   double *dstIm, int widthHeight, int count, double *buffer);
+/** @} */
+
+/**
+ * @name Eigenvalues and one set of eigenvectors of general matrices
+ * dst gets the columns of dstVectorsRight or those of dstVectorsLeft above, bit for bit, dstRe and dstIm the same
+ * values. `buffer`, method, statuses and accuracy are those of both sets; kvlErrSmallPivot and the silent end come from
+ * the one substitution that is made.
+ *
+ * Checks: as for both sets.
+ * @{
+ */
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst,
+                                                     int dstRowStride, int dstElemStride, float *dstRe, float *dstIm,
+                                                     int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_32f_P(const float *const *src, int srcShift, float *const *dst,
+                                                       int dstShift, float *dstRe, float *dstIm, int widthHeight,
+                                                       float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_64f(const double *src, int srcRowStride, int srcElemStride,
+                                                     double *dst, int dstRowStride, int dstElemStride, double *dstRe,
+                                                     double *dstIm, int widthHeight, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_64f_P(const double *const *src, int srcShift, double *const *dst,
+                                                       int dstShift, double *dstRe, double *dstIm, int widthHeight,
+                                                       double *buffer);
+
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_32f(const float *src, int srcObjStride, int srcRowStride,
+                                                      int srcElemStride, float *dst, int dstObjStride, int dstRowStride,
+                                                      int dstElemStride, float *dstRe, float *dstIm, int widthHeight,
+                                                      int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_32f_P(const float *const *src, int srcShift, int srcObjStride,
+                                                        float *const *dst, int dstShift, int dstObjStride, float *dstRe,
+                                                        float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                                        int srcElemStride, float *const *dst, int dstShift,
+                                                        int dstRowStride, int dstElemStride, float *dstRe, float *dstIm,
+                                                        int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_64f(const double *src, int srcObjStride, int srcRowStride,
+                                                      int srcElemStride, double *dst, int dstObjStride,
+                                                      int dstRowStride, int dstElemStride, double *dstRe, double *dstIm,
+                                                      int widthHeight, int count, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_64f_P(const double *const *src, int srcShift, int srcObjStride,
+                                                        double *const *dst, int dstShift, int dstObjStride,
+                                                        double *dstRe, double *dstIm, int widthHeight, int count,
+                                                        double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsRight_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                                        int srcElemStride, double *const *dst, int dstShift,
+                                                        int dstRowStride, int dstElemStride, double *dstRe,
+                                                        double *dstIm, int widthHeight, int count, double *buffer);
+
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst,
+                                                    int dstRowStride, int dstElemStride, float *dstRe, float *dstIm,
+                                                    int widthHeight, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_m_32f_P(const float *const *src, int srcShift, float *const *dst,
+                                                      int dstShift, float *dstRe, float *dstIm, int widthHeight,
+                                                      float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_m_64f(const double *src, int srcRowStride, int srcElemStride, double *dst,
+                                                    int dstRowStride, int dstElemStride, double *dstRe, double *dstIm,
+                                                    int widthHeight, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_m_64f_P(const double *const *src, int srcShift, double *const *dst,
+                                                      int dstShift, double *dstRe, double *dstIm, int widthHeight,
+                                                      double *buffer);
+
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_32f(const float *src, int srcObjStride, int srcRowStride,
+                                                     int srcElemStride, float *dst, int dstObjStride, int dstRowStride,
+                                                     int dstElemStride, float *dstRe, float *dstIm, int widthHeight,
+                                                     int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_32f_P(const float *const *src, int srcShift, int srcObjStride,
+                                                       float *const *dst, int dstShift, int dstObjStride, float *dstRe,
+                                                       float *dstIm, int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_32f_L(const float *const *src, int srcShift, int srcRowStride,
+                                                       int srcElemStride, float *const *dst, int dstShift,
+                                                       int dstRowStride, int dstElemStride, float *dstRe, float *dstIm,
+                                                       int widthHeight, int count, float *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f(const double *src, int srcObjStride, int srcRowStride,
+                                                     int srcElemStride, double *dst, int dstObjStride, int dstRowStride,
+                                                     int dstElemStride, double *dstRe, double *dstIm, int widthHeight,
+                                                     int count, double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_P(const double *const *src, int srcShift, int srcObjStride,
+                                                       double *const *dst, int dstShift, int dstObjStride,
+                                                       double *dstRe, double *dstIm, int widthHeight, int count,
+                                                       double *buffer);
+KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_L(const double *const *src, int srcShift, int srcRowStride,
+                                                       int srcElemStride, double *const *dst, int dstShift,
+                                                       int dstRowStride, int dstElemStride, double *dstRe,
+                                                       double *dstIm, int widthHeight, int count, double *buffer);
+/** @} */
+
+/**
  * @name Cholesky decomposition
  * A = L * L^T for symmetric positive definite A, of order widthHeight = n, without pivoting (Golub and Van Loan, Matrix
  * Computations, 4.2). Of src only the elements on and below the diagonal are read: symmetry is taken for granted. dst

@@ -205,4 +205,13 @@ constexpr Limits normLimits = {20000, 20000, 20000, 20000, 20000};
 #define NORM_V(X, D, T)  X##_V_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len)
 #define NORM_VA(X, D, T) X##_VA_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
 
+// A member on arrays, by the plans of the plain and the list kernel, and of _S2.
+#define DOT_ARRAYS(name, CLASS, T, plain, strided, work)                                                               \
+    KERNEL(own##name, CLASS, U, T, dotProduct<plain>)                                                                  \
+    KERNEL(own##name##_S2, CLASS, S, T, dotProduct<strided>)                                                           \
+    KERNEL(own##name##_P, CLASS, P, T, dotProduct<sequential>)                                                         \
+    KERNEL(own##name##_L, CLASS, LU, T, dotProduct<plain>)                                                             \
+    KERNEL(own##name##_LS2, CLASS, LS, T, dotProduct<sequential>)                                                      \
+    BATCH_FUNCTIONS(name, CLASS, T, UsualOrder, work(len, count), dotLimits<T>)
+
 #endif

@@ -3,13 +3,5 @@
 
 using namespace kvlm;
 
-#define ROW(name, T, plain)                                                                                            \
-    KERNEL(own##name, DOT_VAVA, U, T, dotProduct<plain>)                                                               \
-    KERNEL(own##name##_S2, DOT_VAVA, S, T, dotProduct<sequential>)                                                     \
-    KERNEL(own##name##_P, DOT_VAVA, P, T, dotProduct<sequential>)                                                      \
-    KERNEL(own##name##_L, DOT_VAVA, LU, T, dotProduct<plain>)                                                          \
-    KERNEL(own##name##_LS2, DOT_VAVA, LS, T, dotProduct<sequential>)                                                   \
-    BATCH_FUNCTIONS(name, DOT_VAVA, T, UsualOrder, dotArraysWork(len, count), dotLimits<T>)
-
-ROW(kvlmDotProduct_vava_32f, float, dotArrays32f)
-ROW(kvlmDotProduct_vava_64f, double, dotArrays64f)
+DOT_ARRAYS(kvlmDotProduct_vava_32f, DOT_VAVA, float, dotArrays32f, sequential, dotArraysWork)
+DOT_ARRAYS(kvlmDotProduct_vava_64f, DOT_VAVA, double, dotArrays64f, sequential, dotArraysWork)

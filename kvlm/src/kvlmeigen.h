@@ -1,0 +1,423 @@
+// General eigenproblems: what each family computes in its scratch, and its kernels. The working matrix H is the source
+// by rows, read by columns: its transpose. So the right set belongs to the transposed source, and the left one to the
+// source.
+#ifndef KVLMEIGEN_H
+#define KVLMEIGEN_H
+
+#include "kvlm_groups.h"
+#include "kvlm_rows.h"
+#include "kvlmeigen_hessenberg.h"
+#include "kvlmeigen_lanes.h"
+#include "kvlmeigen_vectors.h"
+
+namespace kvlm {
+
+// What a family adds to the eigenvalues.
+template <class T, bool HasRight, bool HasLeft>
+struct GeneralKind {
+    using Element = T;
+    static constexpr bool hasRight = HasRight, hasLeft = HasLeft, hasVectors = HasRight || HasLeft;
+};
+
+// Where a set of vectors is not wanted.
+struct NoSet {};
+
+// The scratch of one object: H, then Q and, for both sets, the left vectors; behind them runs of n elements.
+template <class Kind, class Order>
+struct GeneralScratch {
+    using T = typename Kind::Element;
+    static constexpr int blocks = Kind::hasVectors ? 1 + Kind::hasRight + Kind::hasLeft : 1;
+
+    T *base;
+    Order n;
+
+    KVLM_INLINE Columns<T, Order> block(int k) const { return {base + k * (static_cast<ptrdiff_t>(n) * n), n}; }
+    KVLM_INLINE T *run(int k) const { return block(blocks).base + k * static_cast<ptrdiff_t>(n); }
+    KVLM_INLINE Columns<T, Order> h() const { return block(0); }
+    KVLM_INLINE Columns<T, Order> right() const { return block(1); }
+    KVLM_INLINE Columns<T, Order> left() const { return block(blocks - 1); }
+};
+
+// The Schur form in h, its vectors in q. False without convergence. In one copy for all families with vectors.
+template <class T, class Order>
+__attribute__((noinline)) bool reduceToSchur(Columns<T, Order> h, Columns<T, Order> q, T *tau, T *re, T *im)
+{
+    reduceToHessenberg(h, tau);
+    formReflections(h, tau, q);
+    clearBelowHessenberg(h);
+    return QRIteration<Columns<T, Order>, true>(h, q, re, im).run();
+}
+
+template <class T, class Order>
+__attribute__((noinline)) Outcome makeRightSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
+{
+    return EigenvectorSet<T, Order>(t, q, runs, runs + t.n, runs + 2 * t.n).makeRight();
+}
+
+template <class T, class Order>
+__attribute__((noinline)) Outcome makeLeftSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
+{
+    return EigenvectorSet<T, Order>(t, q, runs, runs + t.n, runs + 2 * t.n).makeLeft();
+}
+
+template <class T, class Order>
+__attribute__((noinline)) void normalise(Columns<T, Order> q, const T *im)
+{
+    Normalisation<T, Order>(q, im).run();
+}
+
+// The sums of the magnitudes above the diagonal.
+template <class T, class Order>
+KVLM_INLINE void sumColumns(Columns<T, Order> t, T *sums)
+{
+    for (int j = 0; j < t.n; ++j) {
+        sums[j] = 0;
+        for (int i = 0; i < j; ++i)
+            sums[j] += magnitude(t(i, j));
+    }
+}
+
+// The sets of vectors from what is in H and Q.
+template <class Kind, class Order>
+__attribute__((noinline)) Outcome makeSets(GeneralScratch<Kind, Order> scratch, const typename Kind::Element *im)
+{
+    using T = typename Kind::Element;
+    const auto h = scratch.h();
+    const int n = h.n;
+    T *const runs = scratch.run(0);
+    if constexpr (Kind::hasRight && Kind::hasLeft)
+        memcpy(scratch.left().base, scratch.right().base, sizeof(T) * n * n);
+    // Order 1 has its 1 as it is, also where the rounded root would make less of it.
+    if (n == 1)
+        return {};
+    sumColumns(h, runs);
+    if constexpr (Kind::hasRight) {
+        const Outcome outcome = makeRightSet(h, scratch.right(), runs);
+        if (outcome.stops)
+            return outcome;
+        normalise(scratch.right(), im);
+    }
+    if constexpr (Kind::hasLeft) {
+        const Outcome outcome = makeLeftSet(h, scratch.left(), runs);
+        if (outcome.stops)
+            return outcome;
+        normalise(scratch.left(), im);
+    }
+    return {};
+}
+
+// From what is in the working matrix.
+template <class Kind, class Order>
+__attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *buffer, typename Kind::Element *re,
+                                               typename Kind::Element *im)
+{
+    using T = typename Kind::Element;
+    const GeneralScratch<Kind, Order> scratch = {buffer, n};
+    const auto h = scratch.h();
+    T *const runs = scratch.run(0);
+    if constexpr (Kind::hasVectors) {
+        if (!reduceToSchur(h, scratch.right(), runs, re, im))
+            return {kvlErrNoConvergence, true};
+        return makeSets(scratch, im);
+    } else {
+        reduceToHessenberg(h, runs);
+        clearBelowHessenberg(h);
+        if (!QRIteration<Columns<T, Order>, false>(h, h, re, im).run())
+            return {kvlErrNoConvergence, true};
+        return {};
+    }
+}
+
+template <class Kind>
+__attribute__((noinline)) Outcome solveGeneral(int n, typename Kind::Element *buffer, typename Kind::Element *re,
+                                               typename Kind::Element *im)
+{
+    switch (n) {
+    case 3:
+        return solveOfOrder<Kind>(Fixed<3>(), buffer, re, im);
+    case 4:
+        return solveOfOrder<Kind>(Fixed<4>(), buffer, re, im);
+    case 5:
+        return solveOfOrder<Kind>(Fixed<5>(), buffer, re, im);
+    case 6:
+        return solveOfOrder<Kind>(Fixed<6>(), buffer, re, im);
+    default:
+        return solveOfOrder<Kind>(n, buffer, re, im);
+    }
+}
+
+template <class T, class D>
+KVLM_INLINE void storeSet(const D &d, ptrdiff_t i, const T *vectors, int n)
+{
+    const auto dst = viewOf(d, i, n);
+    for (int r = 0; r < n; ++r)
+        for (int c = 0; c < n; ++c)
+            put(dst.at(r, c), vectors[static_cast<ptrdiff_t>(c) * n + r]);
+}
+
+template <class T>
+KVLM_INLINE void storeSet(NoSet, ptrdiff_t, const T *, int)
+{
+}
+
+// One object of a group that has been solved.
+template <class Kind, int N>
+__attribute__((noinline)) Outcome finishObject(const GeneralGroup<typename Kind::Element, N, Kind::hasVectors> &group,
+                                               int lane, typename Kind::Element *buffer, typename Kind::Element *re,
+                                               typename Kind::Element *im)
+{
+    memcpy(re, group.re[lane], sizeof group.re[lane]);
+    memcpy(im, group.im[lane], sizeof group.im[lane]);
+    if constexpr (Kind::hasVectors) {
+        const GeneralScratch<Kind, Fixed<N>> scratch = {buffer, {}};
+        for (int block = 0; block < 2; ++block) {
+            const auto from = group.object(lane, block);
+            const auto to = scratch.block(block);
+            for (int j = 0; j < N; ++j)
+                for (int i = 0; i < N; ++i)
+                    to(i, j) = from(i, j);
+        }
+        return makeSets(scratch, im);
+    } else
+        return {};
+}
+
+// The objects of a call. Those that are solved in order are stored, until one ends the call.
+template <class Kind, class S, class R, class L>
+struct GeneralBatch {
+    using T = typename Kind::Element;
+
+    const S s;
+    const R right;
+    const L left;
+    T *const re, *const im;
+    const int n;
+    T *const buffer;
+
+    KVLM_INLINE Outcome solveOne(ptrdiff_t i) const
+    {
+        const auto src = viewOf(s, i, n);
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                buffer[static_cast<ptrdiff_t>(r) * n + c] = get(src.at(r, c));
+        return stored(i, solveGeneral<Kind>(n, buffer, re + i * n, im + i * n));
+    }
+
+    template <int N>
+    __attribute__((noinline)) Outcome solveGroupAt(ptrdiff_t i) const
+    {
+        constexpr int lanes = Lanes<T>::count;
+        GeneralGroup<T, N, Kind::hasVectors> group;
+        loadObjects(s, i, group.source());
+        const bool solved = solveGroup(group);
+        for (int lane = 0; lane < lanes; ++lane) {
+            const ptrdiff_t k = i + lane;
+            const Outcome outcome =
+                solved ? stored(k, finishObject<Kind, N>(group, lane, buffer, re + k * N, im + k * N)) : solveOne(k);
+            if (outcome.stops)
+                return outcome;
+        }
+        return {};
+    }
+
+    KVLM_INLINE Outcome solveFrom(ptrdiff_t i) const
+    {
+        switch (n) {
+        case 3:
+            return solveGroupAt<3>(i);
+        case 4:
+            return solveGroupAt<4>(i);
+        case 5:
+            return solveGroupAt<5>(i);
+        default:
+            return solveGroupAt<6>(i);
+        }
+    }
+
+    KVLM_INLINE KvlStatus solve(ptrdiff_t count) const
+    {
+        constexpr int lanes = Lanes<T>::count;
+        const bool inGroups = n >= 3 && n <= 6;
+        for (ptrdiff_t i = 0; i < count;) {
+            const bool isGroup = inGroups && count - i >= lanes;
+            const Outcome outcome = isGroup ? solveFrom(i) : solveOne(i);
+            if (outcome.stops)
+                return outcome.status;
+            i += isGroup ? lanes : 1;
+        }
+        return kvlOk;
+    }
+
+private:
+    KVLM_INLINE Outcome stored(ptrdiff_t i, Outcome outcome) const
+    {
+        const GeneralScratch<Kind, int> scratch = {buffer, n};
+        if (!outcome.stops) {
+            storeSet(right, i, scratch.right().base, n);
+            storeSet(left, i, scratch.left().base, n);
+        }
+        return outcome;
+    }
+};
+
+template <class S, class R, class L, class T>
+KVLM_INLINE KvlStatus solveObjects(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length order,
+                                   Count count, Buffer<T> buffer)
+{
+    using Kind = GeneralKind<T, !std::is_same_v<R, NoSet>, !std::is_same_v<L, NoSet>>;
+    return GeneralBatch<Kind, S, R, L>{s, right, left, re.base, im.base, order.length, buffer.base}.solve(count.count);
+}
+
+// The algorithms of the members; those of one object have no count.
+template <class S, class T>
+KVLM_INLINE KvlStatus eigenValues(const S &s, Runs<T> re, Runs<T> im, Length n, Count count, Buffer<T> buffer)
+{
+    return solveObjects(s, NoSet(), NoSet(), re, im, n, count, buffer);
+}
+
+template <class S, class T>
+KVLM_INLINE KvlStatus eigenValues(const S &s, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+{
+    return eigenValues(s, re, im, n, Count(1), buffer);
+}
+
+template <class S, class R, class L, class T>
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length n,
+                                   Count count, Buffer<T> buffer)
+{
+    return solveObjects(s, right, left, re, im, n, count, buffer);
+}
+
+template <class S, class R, class L, class T>
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length n,
+                                   Buffer<T> buffer)
+{
+    return eigenVectors(s, right, left, re, im, n, Count(1), buffer);
+}
+
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Count count,
+                                        Buffer<T> buffer)
+{
+    return solveObjects(s, d, NoSet(), re, im, n, count, buffer);
+}
+
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+{
+    return eigenVectorsRight(s, d, re, im, n, Count(1), buffer);
+}
+
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Count count,
+                                       Buffer<T> buffer)
+{
+    return solveObjects(s, NoSet(), d, re, im, n, count, buffer);
+}
+
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+{
+    return eigenVectorsLeft(s, d, re, im, n, Count(1), buffer);
+}
+
+KVLM_INLINE int generalValuesWork(unsigned n, unsigned count)
+{
+    return wrapped(n * (n + 1) * count);
+}
+
+// Settled: that of both sets for one set too.
+KVLM_INLINE int generalVectorsWork(unsigned n, unsigned count)
+{
+    return wrapped(n * (3 * n + 1) * count);
+}
+
+constexpr int generalValuesLimit = 10000, generalVectorsLimit = 7000;
+
+// The elements of scratch that callers are told to have, per element of a row.
+KVLM_INLINE unsigned valuesScratch(unsigned n)
+{
+    return n + 5;
+}
+
+KVLM_INLINE unsigned vectorsScratch(unsigned n)
+{
+    return 3 * n + 5;
+}
+
+// Settled: the threads of a team have the larger scratch, for the eigenvalues alone too.
+KVLM_INLINE size_t teamScratch(int n)
+{
+    return static_cast<size_t>(n) * (3 * static_cast<size_t>(n) + 5);
+}
+
+} // namespace kvlm
+
+#define EIGEN_RUNS(X, T)   X##_RUNS(T, dstRe, widthHeight), X##_RUNS(T, dstIm, widthHeight), X##_LENGTH(widthHeight)
+#define EIGEN_BUFFER(X, T) X##_BUFFER(T, buffer, teamScratch(widthHeight))
+
+#define EIGEN_VALUES_M(X, D, T)  X##_M_##D(const T, src), EIGEN_RUNS(X, T), EIGEN_BUFFER(X, T)
+#define EIGEN_VALUES_MA(X, D, T) X##_MA_##D(const T, src), EIGEN_RUNS(X, T), X##_COUNT, EIGEN_BUFFER(X, T)
+#define EIGEN_SET_M(X, D, T)     X##_M_##D(const T, src), X##_M_##D(T, dst), EIGEN_RUNS(X, T), EIGEN_BUFFER(X, T)
+#define EIGEN_SET_MA(X, D, T)                                                                                          \
+    X##_MA_##D(const T, src), X##_MA_##D(T, dst), EIGEN_RUNS(X, T), X##_COUNT, EIGEN_BUFFER(X, T)
+
+// Both sets: the strides of each are named after its side.
+#define ARG_SIDE_M_S(T, side) T *dstVectors##side, int dst##side##RowStride, int dst##side##ElemStride
+#define ARG_SIDE_M_P(T, side) T *const *dstVectors##side, int dst##side##Shift
+#define ARG_SIDE_MA_S(T, side)                                                                                         \
+    T *dstVectors##side, int dst##side##ObjStride, int dst##side##RowStride, int dst##side##ElemStride
+#define ARG_SIDE_MA_P(T, side) T *const *dstVectors##side, int dst##side##Shift, int dst##side##ObjStride
+#define ARG_SIDE_MA_LS(T, side)                                                                                        \
+    T *const *dstVectors##side, int dst##side##Shift, int dst##side##RowStride, int dst##side##ElemStride
+#define PART_SIDE_M_S(T, side)                                                                                         \
+    (Strided<T, None, int, int>(dstVectors##side, {}, dst##side##RowStride, dst##side##ElemStride))
+#define PART_SIDE_M_P(T, side) (Table<T, None>(dstVectors##side, dst##side##Shift, {}))
+#define PART_SIDE_MA_S(T, side)                                                                                        \
+    (Strided<T, int, int, int>(dstVectors##side, dst##side##ObjStride, dst##side##RowStride, dst##side##ElemStride))
+#define PART_SIDE_MA_P(T, side) (Table<T, int>(dstVectors##side, dst##side##Shift, dst##side##ObjStride))
+#define PART_SIDE_MA_LS(T, side)                                                                                       \
+    (List<T, int, int>(dstVectors##side, dst##side##Shift, dst##side##RowStride, dst##side##ElemStride))
+
+#define EIGEN_SETS_M(X, D, T)                                                                                          \
+    X##_M_##D(const T, src), X##_SIDE_M_##D(T, Right), X##_SIDE_M_##D(T, Left), EIGEN_RUNS(X, T), EIGEN_BUFFER(X, T)
+#define EIGEN_SETS_MA(X, D, T)                                                                                         \
+    X##_MA_##D(const T, src), X##_SIDE_MA_##D(T, Right), X##_SIDE_MA_##D(T, Left), EIGEN_RUNS(X, T), X##_COUNT,        \
+        EIGEN_BUFFER(X, T)
+
+// Members, in one description each: one kernel takes any element strides.
+#define EIGEN_OBJECT(name, CLASS, D, T, Order, algorithm)                                                              \
+    KERNEL(own##name, CLASS, D, T, algorithm)                                                                          \
+    FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
+    {                                                                                                                  \
+        return enterObjectOneKernel<Order>(own##name, CLASS(PART, D, T));                                              \
+    }
+#define EIGEN_ARRAY(name, CLASS, D, T, Order, algorithm, work, limit)                                                  \
+    KERNEL(own##name, CLASS, D, T, algorithm)                                                                          \
+    FUNCTION(ownOMP_##name, CLASS(ARG, D, T));                                                                         \
+    FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
+    {                                                                                                                  \
+        return enterBatchOneKernel<Order>(work(widthHeight, count), limit, ownOMP_##name, own##name,                   \
+                                          CLASS(PART, D, T));                                                          \
+    }
+#define EIGEN_DRIVER(name, CLASS, D, T)                                                                                \
+    FUNCTION(own##name, CLASS(ARG, D, T));                                                                             \
+    FUNCTION(ownOMP_##name, CLASS(ARG, D, T))                                                                          \
+    {                                                                                                                  \
+        return driveOneKernel(count, own##name, CLASS(PART, D, T));                                                    \
+    }
+
+// In the descriptions that they have.
+#define EIGEN_OBJECTS(name, CLASS, T, orders, algorithm)                                                               \
+    EIGEN_OBJECT(name, CLASS, S, T, orders::Standard, algorithm)                                                       \
+    EIGEN_OBJECT(name##_P, CLASS, P, T, orders::Pointer, algorithm)
+#define EIGEN_ARRAYS(name, CLASS, T, orders, algorithm, work, limit)                                                   \
+    EIGEN_ARRAY(name, CLASS, S, T, orders::Standard, algorithm, work, limit)                                           \
+    EIGEN_ARRAY(name##_P, CLASS, P, T, orders::Pointer, algorithm, work, limit)                                        \
+    EIGEN_ARRAY(name##_L, CLASS, LS, T, orders::List, algorithm, work, limit)
+#define EIGEN_DRIVERS(name, CLASS, T)                                                                                  \
+    EIGEN_DRIVER(name, CLASS, S, T)                                                                                    \
+    EIGEN_DRIVER(name##_P, CLASS, P, T)                                                                                \
+    EIGEN_DRIVER(name##_L, CLASS, LS, T)
+
+#endif

@@ -1,0 +1,313 @@
+// General eigenproblems of orders 3 to 6, one object per lane: reduction and sweeps are made for all lanes together,
+// each over its own active block behind masks; blocks are resolved object by object. What is out of the ordinary in any
+// lane (so many sweeps that an exceptional shift is due) gives the group up.
+#ifndef KVLMEIGEN_LANES_H
+#define KVLMEIGEN_LANES_H
+
+#include "kvlmeigen_schur.h"
+
+namespace kvlm {
+
+// One object of a group whose matrices are arrays of Lanes, by columns.
+template <class T, int N>
+struct LaneColumns {
+    using Element = T;
+    static constexpr int step = Lanes<T>::count;
+    static constexpr Fixed<N> n = {};
+
+    T *base;
+
+    KVLM_INLINE T *column(ptrdiff_t j) const { return base + j * N * step; }
+    KVLM_INLINE T &operator()(ptrdiff_t i, ptrdiff_t j) const { return column(j)[i * step]; }
+};
+
+// A function of numbers, to a number or a mask, computed in 64f.
+template <class F, size_t... K>
+KVLM_INLINE Lanes<double> applied(F f, const Lanes<double> *x, std::index_sequence<K...>)
+{
+    return f(x[K]...);
+}
+
+template <class F, class... X>
+KVLM_INLINE Lanes<double> inDoubles(F f, Lanes<double> x, X... more)
+{
+    return f(x, more...);
+}
+
+template <class F, class... X>
+KVLM_INLINE Lanes<float> inDoubles(F f, Lanes<float> x, X... more)
+{
+    constexpr size_t count = 1 + sizeof...(X);
+    const Lanes<float> given[] = {x, more...};
+    Lanes<double> low[count], high[count];
+#pragma GCC unroll 4
+    for (size_t k = 0; k < count; ++k)
+        widen(given[k], low[k], high[k]);
+    return narrow(applied(f, low, std::make_index_sequence<count>()),
+                  applied(f, high, std::make_index_sequence<count>()));
+}
+
+template <class T>
+KVLM_INLINE Lanes<T> pairNorm(Lanes<T> x, Lanes<T> y)
+{
+    const Lanes<T> first = greater(x, y), big = choose(first, x, y), small = choose(first, y, x);
+    const auto root = [](Lanes<double> q) KVLM_INLINED { return squareRoot(Lanes<double>::all(1) + q); };
+    const Lanes<T> scaled = big * inDoubles(root, (small * small) / (big * big));
+    return choose(atLeast(small, Lanes<T>::all(smallestNormal<T>)), scaled, big);
+}
+
+template <class T, class Length>
+KVLM_INLINE Lanes<T> makeReflector(Lanes<T> &alpha, Lanes<T> *x, Length length)
+{
+    using V = Lanes<T>;
+    V sum = V::all(0);
+    eachIndex(length, [&](int k) KVLM_INLINED { sum = sum + x[k] * x[k]; });
+    const V norm = squareRoot(sum), alive = atLeast(norm, V::all(smallestNormal<T>));
+    const V whole = pairNorm(magnitude(alpha), norm);
+    const V beta = whole ^ (atLeast(alpha, V::all(0)) & V::all(T(-0.0)));
+    const V tau = (beta - alpha) / beta, scale = V::all(1) / (alpha - beta);
+    eachIndex(length, [&](int k) KVLM_INLINED { x[k] = choose(alive, scale * x[k], x[k]); });
+    alpha = choose(alive, beta, alpha);
+    return tau & alive;
+}
+
+template <class T, int N, bool HasSchur>
+class GeneralGroup {
+    using V = Lanes<T>;
+    static constexpr int lanes = V::count;
+    static constexpr int sweepsBeforeShift = 10;
+
+public:
+    // Element (i, j) of H is columns[j][i]; the vectors of the Schur form lie behind it.
+    V columns[HasSchur ? 2 * N : N][N];
+    T re[lanes][N], im[lanes][N];
+
+    KVLM_INLINE V (&source())[N][N] { return reinterpret_cast<V(&)[N][N]>(columns); }
+    KVLM_INLINE LaneColumns<T, N> object(int lane, int block) const
+    {
+        return {const_cast<T *>(reinterpret_cast<const T *>(columns[block * N])) + lane};
+    }
+
+    // False, with nothing to be used, if an object needs the other way.
+    KVLM_INLINE bool solve()
+    {
+        reduce();
+        T tops[lanes], bottoms[lanes];
+        const auto iterationOf = [&](int lane) KVLM_INLINED {
+            return Iteration(object(lane, 0), object(lane, HasSchur), re[lane], im[lane]);
+        };
+        Iteration iterations[] = {iterationOf(0), iterationOf(1), iterationOf(lanes - 2), iterationOf(lanes - 1)};
+        for (;;) {
+            lowest = -1;
+            for (int lane = 0; lane < lanes; ++lane) {
+                Iteration &one = iterations[lane];
+                if (one.bottom >= 0 && one.advance() && ++one.sweeps > sweepsBeforeShift)
+                    return false;
+                tops[lane] = static_cast<T>(one.top);
+                bottoms[lane] = static_cast<T>(one.bottom);
+                lowest = one.bottom > lowest ? one.bottom : lowest;
+            }
+            if (lowest < 0)
+                return true;
+            top = V::load(tops);
+            bottom = V::load(bottoms);
+            sweep();
+        }
+    }
+
+private:
+    using Iteration = QRIteration<LaneColumns<T, N>, HasSchur>;
+
+    KVLM_INLINE V &h(int i, int j) { return columns[j][i]; }
+    KVLM_INLINE V &q(int i, int j) { return columns[N + j][i]; }
+
+    // Subtracts what is not masked: +0 changes nothing.
+    static KVLM_INLINE void reduceBy(V &x, V product, V mask) { x = x - (product & mask); }
+
+    KVLM_INLINE void reflectColumns(V (*c)[N], int top, int first, const V *v, V tau, V mask)
+    {
+#pragma GCC unroll 5
+        for (int j = first; j < N; ++j) {
+            V sum = V::all(0);
+#pragma GCC unroll 5
+            for (int r = top; r < N; ++r)
+                sum = sum + c[j][r] * v[r];
+#pragma GCC unroll 5
+            for (int r = top; r < N; ++r)
+                reduceBy(c[j][r], (tau * v[r]) * sum, mask);
+        }
+    }
+
+    // To Hessenberg form; with HasSchur also the product of the reflectors.
+    KVLM_INLINE void reduce()
+    {
+        V taus[N], masks[N];
+#pragma GCC unroll 4
+        for (int k = 0; k < N - 2; ++k) {
+            V *const v = columns[k]; // from row k + 1 on
+            V beta = v[k + 1];
+            const V tau = taus[k] = makeReflector(beta, v + k + 2, N - k - 2);
+            const V mask = masks[k] = greater(magnitude(tau), V::all(smallestNormal<T>));
+            v[k + 1] = V::all(1);
+#pragma GCC unroll 6
+            for (int i = 0; i < N; ++i) {
+                V sum = V::all(0);
+#pragma GCC unroll 5
+                for (int c = k + 1; c < N; ++c)
+                    sum = sum + h(i, c) * v[c];
+                const V t = tau * sum;
+#pragma GCC unroll 5
+                for (int c = k + 1; c < N; ++c)
+                    reduceBy(h(i, c), t * v[c], mask);
+            }
+            reflectColumns(columns, k + 1, k + 1, v, tau, mask);
+            v[k + 1] = beta;
+        }
+        if constexpr (HasSchur) {
+#pragma GCC unroll 6
+            for (int j = 0; j < N; ++j)
+#pragma GCC unroll 6
+                for (int i = 0; i < N; ++i)
+                    q(i, j) = i > j && j > 0 ? h(i, j - 1) : V::all(i == j);
+#pragma GCC unroll 4
+            for (int p = N - 2; p > 0; --p) {
+                V *const v = columns[N + p];
+                reflectColumns(columns + N, p, p + 1, v, taus[p - 1], masks[p - 1]);
+#pragma GCC unroll 5
+                for (int r = p + 1; r < N; ++r)
+                    v[r] = negative(taus[p - 1]) * v[r];
+                v[p] = V::all(1) - taus[p - 1];
+            }
+        }
+#pragma GCC unroll 4
+        for (int j = 0; j < N - 2; ++j)
+#pragma GCC unroll 4
+            for (int i = j + 2; i < N; ++i)
+                h(i, j) = V::all(0);
+    }
+
+    static KVLM_INLINE V at(int k)
+    {
+        return V::all(static_cast<T>(k));
+    }
+
+    // What the scalar code says in the same order, up to row `lowest`.
+    KVLM_INLINE void sweep()
+    {
+        const V none = V::all(0), half = V::all(T(0.5)), epsilon = V::all(unitRoundoff<T>);
+        V h44 = none, h33 = none, below = none, above = none;
+#pragma GCC unroll 4
+        for (int i = 2; i < N; ++i) {
+            const V here = equal(bottom, at(i));
+            h44 = h44 | (h(i, i) & here);
+            h33 = h33 | (h(i - 1, i - 1) & here);
+            below = below | (h(i, i - 1) & here);
+            above = above | (h(i - 1, i) & here);
+        }
+        V product = below * above;
+        const V difference = half * (h33 - h44), discriminant = difference * difference + product;
+        const V isReal = greater(discriminant, none), root = squareRoot(discriminant), mean = half * (h44 + h33);
+        const V far = mean + (root ^ without(V::all(T(-0.0)), atLeast(mean, none)));
+        const V shift = choose(greater(magnitude(h33), magnitude(h44)), (h33 * h44 - product) / far, far);
+        h44 = choose(isReal, shift, h44);
+        h33 = choose(isReal, shift, h33);
+        product = without(product, isReal);
+
+        V start[3] = {none, none, none}, searching = greater(bottom, none);
+        first = none;
+#pragma GCC unroll 4
+        for (int m = N - 3; m >= 0; --m) {
+            if (m > lowest - 2)
+                continue;
+            const V here = searching & atLeast(bottom, at(m + 2));
+            const V h11 = h(m, m), h22 = h(m + 1, m + 1), a = h44 - h11, b = h33 - h11;
+            V v[] = {(b * a - product) / h(m + 1, m) + h(m, m + 1), h22 - h11 - a - b, h(m + 2, m + 1)};
+            const auto sum = [](Lanes<double> x, Lanes<double> y, Lanes<double> z)
+                                 KVLM_INLINED { return magnitude(x) + magnitude(y) + magnitude(z); };
+            const V s = inDoubles(sum, v[0], v[1], v[2]);
+#pragma GCC unroll 3
+            for (int k = 0; k < 3; ++k) {
+                v[k] = v[k] / s;
+                start[k] = choose(here, v[k], start[k]);
+            }
+            first = choose(here, at(m), first);
+            if (m == 0)
+                break;
+            const V right = (magnitude(v[0]) * inDoubles(sum, h11, h22, h(m - 1, m - 1))) * epsilon;
+            const auto isSmall =
+                [](Lanes<double> x, Lanes<double> y, Lanes<double> z, Lanes<double> bound)
+                    KVLM_INLINED { return notGreater(magnitude(x) * (magnitude(y) + magnitude(z)), bound); };
+            const V stops = equal(top, at(m)) | inDoubles(isSmall, h(m, m - 1), v[1], v[2], right);
+            searching = without(searching, here & stops);
+        }
+
+#pragma GCC unroll 5
+        for (int k = 0; k < N - 1; ++k)
+            if (k < lowest)
+                step(k, start);
+    }
+
+    // The reflector of rows and columns k to k + 2; where row k + 1 is the last of the block, of these two alone.
+    KVLM_INLINE void step(int k, const V (&start)[3])
+    {
+        const V active = atLeast(at(k), first) & greater(bottom, at(k)), begins = equal(first, at(k));
+        const V three = active & greater(bottom, at(k + 1)), goesOn = without(active, begins);
+        if (!any(active))
+            return;
+        const bool hasThird = k + 2 < N;
+        V v[3] = {start[0], start[1], start[2]};
+        if (k > 0) {
+#pragma GCC unroll 3
+            for (int e = 0; e < 2 + hasThird; ++e)
+                v[e] = choose(begins, start[e], h(k + e, k - 1));
+        }
+        v[2] = hasThird ? v[2] & three : V::all(0);
+        const V t1 = makeReflector(v[0], v + 1, Fixed<2>());
+        if (k > 0) {
+            V &sub = h(k, k - 1);
+            sub = choose(goesOn, v[0], sub ^ (active & begins & greater(at(k), top) & V::all(T(-0.0))));
+#pragma GCC unroll 3
+            for (int e = 1; e < 2 + hasThird; ++e)
+                h(k + e, k - 1) = without(h(k + e, k - 1), e == 1 ? goesOn : goesOn & three);
+        }
+        const V t2 = t1 * v[1], t3 = t1 * v[2];
+        const auto turn = [&](V &x, V &y, V &z, V where, V third) KVLM_INLINED {
+            V sum = v[1] * y + x;
+            if (hasThird)
+                sum = choose(third, sum + v[2] * z, sum);
+            reduceBy(x, t1 * sum, where);
+            reduceBy(y, t2 * sum, where);
+            if (hasThird)
+                reduceBy(z, t3 * sum, third);
+        };
+        const int third = hasThird ? k + 2 : k;
+#pragma GCC unroll 6
+        for (int j = k; j < N; ++j)
+            if (HasSchur || j <= lowest)
+                turn(h(k, j), h(k + 1, j), h(third, j), active, three);
+#pragma GCC unroll 6
+        for (int i = 0; i < (k + 4 < N ? k + 4 : N); ++i) {
+            const V where = i < k + 2 ? active : i == k + 2 ? three : three & atLeast(bottom, at(k + 3));
+            if (i <= lowest)
+                turn(h(i, k), h(i, k + 1), h(i, third), where, where & three);
+        }
+        if constexpr (HasSchur)
+#pragma GCC unroll 6
+            for (int i = 0; i < N; ++i)
+                turn(q(i, k), q(i, k + 1), q(i, third), active, three);
+    }
+
+    int lowest = 0; // of all lanes
+    V top, bottom, first;
+};
+
+// In one copy for all descriptions.
+template <class T, int N, bool HasSchur>
+__attribute__((noinline)) bool solveGroup(GeneralGroup<T, N, HasSchur> &group)
+{
+    return group.solve();
+}
+
+} // namespace kvlm
+
+#endif

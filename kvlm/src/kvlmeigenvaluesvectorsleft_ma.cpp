@@ -1,0 +1,10 @@
+// Eigenvalues and left eigenvectors of an array of general matrices: kernels and public functions.
+#include "kvlmeigen.h"
+
+using namespace kvlm;
+
+#define ROW(name, T)                                                                                                   \
+    EIGEN_ARRAYS(name, EIGEN_SET_MA, T, SourceBeforeResult, eigenVectorsLeft, generalVectorsWork, generalVectorsLimit)
+
+ROW(kvlmEigenValuesVectorsLeft_ma_32f, float)
+ROW(kvlmEigenValuesVectorsLeft_ma_64f, double)
