@@ -105,7 +105,8 @@ __attribute__((noinline)) KvlStatus innerProducts(const A &givenA, const B &give
             if (parts == most)
                 groups(i, Fixed<most>());
             else
-                groups(i, Fixed<1>());
+                for (int g = 0; g < parts; ++g)
+                    groups(i + g * lanes, Fixed<1>());
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {

@@ -144,16 +144,38 @@ KVLM_INLINE void loadVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][N])
         loadObjects(x, i, v);
 }
 
-template <class X, class T>
-KVLM_INLINE void storeVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][3])
+template <class X, class T, int N>
+KVLM_INLINE void storeVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][N])
 {
     if constexpr (isPackedVectors<X>) {
         packElements(v[0]);
 #pragma GCC unroll 3
-        for (int r = 0; r < 3; ++r)
+        for (int r = 0; r < N; ++r)
             v[0][r].store(x.object(i) + r * Lanes<T>::count);
     } else
         storeObjects(x, i, v);
+}
+
+// Vectors of N elements, a group at a time: compute(i, x) makes those of a group, one(i) makes and stores one.
+template <int N, class D, class Compute, class One>
+KVLM_INLINE KvlStatus vectorsInGroups(const D &d, int count, Compute compute, One one)
+{
+    using T = typename D::Element;
+    const Apart<1, N, T> apart(d);
+    return inGroups<T>(
+        count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            if (!apart(d, i))
+                return false;
+            Lanes<T> x[1][N];
+            compute(i, x);
+            storeVectors(d, i, x);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            one(i);
+            return KvlStatus(kvlOk);
+        });
 }
 
 } // namespace kvlm

@@ -4,6 +4,7 @@
 #define KVLMCHOLESKYBACKSUBST_H
 
 #include "kvlm_groups.h"
+#include "kvlm_packed.h"
 #include "kvlm_rows.h"
 #include "kvlm_systems.h"
 
@@ -104,10 +105,10 @@ __attribute__((noinline)) KvlStatus choleskySystems(const A &givenA, const B &gi
         const auto factor = elementsOf(viewOf(a, 0, N));
         eachElement<LowerTriangle>(Fixed<N>(), Fixed<N>(),
                                    [&](int, int r, int c) KVLM_INLINED { l[r][c] = V::all(factor(r, c)); });
-        return solveInGroups<N>(
+        return vectorsInGroups<N>(
             d, count, [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED { solve(l, i, x); }, one);
     } else
-        return solveInGroups<N>(
+        return vectorsInGroups<N>(
             d, count,
             [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
                 loadObjects<LowerTriangle>(a, i, l);

@@ -35,30 +35,23 @@ __attribute__((noinline)) KvlStatus crossProducts(const A &givenA, const B &give
 #pragma GCC unroll 3
         for (int k = 0; k < 3; ++k)
             Loose<T>::store(viewOf(d, i, 3).at(0, k), z[k]);
-        return KvlStatus(kvlOk);
     };
     if constexpr (D::isSingle)
-        return one(0);
+        return one(0), kvlOk;
     else {
         V x[1][3], y[1][3];
         if constexpr (A::isSingle)
             loadVectors(a, 0, x);
         if constexpr (B::isSingle)
             loadVectors(b, 0, y);
-        const Apart<1, 3, T> apart(d);
-        return inGroups<T>(
-            count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                if (!apart(d, i))
-                    return false;
+        return vectorsInGroups<3>(
+            d, count,
+            [&](ptrdiff_t i, V(&z)[1][3]) KVLM_INLINED {
                 if constexpr (!A::isSingle)
                     loadVectors(a, i, x);
                 if constexpr (!B::isSingle)
                     loadVectors(b, i, y);
-                V z[1][3];
                 crossProductOf(x[0], y[0], z[0]);
-                storeVectors(d, i, z);
-                return true;
             },
             one);
     }

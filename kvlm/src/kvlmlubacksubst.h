@@ -4,6 +4,7 @@
 #define KVLMLUBACKSUBST_H
 
 #include "kvlm_groups.h"
+#include "kvlm_packed.h"
 #include "kvlm_rows.h"
 #include "kvlm_systems.h"
 
@@ -137,7 +138,7 @@ __attribute__((noinline)) KvlStatus solveVectors(const A &a, const int *pivot, c
         for (int c = 0; c < N; ++c)
             all.lu[r][c] = V::all(f.lu[r][c]);
     }
-    return solveInGroups<N>(
+    return vectorsInGroups<N>(
         d, count,
         [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
             V given[1][N];
@@ -185,7 +186,7 @@ __attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot
             one(i);
         return kvlOk;
     }
-    return solveInGroups<N>(
+    return vectorsInGroups<N>(
         d, count,
         [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
             int order[V::count][N];

@@ -2,7 +2,7 @@
 #ifndef KVLMMUL_VECTOR_H
 #define KVLMMUL_VECTOR_H
 
-#include "kvlm_groups.h"
+#include "kvlm_packed.h"
 #include "kvlm_rows.h"
 #include "kvlm_sums.h"
 #include "kvlmmul_adjacent.h"
@@ -98,31 +98,24 @@ __attribute__((noinline)) KvlStatus vectorProducts(const A &givenA, const X &giv
 #pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
             Loose<T>::store(view.at(0, r), y[r]);
-        return KvlStatus(kvlOk);
     };
     if constexpr (D::isSingle)
-        return one(0);
+        return one(0), kvlOk;
     else {
         V matrix[N][N], vector[1][N];
         if constexpr (A::isSingle)
             loadObject(a, 0, matrix);
         if constexpr (X::isSingle)
             loadObject(x, 0, vector);
-        const Apart<1, N, T> apart(d);
-        return inGroups<T>(
-            count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                if (!apart(d, i))
-                    return false;
+        return vectorsInGroups<N>(
+            d, count,
+            [&](ptrdiff_t i, V(&y)[1][N]) KVLM_INLINED {
                 if constexpr (!A::isSingle)
                     loadObjects(a, i, matrix);
                 if constexpr (!X::isSingle)
                     loadObjects(x, i, vector);
-                V y[1][N];
                 vectorSums<Letter, Order>(matrix, vector[0], y[0]);
                 term.addGroup(i, y[0]);
-                storeObjects(d, i, y);
-                return true;
             },
             one);
     }

@@ -58,6 +58,8 @@ sort -u -o "$work/provided" "$work/provided"
 expectEqual "libkvlmw7: no import from elsewhere" "" "$(undefined "$kvlm" U | comm -23 - "$work/provided")"
 
 expectEqual "libkvlmw7: exported names" "$(expandNames .)" "$(defined "$kvlm")"
+expectEqual "libkvlmw7: public functions and drivers" "788 529" \
+    "$(defined "$kvlm" | grep -c '^kvlm') $(defined "$kvlm" | grep -c '^ownOMP_kvlm')"
 expectEqual "libkvlcore: exported names" \
     "$(lines kvlGetMaxCacheSizeB kvlSetNumThreads threads_omp_of_n_kvl)" "$(defined "$kvlcore")"
 for tier in 'public functions:kvlm' 'drivers:ownOMP_kvlm' 'kernels:ownkvlm'; do
