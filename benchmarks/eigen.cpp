@@ -96,7 +96,7 @@ public:
                     solver.compute(loaded<Packed>(a.base + i * N * N));
                     descending(solver.eigenvalues(), values + i * N);
                     for (int k = 0; k < N * N; ++k)
-                        d.base[i * N * N + k] = solver.eigenvectors().data()[k / N * N + N - 1 - k % N];
+                        d.base[i * N * N + k] = solver.eigenvectors()(k / N, N - 1 - k % N);
                 }
                 return 0;
             });

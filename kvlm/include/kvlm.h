@@ -2617,10 +2617,10 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * Values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps. Settled
  * exceptions: a sweep that ends with a tiny change may leave its last elements as they were. Of random matrices less
  * than one in a thousand then ends with kvlErrNoConvergence, or with values that are wrong though the status is kvlOk;
- * where values coincide or are close neighbours, wrong ones come from one matrix in twenty at order 4 and from one in
- * three at order 16. Arrays take what stands below the sub-diagonal of a column for zero if its squares add up to eps or
- * less: the values of small matrices are off by up to the root of eps. Squares must not overflow. NaN may pass unseen;
- * the limit of sweeps ends every call.
+ * where values coincide or are close neighbours, wrong ones are common: from one matrix in twenty to one in two. Arrays
+ * take what stands below the sub-diagonal of a column for zero if its squares add up to eps or less: values of small
+ * matrices are off by up to the root of eps. Squares must not overflow. NaN may pass unseen; the limit of sweeps ends
+ * every call.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other.
  * @{
