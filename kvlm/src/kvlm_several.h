@@ -25,6 +25,11 @@ struct Several {
         return of([&](int) KVLM_INLINED { return Lanes<T>::all(x); });
     }
 
+    static KVLM_INLINE Several load(const T *x)
+    {
+        return of([&](int p) KVLM_INLINED { return Lanes<T>::load(x + p * Lanes<T>::count); });
+    }
+
     friend KVLM_INLINE Several operator+(const Several &a, const Several &b)
     {
         return of([&](int p) KVLM_INLINED { return a.part[p] + b.part[p]; });
@@ -44,6 +49,26 @@ struct Several {
     friend KVLM_INLINE Several operator^(const Several &a, const Several &b)
     {
         return of([&](int p) KVLM_INLINED { return a.part[p] ^ b.part[p]; });
+    }
+    friend KVLM_INLINE Several operator&(const Several &a, const Several &b)
+    {
+        return of([&](int p) KVLM_INLINED { return a.part[p] & b.part[p]; });
+    }
+    friend KVLM_INLINE Several operator|(const Several &a, const Several &b)
+    {
+        return of([&](int p) KVLM_INLINED { return a.part[p] | b.part[p]; });
+    }
+    friend KVLM_INLINE Several equal(const Several &a, const Several &b)
+    {
+        return of([&](int p) KVLM_INLINED { return equal(a.part[p], b.part[p]); });
+    }
+    friend KVLM_INLINE Several atLeast(const Several &a, const Several &b)
+    {
+        return of([&](int p) KVLM_INLINED { return atLeast(a.part[p], b.part[p]); });
+    }
+    friend KVLM_INLINE Several choose(const Several &mask, const Several &x, const Several &y)
+    {
+        return of([&](int p) KVLM_INLINED { return choose(mask.part[p], x.part[p], y.part[p]); });
     }
     friend KVLM_INLINE Several without(const Several &a, const Several &mask)
     {

@@ -160,11 +160,17 @@ KVLM_INLINE void storeSet(NoSet, ptrdiff_t, const T *, int)
 {
 }
 
+// Two registers of objects hide the latency of roots and divisions; the Schur form fills the processor with one.
+template <class Kind>
+using GroupNumber =
+    std::conditional_t<Kind::hasVectors, Lanes<typename Kind::Element>, Several<typename Kind::Element, 2>>;
+template <class Kind, int N>
+using GroupOf = GeneralGroup<GroupNumber<Kind>, N, Kind::hasVectors>;
+
 // One object of a group that has been solved.
 template <class Kind, int N>
-__attribute__((noinline)) Outcome finishObject(const GeneralGroup<typename Kind::Element, N, Kind::hasVectors> &group,
-                                               int lane, typename Kind::Element *buffer, typename Kind::Element *re,
-                                               typename Kind::Element *im)
+__attribute__((noinline)) Outcome finishObject(const GroupOf<Kind, N> &group, int lane, typename Kind::Element *buffer,
+                                               typename Kind::Element *re, typename Kind::Element *im)
 {
     memcpy(re, group.re[lane], sizeof group.re[lane]);
     memcpy(im, group.im[lane], sizeof group.im[lane]);
@@ -203,14 +209,14 @@ struct GeneralBatch {
         return stored(i, solveGeneral<Kind>(n, buffer, re + i * n, im + i * n));
     }
 
+    // So many registers of objects.
     template <int N>
-    __attribute__((noinline)) Outcome solveGroupAt(ptrdiff_t i) const
+    __attribute__((noinline)) Outcome solveGroupAt(ptrdiff_t i, int parts) const
     {
-        constexpr int lanes = Lanes<T>::count;
-        GeneralGroup<T, N, Kind::hasVectors> group;
-        loadObjects(s, i, group.source());
-        const bool solved = solveGroup(group);
-        for (int lane = 0; lane < lanes; ++lane) {
+        GroupOf<Kind, N> group;
+        loadParts<Whole>(s, i, parts, Fixed<N>(), Fixed<N>(), group.source());
+        const bool solved = kvlm::solveGroup(group);
+        for (int lane = 0; lane < parts * Lanes<T>::count; ++lane) {
             const ptrdiff_t k = i + lane;
             const Outcome outcome =
                 solved ? stored(k, finishObject<Kind, N>(group, lane, buffer, re + k * N, im + k * N)) : solveOne(k);
@@ -220,30 +226,30 @@ struct GeneralBatch {
         return {};
     }
 
-    KVLM_INLINE Outcome solveFrom(ptrdiff_t i) const
+    KVLM_INLINE Outcome solveGroup(ptrdiff_t i, int parts) const
     {
         switch (n) {
         case 3:
-            return solveGroupAt<3>(i);
+            return solveGroupAt<3>(i, parts);
         case 4:
-            return solveGroupAt<4>(i);
+            return solveGroupAt<4>(i, parts);
         case 5:
-            return solveGroupAt<5>(i);
+            return solveGroupAt<5>(i, parts);
         default:
-            return solveGroupAt<6>(i);
+            return solveGroupAt<6>(i, parts);
         }
     }
 
     KVLM_INLINE KvlStatus solve(ptrdiff_t count) const
     {
-        constexpr int lanes = Lanes<T>::count;
+        constexpr int lanes = Lanes<T>::count, most = NumberTraits<GroupNumber<Kind>>::registers;
         const bool inGroups = n >= 3 && n <= 6;
         for (ptrdiff_t i = 0; i < count;) {
-            const bool isGroup = inGroups && count - i >= lanes;
-            const Outcome outcome = isGroup ? solveFrom(i) : solveOne(i);
+            const int parts = !inGroups || count - i < lanes ? 0 : count - i < most * lanes ? 1 : most;
+            const Outcome outcome = parts ? solveGroup(i, parts) : solveOne(i);
             if (outcome.stops)
                 return outcome.status;
-            i += isGroup ? lanes : 1;
+            i += parts ? parts * lanes : 1;
         }
         return kvlOk;
     }

@@ -4,15 +4,21 @@
 #ifndef KVLMEIGEN_LANES_H
 #define KVLMEIGEN_LANES_H
 
+#include "kvlm_several.h"
 #include "kvlmeigen_schur.h"
 
 namespace kvlm {
 
-// One object of a group whose matrices are arrays of Lanes, by columns.
-template <class T, int N>
+// How many objects a number stands for.
+template <class V>
+constexpr int objectsOf = sizeof(V) / sizeof(typename NumberTraits<V>::Element);
+
+// One object of a group whose matrices are arrays of numbers, by columns.
+template <class V, int N>
 struct LaneColumns {
+    using T = typename NumberTraits<V>::Element;
     using Element = T;
-    static constexpr int step = Lanes<T>::count;
+    static constexpr int step = objectsOf<V>;
     static constexpr Fixed<N> n = {};
 
     T *base;
@@ -47,23 +53,30 @@ KVLM_INLINE Lanes<float> inDoubles(F f, Lanes<float> x, X... more)
                   applied(f, high, std::make_index_sequence<count>()));
 }
 
-template <class T>
-KVLM_INLINE Lanes<T> pairNorm(Lanes<T> x, Lanes<T> y)
+template <class F, class T, int Registers, class... X>
+KVLM_INLINE Several<T, Registers> inDoubles(F f, const Several<T, Registers> &x, const X &...more)
 {
-    const Lanes<T> first = greater(x, y), big = choose(first, x, y), small = choose(first, y, x);
-    const auto root = [](Lanes<double> q) KVLM_INLINED { return squareRoot(Lanes<double>::all(1) + q); };
-    const Lanes<T> scaled = big * inDoubles(root, (small * small) / (big * big));
-    return choose(atLeast(small, Lanes<T>::all(smallestNormal<T>)), scaled, big);
+    return Several<T, Registers>::of([&](int p) KVLM_INLINED { return inDoubles(f, x.part[p], more.part[p]...); });
 }
 
-template <class T, class Length>
-KVLM_INLINE Lanes<T> makeReflector(Lanes<T> &alpha, Lanes<T> *x, Length length)
+template <class V>
+KVLM_INLINE V pairNorms(const V &x, const V &y)
 {
-    using V = Lanes<T>;
+    using T = typename NumberTraits<V>::Element;
+    const V first = greater(x, y), big = choose(first, x, y), small = choose(first, y, x);
+    const auto root = [](Lanes<double> q) KVLM_INLINED { return squareRoot(Lanes<double>::all(1) + q); };
+    const V scaled = big * inDoubles(root, (small * small) / (big * big));
+    return choose(atLeast(small, V::all(smallestNormal<T>)), scaled, big);
+}
+
+template <class V, class Length>
+KVLM_INLINE V makeReflectors(V &alpha, V *x, Length length)
+{
+    using T = typename NumberTraits<V>::Element;
     V sum = V::all(0);
     eachIndex(length, [&](int k) KVLM_INLINED { sum = sum + x[k] * x[k]; });
     const V norm = squareRoot(sum), alive = atLeast(norm, V::all(smallestNormal<T>));
-    const V whole = pairNorm(magnitude(alpha), norm);
+    const V whole = pairNorms(magnitude(alpha), norm);
     const V beta = whole ^ (atLeast(alpha, V::all(0)) & V::all(T(-0.0)));
     const V tau = (beta - alpha) / beta, scale = V::all(1) / (alpha - beta);
     eachIndex(length, [&](int k) KVLM_INLINED { x[k] = choose(alive, scale * x[k], x[k]); });
@@ -71,32 +84,37 @@ KVLM_INLINE Lanes<T> makeReflector(Lanes<T> &alpha, Lanes<T> *x, Length length)
     return tau & alive;
 }
 
-template <class T, int N, bool HasSchur>
+// V is a register or several.
+template <class V, int N, bool HasSchur>
 class GeneralGroup {
-    using V = Lanes<T>;
-    static constexpr int lanes = V::count;
+    using T = typename NumberTraits<V>::Element;
     static constexpr int sweepsBeforeShift = 10;
 
 public:
+    static constexpr int lanes = objectsOf<V>;
+
     // Element (i, j) of H is columns[j][i]; the vectors of the Schur form lie behind it.
     V columns[HasSchur ? 2 * N : N][N];
     T re[lanes][N], im[lanes][N];
 
-    KVLM_INLINE V (&source())[N][N] { return reinterpret_cast<V(&)[N][N]>(columns); }
-    KVLM_INLINE LaneColumns<T, N> object(int lane, int block) const
+    KVLM_INLINE V *source() { return columns[0]; } // H is the source by rows
+    KVLM_INLINE LaneColumns<V, N> object(int lane, int block) const
     {
         return {const_cast<T *>(reinterpret_cast<const T *>(columns[block * N])) + lane};
     }
 
     // False, with nothing to be used, if an object needs the other way.
-    KVLM_INLINE bool solve()
+    KVLM_INLINE bool solve() { return solve(std::make_integer_sequence<int, lanes>()); }
+
+private:
+    using Iteration = QRIteration<LaneColumns<V, N>, HasSchur>;
+
+    template <int... Lane>
+    KVLM_INLINE bool solve(std::integer_sequence<int, Lane...>)
     {
         reduce();
         T tops[lanes], bottoms[lanes];
-        const auto iterationOf = [&](int lane) KVLM_INLINED {
-            return Iteration(object(lane, 0), object(lane, HasSchur), re[lane], im[lane]);
-        };
-        Iteration iterations[] = {iterationOf(0), iterationOf(1), iterationOf(lanes - 2), iterationOf(lanes - 1)};
+        Iteration iterations[] = {Iteration(object(Lane, 0), object(Lane, HasSchur), re[Lane], im[Lane])...};
         for (;;) {
             lowest = -1;
             for (int lane = 0; lane < lanes; ++lane) {
@@ -114,9 +132,6 @@ public:
             sweep();
         }
     }
-
-private:
-    using Iteration = QRIteration<LaneColumns<T, N>, HasSchur>;
 
     KVLM_INLINE V &h(int i, int j) { return columns[j][i]; }
     KVLM_INLINE V &q(int i, int j) { return columns[N + j][i]; }
@@ -146,7 +161,7 @@ private:
         for (int k = 0; k < N - 2; ++k) {
             V *const v = columns[k]; // from row k + 1 on
             V beta = v[k + 1];
-            const V tau = taus[k] = makeReflector(beta, v + k + 2, N - k - 2);
+            const V tau = taus[k] = makeReflectors(beta, v + k + 2, N - k - 2);
             const V mask = masks[k] = greater(magnitude(tau), V::all(smallestNormal<T>));
             v[k + 1] = V::all(1);
 #pragma GCC unroll 6
@@ -175,7 +190,7 @@ private:
                 reflectColumns(columns + N, p, p + 1, v, taus[p - 1], masks[p - 1]);
 #pragma GCC unroll 5
                 for (int r = p + 1; r < N; ++r)
-                    v[r] = negative(taus[p - 1]) * v[r];
+                    v[r] = (taus[p - 1] ^ V::all(T(-0.0))) * v[r];
                 v[p] = V::all(1) - taus[p - 1];
             }
         }
@@ -262,7 +277,7 @@ private:
                 v[e] = choose(begins, start[e], h(k + e, k - 1));
         }
         v[2] = hasThird ? v[2] & three : V::all(0);
-        const V t1 = makeReflector(v[0], v + 1, Fixed<2>());
+        const V t1 = makeReflectors(v[0], v + 1, Fixed<2>());
         if (k > 0) {
             V &sub = h(k, k - 1);
             sub = choose(goesOn, v[0], sub ^ (active & begins & greater(at(k), top) & V::all(T(-0.0))));
@@ -302,8 +317,8 @@ private:
 };
 
 // In one copy for all descriptions.
-template <class T, int N, bool HasSchur>
-__attribute__((noinline)) bool solveGroup(GeneralGroup<T, N, HasSchur> &group)
+template <class V, int N, bool HasSchur>
+__attribute__((noinline)) bool solveGroup(GeneralGroup<V, N, HasSchur> &group)
 {
     return group.solve();
 }
