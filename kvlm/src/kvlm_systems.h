@@ -3,7 +3,6 @@
 #define KVLM_SYSTEMS_H
 
 #include "kvlm_entry.h"
-#include "kvlm_groups.h"
 
 namespace kvlm {
 

@@ -127,7 +127,7 @@ __attribute__((noinline)) KvlStatus reflectInPlace(const Src &src, const Dst &ds
         T s = 0;
         for (int i = k; i < height; ++i)
             s += a(i, k) * a(i, k);
-        if (unitRoundoff < T >> magnitude(s))
+        if (magnitude(s) < unitRoundoff<T>)
             return kvlErrZeroDivisor;
         const T root = squareRoot(s), f = 1 / (a(k, k) + (a(k, k) > 0 ? root : -root));
         T q = 1;
