@@ -76,7 +76,7 @@
     X(QRBackSubst, mva, "NCSTM/NCSTHM/NCSTHM", estimateTallVectors, qrLimits)                                          \
     X(QRBackSubst, mava, "NCSTM/NCSTHM/NCSTHM", estimateTallSystems, qrLimits)                                         \
     X(EigenValuesSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, detLimits)                                      \
-    X(EigenValuesVectorsSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricVectors, solveLimits)     \
+    X(EigenValuesVectorsSym, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricVectors, solveLimits)                            \
     X(EigenValues, ma, "NSCT/NSCHT/NSCHT", estimateSymmetricValues, generalValuesLimits)                               \
     X(EigenValuesVectors, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)                    \
     X(EigenValuesVectorsRight, ma, "NSCT/NSCHTHT/NSCHTHT", estimateGeneralVectors, generalVectorsLimits)               \
