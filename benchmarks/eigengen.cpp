@@ -27,15 +27,74 @@ constexpr auto geev(double)
     return dgeev_;
 }
 
-// A set of vectors where it goes, or none.
-template <class T>
-using Sets = std::vector<Operand<T>>;
+// The peers, and what is asked of all results; matrices and vectors are packed. Null stands for a set not wanted.
+template <class T, int N>
+struct Packed {
+    using Matrix = Eigen::Matrix<T, N, N, Eigen::RowMajor>;
+
+    BENCH_NOINLINE static void solveByEigen(const T *a, T *re, T *im, T *right, T *left)
+    {
+        const Eigen::Map<const Matrix> x(a);
+        const Eigen::EigenSolver<Matrix> solver(left ? Matrix(x) : Matrix(x.transpose()), right || left);
+        for (int j = 0; j < N; ++j) {
+            re[j] = solver.eigenvalues()[j].real();
+            im[j] = solver.eigenvalues()[j].imag();
+        }
+        if (!right && !left)
+            return;
+        const Eigen::Matrix<std::complex<T>, N, N> vectors = solver.eigenvectors();
+        for (int j = 0; j < N; ++j)
+            for (int r = 0; r < N; ++r) // a pair has its real part and its imaginary part
+                (right ? right : left)[r * N + j] =
+                    im[j] < 0 ? (right ? -1 : 1) * vectors(r, j).imag() : vectors(r, j).real();
+    }
+
+    // By columns the source is the library's own working matrix.
+    BENCH_NOINLINE static void solveByLapack(const T *a, T *re, T *im, T *right, T *left)
+    {
+        const int n = N, space = 8 * N * N;
+        T x[N * N], r[N * N], l[N * N], work[space];
+        int info;
+        std::copy(a, a + N * N, x);
+        geev(T())(left ? "V" : "N", right ? "V" : "N", &n, x, &n, re, im, l, &n, r, &n, work, &space, &info, 1, 1);
+        for (int k = 0; k < N * N && right; ++k)
+            right[k % N * N + k / N] = r[k];
+        for (int k = 0; k < N * N && left; ++k)
+            left[k % N * N + k / N] = l[k];
+    }
+
+    // The trace, which knows of no order, and A'*x = w*x or A*conj(y) = w*conj(y).
+    BENCH_NOINLINE static bool isRight(const T *a, const T *re, const T *im, const T *right, const T *left)
+    {
+        double trace = 0, worst = 0;
+        for (int j = 0; j < N; ++j)
+            trace += double(re[j]) - a[j * N + j];
+        for (int j = 0; j < N; ++j)
+            for (const T *v : {right, left})
+                for (int r = 0; r < N && v; ++r) {
+                    const int first = im[j] < 0 ? j - 1 : j;
+                    const double y = (im[j] < 0) == (v == left) ? 1 : -1;
+                    const auto element = [&](int k) {
+                        return std::complex<double>(v[k * N + first], im[j] == 0 ? 0 : y * v[k * N + first + 1]);
+                    };
+                    double sumRe = 0, sumIm = 0;
+                    for (int c = 0; c < N; ++c) {
+                        const double factor = v == left ? a[r * N + c] : a[c * N + r];
+                        sumRe += factor * element(c).real();
+                        sumIm += factor * element(c).imag();
+                    }
+                    sumRe -= re[j] * element(r).real() - im[j] * element(r).imag();
+                    sumIm -= re[j] * element(r).imag() + im[j] * element(r).real();
+                    worst = std::max(worst, std::abs(sumRe) + std::abs(sumIm));
+                }
+        return std::abs(trace) < 1e-3 && worst < 1e-3;
+    }
+};
 
 template <class T, int N, Form F>
 class Cells {
     static constexpr int description = descriptionOf(F);
-    using Matrices = Element<T, N, N, F>;
-    using Packed = Eigen::Matrix<T, N, N, Eigen::RowMajor>;
+    using Peers = Packed<T, N>;
     using Works = std::vector<std::pair<std::string, Work>>;
 
 public:
@@ -49,126 +108,68 @@ public:
     template <class Functions>
     void values(const Functions &functions) const
     {
-        add("Values", call(std::get<description>(functions), std::tuple_cat(source(), ends())), {}, {});
+        add("Values", functions, std::tuple<>(), false, false);
     }
     template <class Functions>
     void rightSet(const Functions &functions) const
     {
-        add("VectorsRight",
-            call(std::get<description>(functions),
-                 std::tuple_cat(source(), arguments<description, true>(right), ends())),
-            {right}, {});
+        add("VectorsRight", functions, arguments<description, true>(right), true, false);
     }
     template <class Functions>
     void leftSet(const Functions &functions) const
     {
-        add("VectorsLeft",
-            call(std::get<description>(functions),
-                 std::tuple_cat(source(), arguments<description, true>(left), ends())),
-            {}, {left});
+        add("VectorsLeft", functions, arguments<description, true>(left), false, true);
     }
     template <class Functions>
     void bothSets(const Functions &functions) const
     {
-        add("Vectors",
-            call(std::get<description>(functions), std::tuple_cat(source(), arguments<description, true>(right),
-                                                                  arguments<description, true>(left), ends())),
-            {right}, {left});
+        add("Vectors", functions,
+            std::tuple_cat(arguments<description, true>(right), arguments<description, true>(left)), true, true);
     }
 
 private:
-    auto source() const { return arguments<description, true>(a); }
-    auto ends() const { return std::make_tuple(re, im, N, count, buffer); }
-
-    void add(const char *member, Work library, const Sets<T> &rights, const Sets<T> &lefts) const
+    template <class Functions, class Results>
+    void add(const char *member, const Functions &functions, const Results &results, bool hasRight, bool hasLeft) const
     {
-        Works works = {{"kvlm", library}};
+        Works works = {{"kvlm", call(std::get<description>(functions),
+                                     std::tuple_cat(arguments<description, true>(a), results,
+                                                    std::make_tuple(re, im, N, count, buffer)))}};
         if constexpr (F == Form::packed) {
-            const T *const a = this->a.base;
-            T *const re = this->re, *const im = this->im;
-            T *const r = rights.empty() ? nullptr : rights[0].base, *const l = lefts.empty() ? nullptr : lefts[0].base;
-            const int count = this->count;
-            if (!r || !l)
-                works.emplace_back("eigen", [=] {
+            const auto peer = [&](auto solve) {
+                return [=, a = a.base, right = hasRight ? right.base : nullptr, left = hasLeft ? left.base : nullptr,
+                        re = re, im = im, count = count] {
                     for (int i = 0; i < count; ++i)
-                        solveByEigen(a + i * N * N, re + i * N, im + i * N, r ? r + i * N * N : nullptr,
-                                     l ? l + i * N * N : nullptr);
+                        solve(a + i * N * N, re + i * N, im + i * N, right ? right + i * N * N : nullptr,
+                              left ? left + i * N * N : nullptr);
                     return 0;
-                });
-            works.emplace_back("Lapack", [=] {
-                for (int i = 0; i < count; ++i)
-                    solveByLapack(a + i * N * N, re + i * N, im + i * N, r ? r + i * N * N : nullptr,
-                                  l ? l + i * N * N : nullptr);
-                return 0;
-            });
+                };
+            };
+            if (!hasRight || !hasLeft)
+                works.emplace_back("eigen", peer(Peers::solveByEigen));
+            works.emplace_back("Lapack", peer(Peers::solveByLapack));
         }
         const Operand<T> result(Form::packed, 1, N, true, 3, count, re);
         suite.add(std::string(member) + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(F) + "/" + std::to_string(N) +
                       "/" + std::to_string(count),
-                  result, works, [=, *this](const std::string &) { return isRight(rights, lefts); });
+                  result, works,
+                  [*this, hasRight, hasLeft](const std::string &) { return isRight(hasRight, hasLeft); });
     }
 
-    // Traces, which know of no order, and the equations A'*x = w*x and A*conj(y) = w*conj(y).
-    bool isRight(const Sets<T> &rights, const Sets<T> &lefts) const
+    // There are ill-conditioned matrices among random ones.
+    bool isRight(bool hasRight, bool hasLeft) const
     {
-        using Complex = std::complex<double>;
-        const Matrices matrix{a};
         int wrong = 0;
+        T x[N * N], r[N * N], l[N * N];
+        const Element<T, N, N, F> elements[] = {{a}, {right}, {left}};
         for (int i = 0; i < count; ++i) {
-            double trace = 0, worst = 0;
-            for (int j = 0; j < N; ++j) {
-                trace += double(re[i * N + j]) - matrix(i, j, j);
-                for (const Sets<T> *sets : {&rights, &lefts})
-                    for (const Operand<T> &set : *sets) {
-                        const Matrices v{set};
-                        const double y = im[i * N + j];
-                        const int first = y < 0 ? j - 1 : j;
-                        const auto element = [&](int r) {
-                            const double part = y == 0 ? 0 : v(i, r, first + 1);
-                            return Complex(v(i, r, first), (y < 0) != (sets == &lefts) ? -part : part);
-                        };
-                        for (int r = 0; r < N; ++r) {
-                            Complex sum = -Complex(re[i * N + j], y) * element(r);
-                            for (int c = 0; c < N; ++c)
-                                sum += double(sets == &lefts ? matrix(i, r, c) : matrix(i, c, r)) * element(c);
-                            worst = std::max(worst, std::abs(sum));
-                        }
-                    }
+            for (int k = 0; k < N * N; ++k) {
+                x[k] = elements[0](i, k / N, k % N);
+                r[k] = elements[1](i, k / N, k % N);
+                l[k] = elements[2](i, k / N, k % N);
             }
-            wrong += !(std::abs(trace) < 1e-3 && worst < 1e-3);
+            wrong += !Peers::isRight(x, re + i * N, im + i * N, hasRight ? r : nullptr, hasLeft ? l : nullptr);
         }
         return wrong * 1000 <= count;
-    }
-
-    BENCH_INLINE static void solveByEigen(const T *a, T *re, T *im, T *right, T *left)
-    {
-        const Eigen::Map<const Packed> x(a);
-        const Eigen::EigenSolver<Packed> solver(left ? Packed(x) : Packed(x.transpose()), right || left);
-        for (int j = 0; j < N; ++j) {
-            re[j] = solver.eigenvalues()[j].real();
-            im[j] = solver.eigenvalues()[j].imag();
-        }
-        if (!right && !left)
-            return;
-        const Eigen::Matrix<std::complex<T>, N, N> vectors = solver.eigenvectors();
-        T *const v = right ? right : left;
-        for (int j = 0; j < N; ++j)
-            for (int r = 0; r < N; ++r) {
-                v[r * N + j] = im[j] < 0 ? (right ? -1 : 1) * vectors(r, j).imag() : vectors(r, j).real();
-            }
-    }
-    // The library's own view of a packed matrix: by columns it is the transposed one.
-    BENCH_INLINE static void solveByLapack(const T *a, T *re, T *im, T *right, T *left)
-    {
-        const int n = N, space = 8 * N * N;
-        T x[N * N], r[N * N], l[N * N], work[space];
-        int info;
-        std::copy(a, a + N * N, x);
-        geev(T())(left ? "V" : "N", right ? "V" : "N", &n, x, &n, re, im, l, &n, r, &n, work, &space, &info, 1, 1);
-        for (int k = 0; k < N * N && right; ++k)
-            right[k % N * N + k / N] = r[k];
-        for (int k = 0; k < N * N && left; ++k)
-            left[k % N * N + k / N] = l[k];
     }
 
     Suite &suite;

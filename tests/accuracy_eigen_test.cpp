@@ -217,8 +217,7 @@ TYPED_TEST(GeneralEigen, WholeSpectra)
         }
 }
 
-// Defective matrices too, whose settled blocks may split wrongly, but never lose the trace; and whatever is in a
-// matrix, the calls end.
+// Jordan blocks too, whose values may come out far apart, but never lose the trace.
 TYPED_TEST(GeneralEigen, TracesStay)
 {
     using T = TypeParam;
@@ -227,7 +226,7 @@ TYPED_TEST(GeneralEigen, TracesStay)
             SCOPED_TRACE("order " + std::to_string(n) + ", turn " + std::to_string(turn));
             Random source(n * 100 + turn);
             std::vector<T> a = this->matrix(turn % this->kinds, n, source);
-            for (int k = 0; k + 1 < n && turn % 2; ++k) // Jordan blocks in disguise
+            for (int k = 0; k + 1 < n && turn % 2; ++k) // a Jordan block
                 for (int r = 0; r < n; ++r) {
                     a[r * n + k] = T(r == k);
                     a[r * n + k + 1] = r == k ? T(1) : T(r == k + 1);

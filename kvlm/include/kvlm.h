@@ -2732,9 +2732,9 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *si
  * without balancing or scaling. Settled: an off-diagonal element of the Hessenberg form counts as zero if it is at most
  * eps = 2^-23 (32f) or 2^-52 (64f), whatever stands beside it, so the error is up to a small multiple of n times eps
  * times the larger of 1 and the norm of src, and more for values that are ill-conditioned: scale matrices that are
- * small. Settled, too: a 2 x 2 block with equal diagonal elements is a complex pair, also where its values are real: (2
- * 1, 1 2) has 2 + i and 2 - i; and where two real values of a block nearly meet, they may come out as far apart as the
- * diagonal was.
+ * small. Settled, too: a 2 x 2 block with equal diagonal elements is a complex pair, also where its values are real, so
+ * that the rows (2, 1) and (1, 2) have the values 2 + i and 2 - i in place of 3 and 1; and where two real values of a
+ * block nearly meet, they may come out as far apart as its diagonal elements were.
  *
  * A diagonal or lower triangular src has its diagonal as values, in order. Zeros, infinities and NaN are ordinary
  * elements: every call ends.
