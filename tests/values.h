@@ -185,7 +185,9 @@ std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &
                 x *= small;
             else if (kind == special && isInBlock && r / 2 == chosen && random.below(3) == 0)
                 x = odd[random.below(4)];
-            else if (kind == tight && isInBlock) // equal tiny blocks, coupled by large elements
+            else if (kind == tight && !isInBlock) // equal tiny blocks, coupled by large elements
+                x *= 16;
+            else if (kind == tight)
                 x = r == c ? small : c > r ? small * T(-0.5) : small * T(random.below(2) ? 0.5 : 0.25);
         }
     if (kind == jordan && n > 1)
