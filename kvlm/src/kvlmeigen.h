@@ -188,6 +188,37 @@ __attribute__((noinline)) Outcome finishObject(const GroupOf<Kind, N> &group, in
         return {};
 }
 
+template <class T>
+using ValuesKind = GeneralKind<T, false, false>;
+template <class T>
+using RightKind = GeneralKind<T, true, false>;
+template <class T>
+using LeftKind = GeneralKind<T, false, true>;
+template <class T>
+using BothKind = GeneralKind<T, true, true>;
+
+// What does not depend on the description is compiled once, in kvlmeigen_32f.cpp and kvlmeigen_64f.cpp.
+#define GENERAL_KIND(linkage, Kind, T)                                                                                 \
+    linkage template Outcome solveGeneral<Kind<T>>(int, T *, T *, T *);                                                \
+    linkage template Outcome finishObject<Kind<T>, 3>(const GroupOf<Kind<T>, 3> &, int, T *, T *, T *);                \
+    linkage template Outcome finishObject<Kind<T>, 4>(const GroupOf<Kind<T>, 4> &, int, T *, T *, T *);                \
+    linkage template Outcome finishObject<Kind<T>, 5>(const GroupOf<Kind<T>, 5> &, int, T *, T *, T *);                \
+    linkage template Outcome finishObject<Kind<T>, 6>(const GroupOf<Kind<T>, 6> &, int, T *, T *, T *);
+#define GENERAL_GROUP(linkage, Kind, T)                                                                                \
+    linkage template bool solveGroup(GroupOf<Kind<T>, 3> &);                                                           \
+    linkage template bool solveGroup(GroupOf<Kind<T>, 4> &);                                                           \
+    linkage template bool solveGroup(GroupOf<Kind<T>, 5> &);                                                           \
+    linkage template bool solveGroup(GroupOf<Kind<T>, 6> &);
+#define GENERAL_PARTS(linkage, T)                                                                                      \
+    GENERAL_KIND(linkage, ValuesKind, T)                                                                               \
+    GENERAL_KIND(linkage, RightKind, T)                                                                                \
+    GENERAL_KIND(linkage, LeftKind, T)                                                                                 \
+    GENERAL_KIND(linkage, BothKind, T)                                                                                 \
+    GENERAL_GROUP(linkage, ValuesKind, T)                                                                              \
+    GENERAL_GROUP(linkage, RightKind, T)
+GENERAL_PARTS(extern, float)
+GENERAL_PARTS(extern, double)
+
 // The objects of a call. Those that are solved in order are stored, until one ends the call.
 template <class Kind, class S, class R, class L>
 struct GeneralBatch {
