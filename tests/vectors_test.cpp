@@ -214,6 +214,8 @@ void stream(KvlStatus (*scaled)(const T *, const T *, T, T *, int), KvlStatus (*
             ASSERT_EQ(scaled(block.data(), src.data(), T(0.3), first, length), kvlOk);
             ASSERT_EQ(plain(block.data(), src.data(), second, length), kvlOk);
             std::vector<T> expected[2];
+            for (std::vector<T> &values : expected)
+                values.reserve(length + 1); // data() is no null pointer
             for (int k = 0; k < length; ++k) {
                 expected[0].push_back(src[k] * T(0.3) + block[k % period]);
                 expected[1].push_back(block[k % period] + src[k]);
