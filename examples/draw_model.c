@@ -47,22 +47,25 @@ static void readModel(const char *name)
     FILE *file = opened(name, "r");
     char line[500];
     while (fgets(line, sizeof line, file)) {
-        float *v = vertices[vertexCount];
+        float v[4] = {0, 0, 0, 1};
         if (sscanf(line, "v %f %f %f", &v[0], &v[1], &v[2]) == 3) {
-            v[3] = 1;
-            if (++vertexCount == maxVertices)
+            if (vertexCount == maxVertices)
                 fail("too many vertices");
+            memcpy(vertices[vertexCount++], v, sizeof v);
         } else if (line[0] == 'f' && line[1] == ' ') {
-            Face *face = &faces[faceCount];
-            for (char *word = strtok(line + 1, " \r\n"); word && face->corners < maxCorners;
-                 word = strtok(NULL, " \r\n")) {
+            if (faceCount == maxFaces)
+                fail("too many faces");
+            Face *face = &faces[faceCount++];
+            for (char *word = strtok(line + 1, " \r\n"); word; word = strtok(NULL, " \r\n")) {
                 const int number = atoi(word); /* what follows a slash is texture and normal */
                 if (number < 1 || number > vertexCount)
                     fail("a face has no such vertex");
+                if (face->corners == maxCorners)
+                    fail("a face has too many corners");
                 face->corner[face->corners++] = number - 1;
             }
-            if (++faceCount == maxFaces)
-                fail("too many faces");
+            if (face->corners < 3)
+                fail("a face has too few corners");
         }
     }
     fclose(file);
@@ -92,14 +95,15 @@ static void readPoses(const char *name)
     float turn, tilt, x, y, z;
     while (fgets(line, sizeof line, file))
         if (sscanf(line, "%f %f %f %f %f", &turn, &tilt, &x, &y, &z) == 5) {
+            if (poseCount == maxPoses)
+                fail("too many poses");
             setRotation(turns[poseCount], turn, 2, 0);
             setRotation(tilts[poseCount], tilt, 0, 1);
             setIdentity(places[poseCount]);
             places[poseCount][0][3] = x;
             places[poseCount][1][3] = y;
             places[poseCount][2][3] = z;
-            if (++poseCount == maxPoses)
-                fail("too many poses");
+            poseCount++;
         }
     fclose(file);
 }
@@ -156,7 +160,7 @@ static double largestError(const Matrix camera)
                 memcpy(x, y, sizeof x);
             }
             const double error = hypot(x[0] / x[3] - picture[p][v][0], x[1] / x[3] - picture[p][v][1]);
-            worst = error > worst ? error : worst;
+            worst = !(error <= worst) ? error : worst; /* NaN too */
         }
     return worst;
 }

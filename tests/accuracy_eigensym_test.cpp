@@ -283,7 +283,7 @@ TYPED_TEST(SymmetricEigenproblems, ExtremeElementsEndToo)
                 }
 }
 
-#ifdef HAVE_LAPACK
+#ifdef KVLM_HAS_LAPACK
 extern "C" void dsyev_(const char *job, const char *part, const int *n, double *a, const int *lda, double *values,
                        double *work, const int *elements, int *info, std::size_t, std::size_t);
 

@@ -139,10 +139,11 @@ TEST(Moves, OperandsThatOverlapAnyhow)
         for (int turn = 0; turn < 500 && isMove(member) && !wrong; ++turn) {
             Random random(turn);
             const bool isVector = member.isVector(), isArray = member.isArray();
-            const int width = 1 + random.below(7);
-            const int height = isVector ? 1 : random.below(2) ? width : 1 + random.below(7);
-            const int count = isArray ? 1 + random.below(10) : 1;
-            Bytes memory(4096 + 8192 * random.below(2));
+            const bool large = turn % 25 == 24; // more than is moved at a time
+            const int width = 1 + random.below(large ? 40 : 7);
+            const int height = isVector ? 1 : random.below(2) && !large ? width : 1 + random.below(7);
+            const int count = isArray ? 1 + random.below(large ? 80 : 10) : 1;
+            Bytes memory(large ? 200000 : 4096 + 8192 * random.below(2));
             for (std::size_t k = 0; k < memory.size(); k += 8) {
                 const std::uint64_t word = random.next();
                 std::memcpy(&memory[k], &word, 8);
@@ -189,6 +190,53 @@ TEST(Moves, OperandsThatOverlapAnyhow)
         }
     }
 }
+
+// Two doubles of a table that begin 4 bytes from each other: the second overwrites half of the first.
+TEST(Moves, EntriesHalfAnElementApart)
+{
+    unsigned char memory[256], expected[sizeof memory];
+    std::fill(std::begin(memory), std::end(memory), 0x5a);
+    std::copy(std::begin(memory), std::end(memory), expected);
+    const auto at = [&](int offset) { return reinterpret_cast<double *>(memory + offset); };
+    double *const table[] = {at(0), at(4)};
+    const double one = 1;
+    for (int object : {0, 64}) {
+        std::memcpy(expected + object, &one, sizeof one);
+        std::fill_n(expected + object + 4, sizeof(double), 0);
+        std::memcpy(expected + object, &one, sizeof one);
+    }
+    EXPECT_EQ(kvlmLoadIdentity_ma_64f_P(table, 0, 64, 2, 1, 2), kvlOk);
+    EXPECT_TRUE(std::equal(std::begin(memory), std::end(memory), expected));
+}
+
+#ifndef __x86_64__
+// Rows whose stride goes around the address space: the destination lies between the first and the last of them.
+TEST(Moves, StridesAroundTheAddressSpace)
+{
+    constexpr std::uint32_t first = 0x10000000, stride = 0x60000000, width = 16, height = 4;
+    for (std::uint32_t r = 0; r < height; ++r) {
+        void *const place = reinterpret_cast<void *>(first + r * stride);
+        if (mmap(place, 8192, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0) !=
+            place) {
+            while (r-- > 0)
+                munmap(reinterpret_cast<void *>(first + r * stride), 8192);
+            GTEST_SKIP() << "these addresses are taken";
+        }
+    }
+    const auto row = [&](std::uint32_t r) { return reinterpret_cast<float *>(first + r * stride) + 256; };
+    for (std::uint32_t r = 0; r < height; ++r)
+        for (std::uint32_t c = 0; c < 2 * width; ++c)
+            row(r)[c] = static_cast<float>(100 * r + c);
+    // A packed object whose second row is the source's, one element on.
+    float *const dst = row(1) + 1 - width;
+    EXPECT_EQ(kvlmCopy_ma_32f_SS(row(0), 4, stride, 4, dst, 4, 4 * width, 4, width, height, 1), kvlOk);
+    for (std::uint32_t r = 0; r < height; ++r)
+        for (std::uint32_t c = 0; c < width; ++c)
+            EXPECT_EQ(dst[r * width + c], r == 1 ? 100.f : static_cast<float>(100 * r + c)) << r << ", " << c;
+    for (std::uint32_t r = 0; r < height; ++r)
+        munmap(reinterpret_cast<void *>(first + r * stride), 8192);
+}
+#endif
 
 // Batches of more objects than are moved at a time.
 TEST(Moves, LongBatches)

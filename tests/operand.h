@@ -302,7 +302,9 @@ private:
             const bool byColumns = random.below(2);
             elem = byColumns ? rows * step : step;
             row = byColumns ? step : columns * step;
-            obj = 1 + random.below(2) * random.below(rows * columns);
+            // One element in common, or more.
+            obj = random.below(4) == 0 ? std::max(1, rows * columns * step - 1)
+                                       : 1 + random.below(2) * random.below(rows * columns);
             return;
         }
         }

@@ -18,10 +18,12 @@
  *   call has no list, it stays in the standard description.
  *
  * A t operand exchanges r and c on the right-hand side: its row stride goes with c and its element stride with r, and
- * its table is that of the stored matrix, tbl[c*height + r]. `width` and `height` are those of the result.
+ * its table is that of the stored matrix, tbl[c*height + r]. `width` and `height` are those of the result, unless a
+ * group says otherwise.
  *
  * **Arguments** come in the order of the name: each source with its strides or shifts, the destination, the shape
- * (`width`, `height` or `len`), and `count` where there is an array.
+ * (`width`, `height` or `len`), and `count` where there is an array. Where operands have shapes of their own, as in
+ * products, each shape follows its operand.
  *
  * **Checks.** A stride must be a positive multiple of the element size, a shift a non-negative one; an object may
  * overlap the next, and nothing is asked of the alignment of a base pointer (16 bytes are faster). Arguments are
@@ -30,11 +32,13 @@
  * checked.
  *
  * **Aliasing.** The destination must not overlap a source, unless a group says otherwise. In which order the elements
- * of one destination object are written is not defined; of objects that overlap, the later one is written last.
+ * of one destination object are written is not defined; of objects that overlap, the later one is written last, but
+ * for objects that different threads of a team write.
  *
  * **Threads.** Every function may be called from any number of threads at once, on destinations that do not overlap.
- * The library makes threads only for large arrays, and as many as threads_omp_of_n_kvl of the core library says (1 at
- * first: see kvlcore.h). Which calls go to the team is a fixed estimate of the work, the same for every machine. A call
+ * The library makes threads only for arrays, and as many as threads_omp_of_n_kvl of the core library says (1 at first:
+ * see kvlcore.h). Which calls go to the team is a fixed estimate of the work, the same for every machine: large arrays,
+ * and some products at 32f from 6 elements on, as their groups say. A call
  * made inside an OpenMP parallel region gets a smaller team than it asked for and then leaves objects undone without
  * any status: keep threads_omp_of_n_kvl at 1 in a program that makes its own teams.
  */
@@ -990,8 +994,7 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
  * rows.
  *
  * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst may be src, of letter m, with the
- * same strides. Settled: at 32f the batches of vectors below go to the team by other amounts of work than those of
- * matrices.
+ * same strides.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mc_32f(const float *src, int srcRowStride, int srcElemStride, float val, float *dst,
@@ -1058,7 +1061,8 @@ KVLM_API KvlStatus kvlmMul_tac_64f_L(const double *const *src, int srcShift, int
  * in _L a list of pointers to them with a shift. One rounded product per element.
  *
  * Checks: pointers (val too where it is one), `count`, len, strides (valStride too), shifts (valShift too). Always
- * kvlOk after them. dst may be src, an array if dst is one, with the same strides.
+ * kvlOk after them. dst may be src, an array if dst is one, with the same strides. Settled: at 32f an array by one
+ * constant goes to the team if it moves more than 6 elements, nearly always; all others only if they are large.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
@@ -1131,11 +1135,12 @@ KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, in
  * - tav, tava at 32f: (p0+p1)+(p2+p3); ((p0+p1)+p4)+(p2+p3); ((p0+p1)+(p2+p3))+(p4+p5).
  *
  * Settled: mava at 32f in _L is among the second of these, mva at 32f in _L is not. And kvlmMul_mva_32f with adjacent
- * elements has, for all other sizes, sums in eight lanes of long rows, begun where the vector reaches a multiple of 16
- * bytes: results may then depend on the alignment of the operands. For the same bits everywhere use another form.
+ * elements has, for all other sizes, sums in eight lanes of long rows: of 8 elements or more where both vectors, the
+ * matrix and their strides are multiples of 16 bytes, else of 11 or more, begun where the vector reaches a multiple of
+ * 16 bytes. Results may then depend on the alignment of the operands. For the same bits everywhere use another form.
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
- * must overlap neither source.
+ * must overlap neither source. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
@@ -1285,17 +1290,26 @@ KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, 
  *
  * dst(i, j) is ((p0 + p1) + p2) + ... with p(k) = A(i, k)*B(k, j), each product and each sum rounded, from left to
  * right, in every form. The sum begins with p0 where all four sizes are equal and 3, 4, 5 or 6, otherwise with +0,
- * which makes of a sum of negative zeros a positive one. Settled: some forms of some orders begin with +0 all the same.
+ * which makes of a sum of negative zeros a positive one. Settled: these begin with +0 all the same ("standard" means
+ * adjacent elements, S2 and LS2 any others):
+ *
+ * - order 4: kvlmMul_mat_32f standard;
+ * - order 6: kvlmMul_tm_32f standard, kvlmMul_mama_32f S2;
+ * - orders 4 to 6: kvlmMul_tam_32f and kvlmMul_mat_32f S2, kvlmMul_mam_32f_P, kvlmMul_tam_32f_P, kvlmMul_mat_32f_P,
+ *   kvlmMul_mam_32f_L, kvlmMul_tam_32f_L, kvlmMul_mat_32f_L, kvlmMul_tat_32f_L in LS2;
+ * - orders 3 to 6: kvlmMul_mta_32f_L, kvlmMul_tta_32f_L and kvlmMul_tta_64f_L with adjacent elements.
  *
  * Settled, too:
  * - kvlmMul_mat_32f with adjacent elements, src1 of 4 x 4 and src2 of height 3: a fourth element is stored in each row
  * of dst, behind the three of the product. It is the product with the row that would follow in src2, which is read. In
- * a packed dst the next row overwrites it; behind the last row it is a store beyond the object. Leave room for it.
+ * a packed dst the next row overwrites it; behind the last row it is a store beyond the object, and where a team works,
+ * into what another thread writes. Leave room for it between the objects.
  * - kvlmMul_mm_32f_P and kvlmMul_tt_64f_P: sizes of 1, 2 and 3 whose bitwise OR is 3 make a product of order 3. All
  * three tables must then have nine entries.
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
- * must overlap no source. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * must overlap no source; in _P, where all four sizes are equal and 3 to 6, each object of dst may be that of a source,
+ * position by position. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mm_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
@@ -2464,7 +2478,8 @@ KVLM_API KvlStatus kvlmCopy_ma_64f_PL(const double *const *src, int srcShift, in
  *
  * Checks: pointers, sizes, `count`, shifts, strides; in the m and t forms of _P and in kvlmExtract_v_64f_P sizes before
  * pointers. Object strides are looked at whatever `count` is. Always kvlOk after them. Settled: kvlmExtract_m_..._P and
- * kvlmExtract_ma_..._P count positions in 32 bits, and where width*height wraps to 0 or below they do nothing.
+ * kvlmExtract_ma_..._P count positions in 32 bits: where width*height wraps to 0 or below they do nothing, and where it
+ * wraps to another number, that many positions are moved, and so far apart do the objects lie in dst.
  * @{
  */
 KVLM_API KvlStatus kvlmExtract_v_32f(const float *src, int srcElemStride, float *dst, int len);
@@ -2558,12 +2573,16 @@ KVLM_API KvlStatus kvlmLoadIdentity_ma_64f_L(double *const *dst, int dstShift, i
  * rows of src, and stand before dst: the result has `width` rows and `height` columns. In _P the table of src is
  * indexed r*width + c, that of dst c*height + r.
  *
- * Elements move as bits. Always on the caller's thread. Large 32f matrices with adjacent elements are written past the
- * cache, fenced before return: in arrays if 8*width*height*count is above three quarters of the cache (and above
- * 131072), else a matrix if 8*width*height is above the cache and both sizes are above 128. The size of the cache is
- * asked of the core library, once for an array and once for each such matrix; 0 means never.
+ * Elements move as bits. Always on the caller's thread. Large 32f matrices with adjacent elements in src and dst, but
+ * for square ones of order 3 to 6, are written past the cache, fenced before return: in arrays if 8*width*height*count
+ * is above three quarters of the cache (and above 131072), else a matrix if 8*width*height is above the cache and both
+ * sizes are above 128. Settled: both products wrap at 32 bits. The size of the cache is asked of the core library: once
+ * for an array whose product is above 131072, and once for each matrix with both sizes above 128 that is not streamed
+ * with its array; 0 means never.
  *
  * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst must not overlap src, nor be src.
+ * Where elements of one object of dst coincide, what they hold in the end is defined with strided elements and in _P
+ * (the rows of dst one after the other; in _P of any order but square 3 to 6 those of src), not with adjacent ones.
  * @{
  */
 KVLM_API KvlStatus kvlmTranspose_m_32f(const float *src, int srcRowStride, int srcElemStride, int width, int height,

@@ -294,7 +294,24 @@ KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
     v[1].v = _mm_shuffle_ps(second, starts, _MM_SHUFFLE(2, 0, 3, 0));
 }
 
-// In 64f also several matrices in a row.
+// Four elements of a run of registers, by their places in it: two pairs, each of which may be in one register.
+template <int A, int B>
+KVLM_INLINE __m128 pairOf(const Lanes<float> *x)
+{
+    if constexpr (A / 4 == B / 4)
+        return x[A / 4].v;
+    else
+        return _mm_shuffle_ps(x[A / 4].v, x[B / 4].v, A % 4 | B % 4 << 4);
+}
+
+template <int A, int B, int C, int D>
+KVLM_INLINE Lanes<float> fourOf(const Lanes<float> *x)
+{
+    constexpr auto lanesOfPair = [](int a, int b) { return a / 4 == b / 4 ? a % 4 | b % 4 << 2 : 2 << 2; };
+    return {_mm_shuffle_ps(pairOf<A, B>(x), pairOf<C, D>(x), lanesOfPair(A, B) | lanesOfPair(C, D) << 4)};
+}
+
+// The same of several packed matrices in a row.
 template <int N, size_t... K>
 KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
 {
@@ -305,10 +322,19 @@ KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
      ...);
 }
 
-template <int N, int Registers>
-KVLM_INLINE void transposePacked(Lanes<double> (&v)[Registers], Fixed<N>)
+template <int N, size_t... K>
+KVLM_INLINE void transposePacked(Lanes<float> *v, std::index_sequence<K...>)
 {
-    wholeRegisters(v);
+    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
+    const Lanes<float> x[] = {v[K]...};
+    ((v[K] = fourOf<source(4 * K), source(4 * K + 1), source(4 * K + 2), source(4 * K + 3)>(x)), ...);
+}
+
+template <class T, int N, int Registers>
+KVLM_INLINE void transposePacked(Lanes<T> (&v)[Registers], Fixed<N>)
+{
+    if constexpr (sizeof(T) == 8)
+        wholeRegisters(v);
     transposePacked<N>(v, std::make_index_sequence<Registers>());
 }
 

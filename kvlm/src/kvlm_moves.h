@@ -21,27 +21,56 @@ struct First {
 
 // ---- Loops -------------------------------------------------------------------------------------------------------
 
+// f(width), known to the compiler where it is that of a small vector or of all elements of a small matrix.
+template <class F>
+KVLM_INLINE void byUsualWidth(int width, F f)
+{
+    switch (width) {
+    case 3:
+        return f(Fixed<3>());
+    case 4:
+        return f(Fixed<4>());
+    case 5:
+        return f(Fixed<5>());
+    case 6:
+        return f(Fixed<6>());
+    case 9:
+        return f(Fixed<9>());
+    case 16:
+        return f(Fixed<16>());
+    case 25:
+        return f(Fixed<25>());
+    case 36:
+        return f(Fixed<36>());
+    default:
+        return f(width);
+    }
+}
+
 // The order that counts. Settled: `extract` from tables takes the positions one after the other, in all objects each.
 template <bool PositionsFirst, class S, class D>
 __attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Extent n)
 {
     const S s = givenS;
     const D d = givenD;
+    const auto objects = [&](auto width, auto height) KVLM_INLINED {
+        for (ptrdiff_t i = 0; i < n.count; ++i) {
+            const auto from = s.view(i);
+            const auto to = d.view(i);
+            eachIndex(height, [&](ptrdiff_t r) KVLM_INLINED {
+                eachIndex(width, [&](ptrdiff_t c) KVLM_INLINED { put(to.at(r, c), get(from.at(r, c))); });
+            });
+        }
+    };
     if constexpr (PositionsFirst)
         for (ptrdiff_t r = 0; r < n.height; ++r)
             for (ptrdiff_t c = 0; c < n.width; ++c)
                 for (ptrdiff_t i = 0; i < n.count; ++i)
                     put(d.view(i).at(r, c), get(s.view(i).at(r, c)));
+    else if (n.height == 1)
+        byUsualWidth(n.width, [&](auto width) KVLM_INLINED { objects(width, Fixed<1>()); });
     else
-        bySquareOrder(n.width, n.height, [&](auto width, auto height) KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < n.count; ++i) {
-                const auto from = s.view(i);
-                const auto to = d.view(i);
-                for (ptrdiff_t r = 0; r < height; ++r)
-                    for (ptrdiff_t c = 0; c < width; ++c)
-                        put(to.at(r, c), get(from.at(r, c)));
-            }
-        });
+        bySquareOrder(n.width, n.height, objects);
 }
 
 // Long moves are the C library's.
@@ -66,14 +95,16 @@ __attribute__((noinline)) void moveRows(const S &givenS, const D &givenD, W widt
     using T = typename D::Element;
     const S s = givenS;
     const D d = givenD;
-    const auto bytesOf = [&](const auto &x) KVLM_INLINED { return steps(height - 1, x.rowStride) + width * sizeof(T); };
-    const uintptr_t read = bytesOf(s), written = bytesOf(d);
+    const auto bytesOf = [&](const auto &x) KVLM_INLINED { return spanOf(height, x.rowStride) + width * sizeof(T); };
+    const uint64_t read = bytesOf(s), written = bytesOf(d);
+    const bool anywhere = read + written > UINTPTR_MAX; // strides go around the address space
     for (ptrdiff_t i = 0; i < count; ++i) {
         const T *from = s.object(i);
         T *to = d.object(i);
         if constexpr (S::isList || D::isList)
-            if (reinterpret_cast<uintptr_t>(to) - reinterpret_cast<uintptr_t>(from) + written - 1 <
-                read + written - 1) {
+            if (anywhere || reinterpret_cast<uintptr_t>(to) - reinterpret_cast<uintptr_t>(from) +
+                                    static_cast<uintptr_t>(written) - 1 <
+                                static_cast<uintptr_t>(read + written) - 1) {
                 moveInOrder<false>(Grid<const T>(from, 0, s.rowStride, s.elemStride),
                                    Grid<T>(to, 0, d.rowStride, d.elemStride), {width, height, 1});
                 continue;
@@ -88,27 +119,7 @@ KVLM_INLINE void moveAdjacentRows(const S &s, const D &d, Extent n)
 {
     if (n.height > 1)
         return moveRows(s, d, n.width, n.height, n.count);
-    const auto known = [&](auto width) KVLM_INLINED { moveRows(s, d, width, Fixed<1>(), n.count); };
-    switch (n.width) {
-    case 3:
-        return known(Fixed<3>());
-    case 4:
-        return known(Fixed<4>());
-    case 5:
-        return known(Fixed<5>());
-    case 6:
-        return known(Fixed<6>());
-    case 9:
-        return known(Fixed<9>());
-    case 16:
-        return known(Fixed<16>());
-    case 25:
-        return known(Fixed<25>());
-    case 36:
-        return known(Fixed<36>());
-    default:
-        return known(n.width);
-    }
+    byUsualWidth(n.width, [&](auto width) KVLM_INLINED { moveRows(s, d, width, Fixed<1>(), n.count); });
 }
 
 // Runs of adjacent elements as the rows, or the columns, of a matrix.
@@ -158,11 +169,12 @@ template <bool ToObjects, class S, class D>
 __attribute__((noinline)) void moveAcross(const S &givenS, const D &givenD, Extent n)
 {
     using T = typename D::Element;
-    constexpr int atOnce = 256 / sizeof(T), lanes = Lanes<T>::count;
+    constexpr ptrdiff_t atOnce = 256 / sizeof(T);
+    constexpr int lanes = Lanes<T>::count;
     const S s = givenS;
     const D d = givenD;
-    for (int first = 0; first < n.count; first += atOnce) {
-        const int count = n.count - first < atOnce ? n.count - first : atOnce;
+    for (ptrdiff_t first = 0; first < n.count; first += atOnce) {
+        const int count = static_cast<int>(n.count - first < atOnce ? n.count - first : atOnce);
         for (int r = 0; r < n.height; ++r) {
             int c = 0;
             const auto positions = [&](auto number) KVLM_INLINED {
@@ -262,7 +274,7 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
             return free() && objectsApart(d, n) && (moveAcross<true>(s, d, n), true);
     if constexpr (!S::isTable && !D::isTable) {
         if (runsInRows(d) && runsInRows(s))
-            return distinct(d, n) && (S::isList || D::isList || apart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
+            return (S::isList || D::isList || apart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
         if ((runsInRows(d) || runsInColumns(d)) && (runsInRows(s) || runsInColumns(s)) && free()) {
             if (runsInRows(d))
                 moveLines(s, d, n);

@@ -17,10 +17,7 @@ KVLM_INLINE Lanes<double> elementOfEach(const Lanes<double> (&x)[N])
 template <int N, int J>
 KVLM_INLINE Lanes<float> elementOfEach(const Lanes<float> (&x)[N])
 {
-    constexpr auto at = [](int object) { return object * N + J; };
-    const __m128 first = _mm_shuffle_ps(x[at(0) / 4].v, x[at(1) / 4].v, (at(0) % 4) * 5 | (at(1) % 4) * 80),
-                 last = _mm_shuffle_ps(x[at(2) / 4].v, x[at(3) / 4].v, (at(2) % 4) * 5 | (at(3) % 4) * 80);
-    return {_mm_shuffle_ps(first, last, _MM_SHUFFLE(2, 0, 2, 0))};
+    return fourOf<J, N + J, 2 * N + J, 3 * N + J>(x);
 }
 
 template <class T, int N>
@@ -77,12 +74,45 @@ KVLM_INLINE void packElements(Lanes<float> (&x)[3])
     x[2].v = _mm_shuffle_ps(zx, yz, _MM_SHUFFLE(3, 1, 3, 1));
 }
 
-KVLM_INLINE void packElements(Lanes<double> (&x)[3])
+// Pairs of neighbouring elements come together first, of two objects at a time.
+KVLM_INLINE void packElements(Lanes<float> (&x)[6])
 {
-    const __m128d first = x[0].v, second = x[1].v;
-    x[0].v = _mm_unpacklo_pd(first, second);
-    x[1].v = _mm_shuffle_pd(x[2].v, first, 2);
-    x[2].v = _mm_unpackhi_pd(second, x[2].v);
+    Lanes<float> low[3], high[3];
+#pragma GCC unroll 3
+    for (int j = 0; j < 3; ++j) {
+        low[j].v = _mm_unpacklo_ps(x[2 * j].v, x[2 * j + 1].v);
+        high[j].v = _mm_unpackhi_ps(x[2 * j].v, x[2 * j + 1].v);
+    }
+    x[0].v = halves<0, 0>(low[0], low[1]);
+    x[1].v = halves<0, 1>(low[2], low[0]);
+    x[2].v = halves<1, 1>(low[1], low[2]);
+    x[3].v = halves<0, 0>(high[0], high[1]);
+    x[4].v = halves<0, 1>(high[2], high[0]);
+    x[5].v = halves<1, 1>(high[1], high[2]);
+}
+
+template <int N, int First>
+KVLM_INLINE Lanes<float> packedFrom(const Lanes<float> (&x)[N])
+{
+    constexpr auto place = [](int e) { return e % N * 4 + e / N; };
+    return fourOf<place(First), place(First + 1), place(First + 2), place(First + 3)>(x);
+}
+
+template <int N, int First>
+KVLM_INLINE Lanes<double> packedFrom(const Lanes<double> (&x)[N])
+{
+    constexpr int next = First + 1;
+    return {_mm_shuffle_pd(x[First % N].v, x[next % N].v, First / N | next / N << 1)};
+}
+
+template <class T, int N>
+KVLM_INLINE void packElements(Lanes<T> (&x)[N])
+{
+    Lanes<T> packed[N];
+    eachIndex(Fixed<N>(), [&](auto r) KVLM_INLINED { packed[r] = packedFrom<N, decltype(r){} * Lanes<T>::count>(x); });
+#pragma GCC unroll 6
+    for (int r = 0; r < N; ++r)
+        x[r] = packed[r];
 }
 
 // A batch that is known to be packed.
@@ -149,7 +179,7 @@ KVLM_INLINE void storeVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][N])
 {
     if constexpr (isPackedVectors<X>) {
         packElements(v[0]);
-#pragma GCC unroll 3
+#pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
             v[0][r].store(x.object(i) + r * Lanes<T>::count);
     } else

@@ -72,25 +72,41 @@ struct Range {
     bool apartFrom(Range x) const { return high <= x.low || x.high <= low; }
 };
 
-template <class T, class View>
-KVLM_INLINE Range objectRange(const View &x, Extent n, ptrdiff_t beyond = 0)
+// From a first element to one so many bytes behind it. Where strides go around the address space, elements may lie
+// anywhere.
+template <class T>
+KVLM_INLINE Range rangeFrom(const T *first, uint64_t span)
 {
-    return {reinterpret_cast<uintptr_t>(x.at(0, 0)),
-            reinterpret_cast<uintptr_t>(x.at(n.height - 1, n.width - 1)) + beyond + sizeof(T)};
+    const uintptr_t low = reinterpret_cast<uintptr_t>(first);
+    if (span > UINTPTR_MAX - low - sizeof(T))
+        return {0, UINTPTR_MAX};
+    return {low, low + static_cast<uintptr_t>(span) + sizeof(T)};
+}
+
+KVLM_INLINE uint64_t spanOf(int count, ptrdiff_t stride)
+{
+    return static_cast<uint64_t>(count - 1) * static_cast<uint64_t>(stride);
+}
+
+template <class X>
+KVLM_INLINE Range objectRange(const X &x, ptrdiff_t i, Extent n)
+{
+    return rangeFrom(x.object(i), spanOf(n.height, x.rowStride) + spanOf(n.width, x.elemStride));
 }
 
 // f(range) for ranges that hold all of an operand, until it returns false: one, or one for each entry of table or list.
 template <class T, class F>
 KVLM_INLINE bool forRanges(const Grid<T> &x, Extent n, F f)
 {
-    return f(objectRange<T>(x.view(0), n, static_cast<ptrdiff_t>(steps(n.count - 1, x.objStride))));
+    return f(rangeFrom(x.base,
+                       spanOf(n.height, x.rowStride) + spanOf(n.width, x.elemStride) + spanOf(n.count, x.objStride)));
 }
 
 template <class T, class F>
 KVLM_INLINE bool forRanges(const Scattered<T> &x, Extent n, F f)
 {
     for (ptrdiff_t i = 0; i < n.count; ++i)
-        if (!f(objectRange<T>(x.view(i), n)))
+        if (!f(objectRange(x, i, n)))
             return false;
     return true;
 }
@@ -98,11 +114,9 @@ KVLM_INLINE bool forRanges(const Scattered<T> &x, Extent n, F f)
 template <class T, class F>
 KVLM_INLINE bool forRanges(const Positions<T> &x, Extent n, F f)
 {
-    for (ptrdiff_t p = 0; p < static_cast<ptrdiff_t>(n.width) * n.height; ++p) {
-        const uintptr_t first = reinterpret_cast<uintptr_t>(x.at(p, 0));
-        if (!f(Range{first, first + steps(n.count - 1, x.objStride) + sizeof(T)}))
+    for (ptrdiff_t p = 0; p < static_cast<ptrdiff_t>(n.width) * n.height; ++p)
+        if (!f(rangeFrom(x.at(p, 0), spanOf(n.count, x.objStride))))
             return false;
-    }
     return true;
 }
 
@@ -121,10 +135,9 @@ KVLM_INLINE bool apartFromWhole(const X &x, const Y &y, Extent n)
 template <class S, class D>
 KVLM_INLINE bool apart(const S &s, const D &d, Extent n)
 {
-    using T = typename D::Element;
     if constexpr (S::isList && D::isList) {
         for (ptrdiff_t i = 0; i < n.count; ++i)
-            if (!objectRange<T>(s.view(i), n).apartFrom(objectRange<T>(d.view(i), n)))
+            if (!objectRange(s, i, n).apartFrom(objectRange(d, i, n)))
                 return false;
         return true;
     } else if constexpr (S::isList || (S::isTable && !D::isList))
@@ -133,12 +146,12 @@ KVLM_INLINE bool apart(const S &s, const D &d, Extent n)
         return apartFromWhole(d, s, n);
 }
 
-// Whether no element lies in another: each stride steps over all that smaller ones reach.
 struct Step {
     int64_t stride;
     int count;
 };
 
+// Whether no element lies in another: each stride steps over all that smaller ones reach.
 template <size_t N>
 inline bool nested(int64_t size, Step (&steps)[N])
 {
@@ -155,7 +168,8 @@ inline bool nested(int64_t size, Step (&steps)[N])
     return true;
 }
 
-// Whether no element of a destination lies in another; in a list, of the same object.
+// Whether no element of a destination lies in another; in a list, of the same object; in a table, of objects that lie
+// side by side.
 template <class T>
 inline bool distinct(const Grid<T> &x, Extent n)
 {
@@ -187,7 +201,7 @@ template <class T>
 inline bool objectsApart(const Scattered<T> &x, Extent n)
 {
     for (ptrdiff_t i = 1; i < n.count; ++i)
-        if (objectRange<T>(x.view(i), n).low < objectRange<T>(x.view(i - 1), n).high)
+        if (objectRange(x, i, n).low < objectRange(x, i - 1, n).high)
             return false;
     return true;
 }

@@ -73,12 +73,13 @@ __attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, 
             object<T>(op, a.view(i), copy.viewLike(single), d.view(i), width, height);
     } else {
         int i = 0;
-        if constexpr (worksAsRun<T, typename D::View, W> && std::is_same_v<W, Fixed<3>> && sizeof(T) == 8 &&
-                      !D::isSingle)
-            // Two objects of nine doubles fill nine registers.
+        if constexpr (worksAsRun<T, typename D::View, W> && std::is_same_v<W, Fixed<3>> && !D::isSingle) {
+            // As many objects as a register has lanes fill nine registers.
+            constexpr int several = Lanes<T>::count;
             if (objectsPacked(a, 9) && objectsPacked(b, 9) && objectsPacked(d, 9))
-                for (; i + 2 <= count; i += 2)
-                    packedOdd<T, 3, 2>(op, a.view(i), b.view(i), d.view(i));
+                for (; i + several <= count; i += several)
+                    packedOdd<T, 3, several>(op, a.view(i), b.view(i), d.view(i));
+        }
         for (; i < count; ++i)
             object<T>(op, a.view(i), b.view(i), d.view(i), width, height);
     }

@@ -68,6 +68,7 @@ KVLM_INLINE V sumOf(const V (&p)[6], int)
 template <Sum Order, int N, class V>
 KVLM_INLINE void addProduct(int k, int row, V &first, V &second, V product)
 {
+    static_assert(Order != Sum::evenOdd);
     constexpr bool inPairs = Order == Sum::pairs || (Order == Sum::columns && N != 5);
     const bool evenFirst = Order == Sum::quads && (N != 5 || row == 4);
     if (k == 0)

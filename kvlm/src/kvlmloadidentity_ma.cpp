@@ -2,6 +2,8 @@
 #include "kvlm_moves.h"
 #include "kvlm_rows.h"
 
+#include <algorithm>
+
 using namespace kvlm;
 
 // The order that counts: all elements of a row, then the one on the diagonal.
@@ -34,7 +36,20 @@ static void identity(const D &d, Extent n)
     T one[smallObject];
     const int row = n.width * static_cast<int>(sizeof(T));
     identityInOrder(Grid<T>(one, 0, row, sizeof(T)), {n.width, n.height, 1});
-    move(Grid<const T>(one, 0, row, sizeof(T)), d, n);
+    const Grid<const T> source(one, 0, row, sizeof(T));
+    if constexpr (!D::isList && !D::isTable) {
+        // The objects of a packed batch are repeated as a run that grows.
+        const ptrdiff_t object = row * n.height;
+        if (d.elemStride == sizeof(T) && d.rowStride == row && d.objStride == object) {
+            move(source, d, {n.width, n.height, 1});
+            for (ptrdiff_t i = 1, more; i < n.count; i += more) {
+                more = std::min({i, 1 + 4096 / object, n.count - i});
+                memcpy(d.object(i), d.base, more * object);
+            }
+            return;
+        }
+    }
+    move(source, d, n);
 }
 
 template <class D>

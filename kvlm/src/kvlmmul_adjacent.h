@@ -111,6 +111,62 @@ struct HeldRow {
     }
 };
 
+// Sums of `Rows` rows of a matrix times a vector: the products as they lie, then sorted, a row in each lane.
+template <class T, int N, Sum Order, int Rows, class Matrix>
+KVLM_INLINE Lanes<T> rowSums(const Matrix &a, const Lanes<T> (&x)[(N + 1) / Lanes<T>::count], int r)
+{
+    using V = Lanes<T>;
+    constexpr int lanes = V::count;
+    V sum, half;
+#pragma GCC unroll 3
+    for (int k = 0; k + lanes <= N; k += lanes) {
+        V p[lanes];
+#pragma GCC unroll 4
+        for (int l = 0; l < lanes; ++l)
+            p[l] = l < Rows ? V::load(a.at(r + l, k)) * x[k / lanes] : p[0];
+        transpose(p);
+#pragma GCC unroll 4
+        for (int l = 0; l < lanes; ++l)
+            addProduct<Order, N>(k + l, r, sum, half, p[l]);
+    }
+    if constexpr (N % lanes == 1)
+        addProduct<Order, N>(N - 1, r, sum, half, V::gather(a.at(r, N - 1), a.at(r + Rows - 1, N - 1)) * x[N / lanes]);
+    return sum;
+}
+
+// An array of matrices read by rows: those of doubles, and of order 4.
+template <int N, Sum Order, class A, class X, class D>
+__attribute__((noinline)) void productsByRows(const A &givenA, const X &givenX, const D &givenD, int count)
+{
+    using T = typename D::Element;
+    using V = Lanes<T>;
+    constexpr int lanes = V::count;
+    static_assert(N % lanes < 2);
+    const A a = givenA;
+    const X x = givenX;
+    const D d = givenD;
+    V parts[(N + 1) / lanes];
+    const auto load = [&](const T *p) KVLM_INLINED {
+#pragma GCC unroll 3
+        for (int g = 0; g < N / lanes; ++g)
+            parts[g] = V::load(p + g * lanes);
+        if constexpr (N % lanes == 1)
+            parts[N / lanes] = V::all(Loose<T>::load(p + N - 1));
+    };
+    load(x.object(0));
+    for (int i = 0; i < count; ++i) {
+        if constexpr (!X::isSingle)
+            load(x.object(i));
+        const auto matrix = a.view(i);
+        T *const y = d.object(i);
+#pragma GCC unroll 3
+        for (int r = 0; r + lanes <= N; r += lanes)
+            rowSums<T, N, Order, lanes>(matrix, parts, r).store(y + r);
+        if constexpr (N % lanes == 1)
+            rowSums<T, N, Order, 1>(matrix, parts, N - 1).storeOne(y + N - 1);
+    }
+}
+
 // Vectors that share a register for what is left of them, and sums enough to fill the processor's pipes.
 template <class T, int N>
 constexpr int vectorsAtOnce = RowShape<T, N>::left ? RowShape<T, N>::together : 2;

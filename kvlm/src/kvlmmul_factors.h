@@ -232,7 +232,10 @@ struct LeftFactor {
         } else
 #pragma GCC unroll 6
             for (int i = 0; i < Rows; ++i)
-                all[i] = Lanes<T>::all(Loose<T>::load(x.at(r + i, k)));
+                if constexpr (View::adjacentInRows && N == 6 && lanes == 4) // the compiler loads each part once
+                    all[i] = broadcast(k < 4 ? Lanes<T>::load(x.at(r + i, 0)) : loadTwo(x.at(r + i, 4)), k % 4);
+                else
+                    all[i] = Lanes<T>::all(Loose<T>::load(x.at(r + i, k)));
     }
 };
 

@@ -71,10 +71,10 @@ __attribute__((noinline)) int productGroups(const Places<const T, N, ObjA> &plac
         for (int r = 0; r < N; ++r)
 #pragma GCC unroll 6
             for (int c = 0; c < N; ++c) {
-                V sum = V::all(0);
+                V sum;
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    sum = accumulated<FromZero>(k, sum, left.element[r][k] * right.element[k][c]);
+                    accumulate<FromZero>(k, sum, left.element[r][k] * right.element[k][c]);
                 sum.store(view.at(r, c));
             }
     }

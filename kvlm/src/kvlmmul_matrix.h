@@ -84,30 +84,22 @@ KVLM_INLINE KvlStatus multiply(const A &src1, Shape shape1, const B &src2, Shape
         constexpr int n = order;
         squareProducts<n, !(Begun >> n & 1)>(readAs<LetterA>(a, order), readAs<LetterB>(b, order),
                                              readAs<'m'>(d, order), count.count);
+        return KvlStatus(kvlOk);
     };
     if constexpr ((Begun & threeByOr) != 0)
         if ((w1 | h1 | w2 | h2) == 3)
-            return square(Fixed<3>()), kvlOk;
+            return square(Fixed<3>());
     if constexpr ((Begun & fourByThree) != 0)
         if (w1 == 4 && h1 == 4 && h2 == 3) {
             productObjects<4, false>(anySteps(readAs<LetterA>(a, w1)), readAs<LetterB>(b, w2), d, 0, count.count);
             return kvlOk;
         }
-    if (w1 == h1 && w1 == w2 && w1 == h2)
-        switch (w1) {
-        case 3:
-            return square(Fixed<3>()), kvlOk;
-        case 4:
-            return square(Fixed<4>()), kvlOk;
-        case 5:
-            return square(Fixed<5>()), kvlOk;
-        case 6:
-            return square(Fixed<6>()), kvlOk;
-        }
-    const int width = LetterB == 'm' ? w2 : h2;
-    anyProducts(readAs<LetterA>(a, w1), readAs<LetterB>(b, w2), readAs<'m'>(d, width), LetterA == 'm' ? h1 : w1,
-                LetterA == 'm' ? w1 : h1, width, count.count);
-    return kvlOk;
+    return bySmallOrder(w1 == h1 && w1 == w2 && w1 == h2 ? w1 : 0, square, [&]() KVLM_INLINED {
+        const int width = LetterB == 'm' ? w2 : h2;
+        anyProducts(readAs<LetterA>(a, w1), readAs<LetterB>(b, w2), readAs<'m'>(d, width), LetterA == 'm' ? h1 : w1,
+                    LetterA == 'm' ? w1 : h1, width, count.count);
+        return KvlStatus(kvlOk);
+    });
 }
 
 // The traffic of elements: those of a single operand count once.

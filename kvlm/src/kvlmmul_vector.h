@@ -1,4 +1,5 @@
-// Matrix by vector, and the same plus a vector: orders 3 to 6 with one object per lane, all others in blocks.
+// Matrix by vector, and the same plus a vector: orders 3 to 6 by rows where elements are adjacent, else with one object
+// per lane; all others in blocks.
 #ifndef KVLMMUL_VECTOR_H
 #define KVLMMUL_VECTOR_H
 
@@ -11,6 +12,18 @@
 
 namespace kvlm {
 
+template <int N>
+KVLM_INLINE bool hasPackedObjects(NoTerm)
+{
+    return true;
+}
+
+template <int N>
+KVLM_INLINE NoTerm asPacked(NoTerm)
+{
+    return {};
+}
+
 // The term of an object: nothing, or a vector's element.
 template <class E>
 struct TermOf {
@@ -20,10 +33,7 @@ struct TermOf {
     KVLM_INLINE void addGroup(ptrdiff_t i, V (&y)[N]) const
     {
         V b[1][N];
-        if constexpr (E::isSingle)
-            loadObject(operand, 0, b);
-        else
-            loadObjects(operand, i, b);
+        loadVectors(operand, i, b);
 #pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
             y[r] = y[r] + b[0][r];
@@ -113,7 +123,7 @@ __attribute__((noinline)) KvlStatus vectorProducts(const A &givenA, const X &giv
                 if constexpr (!A::isSingle)
                     loadObjects(a, i, matrix);
                 if constexpr (!X::isSingle)
-                    loadObjects(x, i, vector);
+                    loadVectors(x, i, vector);
                 vectorSums<Letter, Order>(matrix, vector[0], y[0]);
                 term.addGroup(i, y[0]);
             },
@@ -169,9 +179,17 @@ KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, 
     const int width = shape.width, height = shape.height;
     const auto square = [&](auto order) KVLM_INLINED {
         constexpr bool contiguous = A::View::adjacentInRows;
-        // Measured: rows of floats are better summed with an object in each lane.
+        // Measured: but for order 4, rows of floats are better summed with an object in each lane, and so are packed
+        // vectors that share a matrix.
         constexpr bool inLanes = !A::isSingle && Letter == 'm' && sizeof(typename D::Element) == 4 && order != 4;
-        if constexpr (contiguous && !inLanes) {
+        if constexpr (contiguous && A::isSingle && !D::isSingle && !D::isList && order != 4)
+            if (hasPackedObjects<order>(src2) && hasPackedObjects<order>(term) && hasPackedObjects<order>(dst))
+                return vectorProducts<order, 'm', Order>(anySteps(readAs<Letter>(src1, width)), asPacked<order>(src2),
+                                                         asPacked<order>(term), asPacked<order>(dst), count.count);
+        if constexpr (contiguous && !inLanes && Letter == 'm' && !A::isSingle) {
+            productsByRows<order, Order>(src1, src2, dst, count.count);
+            return KvlStatus(kvlOk);
+        } else if constexpr (contiguous && !inLanes) {
             constexpr char transposed = Letter == 'm' ? 't' : 'm';
             const auto a = readAs<transposed>(src1, width);
             if (!A::isSingle && rowsPacked<order>(a))
@@ -185,20 +203,11 @@ KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, 
         else
             return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count);
     };
-    if (width == height)
-        switch (width) {
-        case 3:
-            return square(Fixed<3>());
-        case 4:
-            return square(Fixed<4>());
-        case 5:
-            return square(Fixed<5>());
-        case 6:
-            return square(Fixed<6>());
-        }
-    anyVectorProducts(readAs<Letter>(src1, width), src2, term, dst, Letter == 'm' ? height : width,
-                      Letter == 'm' ? width : height, count.count);
-    return kvlOk;
+    return bySmallOrder(width == height ? width : 0, square, [&]() KVLM_INLINED {
+        anyVectorProducts(readAs<Letter>(src1, width), src2, term, dst, Letter == 'm' ? height : width,
+                          Letter == 'm' ? width : height, count.count);
+        return KvlStatus(kvlOk);
+    });
 }
 
 template <char Letter, Sum Order, class A, class X, class D>

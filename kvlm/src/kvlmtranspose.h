@@ -21,6 +21,8 @@ KVLM_API void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *d
 
 namespace kvlm {
 
+constexpr int cacheLine = 64;
+
 // Adjacent elements of one matrix: the source by columns, which makes them the rows of the destination.
 template <class T>
 struct Transposition {
@@ -41,23 +43,26 @@ struct Transposition {
     KVLM_INLINE void byBlocks(int width, int height) const { blocks<T>(First(), src, src, dst, height, width); }
 };
 
-// Whole tiles in strips of so many columns, store(dst, register) for each of their registers; the next strip is fetched
-// meanwhile on request. Returns the numbers of columns and rows that were done.
-template <int columns, bool fetch, class T, class Store>
-KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int width, int rows, Store store)
+// Whole tiles in strips of so many columns. Meanwhile the cache lines are fetched that the next tiles will write, and
+// those of the next strip. Returns the numbers of columns and rows that were done.
+template <int columns, class T>
+KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int width, int rows)
 {
     using V = Lanes<T>;
-    constexpr int lanes = V::count;
+    constexpr int lanes = V::count, line = cacheLine / sizeof(T), tiles = line / lanes, fetched = columns / tiles;
     const ptrdiff_t srcStride = x.src.elemStride, dstStride = x.dst.rowStride;
     int c = 0, r = 0;
     for (; c + columns <= width; c += columns) {
         const T *s = x.src.at(c, 0);
         T *d = x.dst.at(c, 0);
         for (r = 0; r + lanes <= rows; r += lanes) {
-            T *line = d + r;
-            if (fetch)
-                for (int l = 0; l < lanes; ++l)
-                    __builtin_prefetch(reinterpret_cast<const char *>(moved(s, steps(l, srcStride))) + 64);
+            T *to = d + r, *const later = r + line < rows ? to + line : x.dst.at(c + columns, r % line);
+#pragma GCC unroll 8
+            for (int k = 0; k < fetched; ++k)
+                __builtin_prefetch(moved(later, steps(r / lanes % tiles * fetched + k, dstStride)));
+#pragma GCC unroll 4
+            for (int l = 0; l < lanes; ++l)
+                __builtin_prefetch(moved(s, steps(l, srcStride) + cacheLine));
 #pragma GCC unroll 8
             for (int k = 0; k < columns; k += lanes) {
                 V tile[lanes];
@@ -67,8 +72,8 @@ KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int w
                 transpose(tile);
 #pragma GCC unroll 4
                 for (int l = 0; l < lanes; ++l) {
-                    store(line, tile[l]);
-                    line = moved(line, dstStride);
+                    tile[l].store(to);
+                    to = moved(to, dstStride);
                 }
             }
             s = moved(s, steps(lanes, srcStride));
@@ -77,27 +82,26 @@ KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int w
     return {c, r};
 }
 
-template <int columns, bool fetch, class T>
-__attribute__((noinline)) void transposeInCache(const Transposition<T> &x, int width, int rows)
+template <int columns, class T>
+__attribute__((noinline)) void transposeInStrips(const Transposition<T> &x, int width, int rows)
 {
-    const auto [c, r] =
-        transposeStrips<columns, fetch>(x, width, rows, [](T *d, Lanes<T> v) KVLM_INLINED { v.store(d); });
+    const auto [c, r] = transposeStrips<columns>(x, width, rows);
     if (r < rows)
         x.from(r, 0).byBlocks(c, rows - r);
     if (c < width)
         x.from(0, c).byBlocks(width - c, rows);
 }
 
-// Lines of the destination should stay in the cache until they are complete: where strides make them fall into one set
-// of it, there is room for eight. Where they don't, whole lines of the source are better.
+// Whole lines of the source are best, unless lines of the destination can't stay in the cache until they are complete:
+// where a stride makes them all fall into one set of it, there is room for eight.
 template <class T>
 KVLM_INLINE void transposeInCache(const Transposition<T> &x, int width, int rows)
 {
-    constexpr ptrdiff_t page = 4096;
-    if (x.src.elemStride >= page || x.dst.rowStride >= page)
-        transposeInCache<8, true>(x, width, rows);
+    const auto oneSet = [](ptrdiff_t stride) KVLM_INLINED { return (stride + 16) % 4096 < 32; };
+    if (oneSet(x.src.elemStride) || oneSet(x.dst.rowStride))
+        transposeInStrips<8>(x, width, rows);
     else
-        transposeInCache<64 / sizeof(T), false>(x, width, rows);
+        transposeInStrips<cacheLine / sizeof(T)>(x, width, rows);
 }
 
 // What a matrix or a batch takes in the cache, read and written once: 8 bytes for each of its 32f elements.

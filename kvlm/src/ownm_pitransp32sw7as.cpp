@@ -19,37 +19,42 @@ void owniTranspose_32s_asm(const void *src, int srcStride, void *dst, int dstStr
     transposeInCache(Transposition<float>(src, srcStride, dst, dstStride), width, rows);
 }
 
-// Single elements, two rows of the destination at a time.
-static KVLM_INLINE void streamSingles(const Transposition<float> &x, int width, int rows)
+static KVLM_INLINE void streamOne(float *d, const float *s)
 {
-    const auto one = [&](int r, int c) KVLM_INLINED {
-        int bits;
-        memcpy(&bits, x.src.at(c, r), sizeof bits);
-        _mm_stream_si32(reinterpret_cast<int *>(x.dst.at(c, r)), bits);
-    };
-    for (int c = 0; c < width; c += 2)
-        for (int r = 0; r < rows; ++r) {
-            one(r, c);
-            if (c + 1 < width)
-                one(r, c + 1);
-        }
+    int bits;
+    memcpy(&bits, s, sizeof bits);
+    _mm_stream_si32(reinterpret_cast<int *>(d), bits);
 }
 
-// Whole registers where the rows of the destination are aligned alike: eight lines at a time, as a processor has few
-// buffers for lines that go past the cache.
+// Whole registers as soon as the destination is aligned, if it ever is.
+static void streamRun(float *d, const float *s, int n)
+{
+    int k = 0;
+    for (; k < n && reinterpret_cast<uintptr_t>(d + k) % 16 != 0; ++k)
+        streamOne(d + k, s + k);
+    for (; k + 4 <= n; k += 4)
+        _mm_stream_ps(d + k, Lanes<float>::load(s + k).v);
+    for (; k < n; ++k)
+        streamOne(d + k, s + k);
+}
+
+// Lines that go past the cache are fast if they are written whole, at once: they are collected before.
 void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStride, int width, int rows)
 {
+    constexpr int columns = 16, most = 64;
+    alignas(cacheLine) float lines[columns][most];
     const Transposition<float> x(src, srcStride, dst, dstStride);
-    const int misaligned = static_cast<int>(reinterpret_cast<uintptr_t>(dst) & 15);
-    int first = rows;
-    if (dstStride % 16 == 0 && misaligned % 4 == 0)
-        first = std::min(rows, (16 - misaligned) % 16 / 4);
-    streamSingles(x, width, first);
-    const auto whole = x.from(first, 0);
-    const auto [c, r] = transposeStrips<8, true>(whole, first < rows ? width : 0, rows - first,
-                                                 [](float *d, Lanes<float> v) KVLM_INLINED { _mm_stream_ps(d, v.v); });
-    streamSingles(whole.from(r, 0), c, rows - first - r);
-    streamSingles(whole.from(0, c), width - c, rows - first);
+    const int begun = static_cast<int>(reinterpret_cast<uintptr_t>(dst) % cacheLine / sizeof(float));
+    for (int c = 0; c < width; c += columns) {
+        const int n = std::min(columns, width - c);
+        for (int r = 0, count; r < rows; r += count) {
+            count = std::min(rows - r, r == 0 ? most - begun : most);
+            transposeInStrips<columns>(Transposition<float>(x.src.at(c, r), srcStride, lines, sizeof lines[0]), n,
+                                       count);
+            for (int k = 0; k < n; ++k)
+                streamRun(x.dst.at(c + k, r), lines[k], count);
+        }
+    }
     _mm_sfence();
 }
 

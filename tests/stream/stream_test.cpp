@@ -8,6 +8,12 @@
 #include <csignal>
 #include <ucontext.h>
 
+extern "C" {
+void owniTranspose_32s_asm(const void *src, int srcStride, void *dst, int dstStride, int width, int rows);
+void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStride, int width, int rows);
+void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *dst, int dstStride, int width, int height);
+}
+
 namespace {
 
 int cacheSize = 0;
@@ -148,7 +154,7 @@ TEST(CacheSize, ThreeQuartersOfItDecide)
 // The machine's way to tell: the destination can't be written, and the instruction that tries is looked at.
 unsigned char *guarded = nullptr;
 std::size_t guardedBytes = 0;
-bool streamed = false;
+bool looked = false, streamed = false;
 
 void lookAtStore(int, siginfo_t *, void *context)
 {
@@ -157,6 +163,7 @@ void lookAtStore(int, siginfo_t *, void *context)
 #else
     const auto at = static_cast<ucontext_t *>(context)->uc_mcontext.gregs[REG_EIP];
 #endif
+    looked = true;
     const auto *code = reinterpret_cast<const unsigned char *>(at);
     while (*code == 0x66 || (*code & 0xf0) == 0x40) // prefixes
         ++code;
@@ -177,7 +184,9 @@ bool isStreamed(std::size_t bytes, int cache, Call call)
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSEGV, &action, &before);
     cacheSize = cache;
+    streamed = looked = false;
     call(reinterpret_cast<float *>(guarded));
+    EXPECT_TRUE(looked);
     sigaction(SIGSEGV, &before, nullptr);
     munmap(map, guardedBytes);
     return streamed;
@@ -221,19 +230,29 @@ TEST(Streaming, OfBatches)
     EXPECT_FALSE(streams(4, 4, 2000, 1));
 }
 
-#ifdef __x86_64__
-// Both products wrap: to below 0, so that neither is asked for, and to a small one, which does not leave the cache.
+#ifdef __x86_64__ // an emulator takes minutes for so many elements
+// Products that wrap: to below 0, so that nothing is asked or streamed, and to small ones, which stay in the cache.
 TEST(Streaming, SizesThatWrap)
 {
-    std::vector<float> src(1 << 14), dst(1 << 14);
+    std::vector<float> src(1 << 15), dst(1 << 15);
     const auto asked = [&](int width, int height, int count, int cache) {
         cacheSize = cache;
         questions = 0;
         EXPECT_EQ(kvlmTranspose_ma_32f(src.data(), 4, 4, 4, width, height, dst.data(), 4, 4, 4, count), kvlOk);
         return questions;
     };
-    EXPECT_EQ(asked(128, 8192, 256, 1), 0); // 8 * 2^28 is negative
+    EXPECT_EQ(asked(128, 8192, 256, 1), 0); // 2^31
     EXPECT_EQ(asked(128, 8192, 255, 1), 1);
+    const auto streams = [&](int width, int height, int count, int cache) {
+        return isStreamed(dst.size() * 4, cache, [&](float *dst) {
+            kvlmTranspose_ma_32f(src.data(), 4, 4, 4, width, height, dst, 4, 4, 4, count);
+        });
+    };
+    EXPECT_FALSE(streams(128, 8192, 513, 1 << 30)); // 2^32 + 2^23
+    EXPECT_TRUE(streams(128, 8192, 513, 1 << 23));
+    EXPECT_FALSE(isStreamed(dst.size() * 4, 1, [&](float *dst) { // 2^31
+        kvlmTranspose_m_32f(src.data(), 4, 4, 16384, 16384, dst, 4, 4);
+    }));
 }
 #endif
 
@@ -290,12 +309,45 @@ void compareSizes(bool stream)
         }
 }
 
-// The routine past the cache is also right where the choice would not take it.
 TEST(Streaming, ElementsOfAllShapes)
 {
     compareSizes<float>(false);
     compareSizes<float>(true);
     compareSizes<double>(false);
+}
+
+// The routines themselves, also where the choice would not take them: small sizes past the cache, odd addresses, and
+// nothing touched beside the elements.
+TEST(Routines, AnyShapeAtAnyAddress)
+{
+    using Routine = void(const void *, int, void *, int, int, int);
+    const std::pair<Routine *, int> routines[] = {
+        {owniTranspose_32s_asm, 4}, {owniTranspose_32s_NT, 4}, {ownm_iTranspose_16u_C4R_W7, 8}};
+    Random random(7);
+    for (const auto &[routine, size] : routines)
+        for (int turn = 0; turn < 3000; ++turn) {
+            const Memory memory = turn % 2 ? Memory::heap : turn % 4 ? Memory::beforePage : Memory::behindPage;
+            const auto length = [&] { return 1 + random.below(turn % 3 ? 12 : memory == Memory::heap ? 150 : 50); };
+            const int width = length(), rows = length(), unit = random.below(3) ? size : 1;
+            const auto offset = [&] { return unit * random.below(16 / unit); };
+            const int srcStride = width * size + random.below(3) * size;
+            int dstStride = rows * size + random.below(4) * size;
+            if (random.below(2))
+                dstStride = (dstStride + 15) / 16 * 16;
+            Room from((rows - 1) * srcStride + width * size, memory, offset());
+            Room to((width - 1) * dstStride + rows * size, memory, offset());
+            for (Room *room : {&from, &to})
+                for (std::size_t k = 0; k < room->size(); ++k)
+                    room->low()[k] = static_cast<unsigned char>(random.next());
+            std::vector<unsigned char> expected(to.low(), to.low() + to.size());
+            for (int r = 0; r < rows; ++r)
+                for (int c = 0; c < width; ++c)
+                    std::copy_n(from.data() + r * srcStride + c * size, size,
+                                &expected[to.data() - to.low() + c * dstStride + r * size]);
+            routine(from.data(), srcStride, to.data(), dstStride, width, rows);
+            ASSERT_TRUE(std::equal(expected.begin(), expected.end(), to.low()))
+                << size << " bytes, " << width << "x" << rows << " turn " << turn;
+        }
 }
 
 } // namespace
