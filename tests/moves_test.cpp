@@ -227,12 +227,12 @@ TEST(Moves, StridesAroundTheAddressSpace)
     for (std::uint32_t r = 0; r < height; ++r)
         for (std::uint32_t c = 0; c < 2 * width; ++c)
             row(r)[c] = static_cast<float>(100 * r + c);
-    // A packed object whose second row is the source's, one element on.
+    // A packed object whose second row is the source's, one element on, and whose first row ends where that begins.
     float *const dst = row(1) + 1 - width;
     EXPECT_EQ(kvlmCopy_ma_32f_SS(row(0), 4, stride, 4, dst, 4, 4 * width, 4, width, height, 1), kvlOk);
     for (std::uint32_t r = 0; r < height; ++r)
         for (std::uint32_t c = 0; c < width; ++c)
-            EXPECT_EQ(dst[r * width + c], r == 1 ? 100.f : static_cast<float>(100 * r + c)) << r << ", " << c;
+            EXPECT_EQ(dst[r * width + c], r == 1 ? width - 1 : static_cast<float>(100 * r + c)) << r << ", " << c;
     for (std::uint32_t r = 0; r < height; ++r)
         munmap(reinterpret_cast<void *>(first + r * stride), 8192);
 }

@@ -5,7 +5,7 @@
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these two are for test and bench
 {
-    testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib qemu-user googletest clang-format-14 pkgconf)
+    testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib qemu-user googletest clang-format-14 pkgconf ccache)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
 
@@ -77,7 +77,13 @@ quietly() {
     }
 }
 
-# configure PRESET [-DNAME=VALUE]...
+# configure PRESET [-DNAME=VALUE]...: where there is ccache, what was compiled before is not compiled again, wherever the
+# clone lies.
 configure() {
-    quietly "build/$1.configure.log" cmake --preset "$@"
+    local launchers=()
+    if command -v ccache >/dev/null; then
+        export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+        launchers=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    fi
+    quietly "build/$1.configure.log" cmake --preset "$@" "${launchers[@]}"
 }
