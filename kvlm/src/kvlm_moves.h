@@ -23,7 +23,7 @@ struct First {
 
 // f(width), known to the compiler where it is that of a small vector or of all elements of a small matrix.
 template <class F>
-KVLM_INLINE void byUsualWidth(int width, F f)
+KVLM_INLINE void bySmallWidth(int width, F f)
 {
     switch (width) {
     case 3:
@@ -38,12 +38,21 @@ KVLM_INLINE void byUsualWidth(int width, F f)
         return f(Fixed<9>());
     case 16:
         return f(Fixed<16>());
+    default:
+        return f(width);
+    }
+}
+
+template <class F>
+KVLM_INLINE void byUsualWidth(int width, F f)
+{
+    switch (width) {
     case 25:
         return f(Fixed<25>());
     case 36:
         return f(Fixed<36>());
     default:
-        return f(width);
+        return bySmallWidth(width, f);
     }
 }
 
@@ -53,13 +62,12 @@ __attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Ext
 {
     const S s = givenS;
     const D d = givenD;
-    const auto objects = [&](auto width, auto height) KVLM_INLINED {
+    const auto objects = [&](auto eachColumn) KVLM_INLINED {
         for (ptrdiff_t i = 0; i < n.count; ++i) {
             const auto from = s.view(i);
             const auto to = d.view(i);
-            eachIndex(height, [&](ptrdiff_t r) KVLM_INLINED {
-                eachIndex(width, [&](ptrdiff_t c) KVLM_INLINED { put(to.at(r, c), get(from.at(r, c))); });
-            });
+            for (ptrdiff_t r = 0; r < n.height; ++r)
+                eachColumn([&](ptrdiff_t c) KVLM_INLINED { put(to.at(r, c), get(from.at(r, c))); });
         }
     };
     if constexpr (PositionsFirst)
@@ -67,10 +75,17 @@ __attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Ext
             for (ptrdiff_t c = 0; c < n.width; ++c)
                 for (ptrdiff_t i = 0; i < n.count; ++i)
                     put(d.view(i).at(r, c), get(s.view(i).at(r, c)));
-    else if (n.height == 1)
-        byUsualWidth(n.width, [&](auto width) KVLM_INLINED { objects(width, Fixed<1>()); });
     else
-        bySquareOrder(n.width, n.height, objects);
+        bySmallWidth(n.width, [&](auto width) KVLM_INLINED {
+            objects([&](auto move) KVLM_INLINED {
+                if constexpr (std::is_integral_v<decltype(width)>) {
+#pragma GCC unroll 4
+                    for (ptrdiff_t c = 0; c < width; ++c)
+                        move(c);
+                } else
+                    eachIndex(width, move);
+            });
+        });
 }
 
 // Long moves are the C library's.
