@@ -34,15 +34,16 @@ private:
 enum class Layout { packed, padded, paddedRows, gaps, strided, columnMajor, interleaved, rowsInterleaved, overlapping };
 constexpr int disjointLayouts = static_cast<int>(Layout::overlapping); // all before it
 
-// Where the bytes lie: anywhere, directly before an unreadable page, or directly behind one.
-enum class Memory { heap, beforePage, behindPage };
+// Where the bytes lie: anywhere, on a multiple of an element's size, directly before an unreadable page, or directly
+// behind one.
+enum class Memory { heap, heapBySize, beforePage, behindPage };
 
 // A run of bytes at a wanted place. The readable bytes next to it, from low() to low() + size(), are guards.
 class Room {
 public:
     Room(std::size_t bytes, Memory memory, int offset = 0) : memory(memory)
     {
-        if (memory == Memory::heap) {
+        if (memory == Memory::heap || memory == Memory::heapBySize) {
             heap.resize(bytes + 2 * guard + 32);
             const auto start = reinterpret_cast<std::uintptr_t>(heap.data());
             first = heap.data() + ((16 - start % 16) % 16) + guard + offset;
@@ -337,7 +338,8 @@ private:
     void place(int bytes, Layout layout, Memory memory, Random &random)
     {
         // Four-byte alignment of a double is an ordinary case of the 32-bit ABI only.
-        int offset = random.below(8) % 4 * 4 & -static_cast<int>(alignof(Aligned));
+        const std::size_t unit = memory == Memory::heapBySize ? sizeof(T) : alignof(Aligned);
+        int offset = random.below(8) % 4 * 4 & -static_cast<int>(unit);
         if (layout == Layout::padded || layout == Layout::paddedRows || random.below(3) == 0)
             offset = 0;
         room.reset(new Room(bytes, memory, offset));

@@ -56,20 +56,40 @@ KVLM_INLINE void byUsualWidth(int width, F f)
     }
 }
 
+// A row of a view, one element after the other.
+template <class S, class D, class W>
+KVLM_INLINE void moveRow(const S &s, const D &d, ptrdiff_t r, W width)
+{
+    eachIndex(width, [&](ptrdiff_t c) KVLM_INLINED { put(d.at(r, c), get(s.at(r, c))); });
+}
+
+// Four elements off each place: gcc would keep an offset, or move a pointer, for each.
+template <class T, class SRow, class SElem, class DRow, class DElem, class W>
+KVLM_INLINE void moveRow(const View<const T, SRow, SElem> &s, const View<T, DRow, DElem> &d, ptrdiff_t r, W width)
+{
+    const T *from = s.at(r, 0);
+    T *to = d.at(r, 0);
+    const auto elements = [&](auto number) KVLM_INLINED {
+        asm("" : "+r"(from), "+r"(to));
+        eachIndex(number, [&](ptrdiff_t c) KVLM_INLINED {
+            put(moved(to, steps(c, d.elemStride)), get(moved(from, steps(c, s.elemStride))));
+        });
+        from = moved(from, steps(number, s.elemStride));
+        to = moved(to, steps(number, d.elemStride));
+    };
+    ptrdiff_t left = width;
+    for (; left >= 4; left -= 4)
+        elements(Fixed<4>());
+    for (; left > 0; --left)
+        elements(Fixed<1>());
+}
+
 // The order that counts. Settled: `extract` from tables takes the positions one after the other, in all objects each.
 template <bool PositionsFirst, class S, class D>
 __attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Extent n)
 {
     const S s = givenS;
     const D d = givenD;
-    const auto objects = [&](auto eachColumn) KVLM_INLINED {
-        for (ptrdiff_t i = 0; i < n.count; ++i) {
-            const auto from = s.view(i);
-            const auto to = d.view(i);
-            for (ptrdiff_t r = 0; r < n.height; ++r)
-                eachColumn([&](ptrdiff_t c) KVLM_INLINED { put(to.at(r, c), get(from.at(r, c))); });
-        }
-    };
     if constexpr (PositionsFirst)
         for (ptrdiff_t r = 0; r < n.height; ++r)
             for (ptrdiff_t c = 0; c < n.width; ++c)
@@ -77,14 +97,12 @@ __attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Ext
                     put(d.view(i).at(r, c), get(s.view(i).at(r, c)));
     else
         bySmallWidth(n.width, [&](auto width) KVLM_INLINED {
-            objects([&](auto move) KVLM_INLINED {
-                if constexpr (std::is_integral_v<decltype(width)>) {
-#pragma GCC unroll 4
-                    for (ptrdiff_t c = 0; c < width; ++c)
-                        move(c);
-                } else
-                    eachIndex(width, move);
-            });
+            for (ptrdiff_t i = 0; i < n.count; ++i) {
+                const auto from = s.view(i);
+                const auto to = d.view(i);
+                for (ptrdiff_t r = 0; r < n.height; ++r)
+                    moveRow(from, to, r, width);
+            }
         });
 }
 
