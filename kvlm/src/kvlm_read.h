@@ -53,6 +53,12 @@ KVLM_INLINE auto readAs(const X &x, W width)
         return x;
 }
 
+// Whether the type tells that columns are read as rows.
+template <class X>
+constexpr bool isTurned = false;
+template <class T, class Obj, class W>
+constexpr bool isTurned<Entries<T, Obj, Fixed<1>, W>> = true;
+
 // The same without what the compiler knows of its steps: one instance of what reads it serves all.
 template <class X>
 KVLM_INLINE auto anySteps(const X &x)

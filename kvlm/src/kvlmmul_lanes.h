@@ -7,75 +7,79 @@
 
 namespace kvlm {
 
-// A factor of a group of objects in full, in registers or beside them. A single one is in all lanes, once.
+// Where the elements of object 0 are, in the order in which they are read. Those of the other objects follow them.
 template <class T, int N>
-struct GroupFactor {
-    Lanes<T> element[N][N];
-
-    template <class X>
-    KVLM_INLINE void load(const X &x, ptrdiff_t first)
-    {
-        const auto view = x.view(X::isSingle ? 0 : first);
-#pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-            for (int c = 0; c < N; ++c)
-                element[r][c] = X::isSingle ? Lanes<T>::all(get(view.at(r, c))) : Lanes<T>::load(view.at(r, c));
-    }
-};
-
-// Where the elements of object 0 are, in the order in which they are read: one form for all descriptions.
-template <class T, int N, class Obj>
 struct Places {
     T *entries[N * N];
-    Obj objStride;
 
     template <class X>
-    KVLM_INLINE explicit Places(const X &x) : objStride(x.objStride)
+    KVLM_INLINE explicit Places(const X &x)
     {
         const auto view = x.view(0);
-#pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-            for (int c = 0; c < N; ++c)
-                entries[r * N + c] = view.at(r, c);
+        for (int k = 0; k < N * N; ++k)
+            entries[k] = view.at(k / N, k % N);
     }
-    auto operand() const
-    {
-        return Entries<T, Obj, Fixed<N>, Fixed<1>>(Table<T, Obj>(entries, 0, objStride), {}, {});
-    }
+    KVLM_INLINE T *at(int k, ptrdiff_t i) const { return moved(entries[k], steps(i, sizeof(T))); }
 };
 
-// The whole groups of a batch; returns how many objects that were. Objects of d lie apart.
-template <class T, int N, bool FromZero, class ObjA, class ObjB>
-__attribute__((noinline)) int productGroups(const Places<const T, N, ObjA> &placesA,
-                                            const Places<const T, N, ObjB> &placesB, const Places<T, N, int> &placesD,
-                                            int count)
+// How a factor is read: from where it lies, copied group by group, or a single one in all lanes.
+enum class Factor { inPlace, copied, single };
+
+// A factor of a few groups of objects in full, beside the registers.
+template <class T, int N, Factor How, int Groups>
+struct GroupFactor {
+    Lanes<T> element[How == Factor::single ? 1 : Groups][N * N];
+
+    KVLM_INLINE explicit GroupFactor(const Places<const T, N> &places)
+    {
+        if constexpr (How == Factor::single)
+            for (int k = 0; k < N * N; ++k)
+                element[0][k] = Lanes<T>::all(get(places.at(k, 0)));
+    }
+    KVLM_INLINE void load(const Places<const T, N> &places, ptrdiff_t first)
+    {
+        if constexpr (How == Factor::copied)
+            for (int k = 0; k < N * N; ++k) {
+                const T *const place = places.at(k, first);
+                eachIndex(Fixed<Groups>(),
+                          [&](int g) KVLM_INLINED { element[g][k] = Lanes<T>::load(place + g * Lanes<T>::count); });
+            }
+    }
+    KVLM_INLINE const Lanes<T> *group(int g) const { return element[How == Factor::single ? 0 : g]; }
+};
+
+// Groups of objects that are done together: one position's elements fill a cache line, which is read once however many
+// other positions compete for its place in the cache.
+constexpr int groupsTogether = 4;
+
+// The whole groups of a batch, so many together; returns up to which object that is.
+template <class T, int N, bool FromZero, Factor HowA, Factor HowB, int Groups>
+__attribute__((noinline)) int productGroups(const Places<const T, N> &a, const Places<const T, N> &b,
+                                            const Places<T, N> &d, int first, int count)
 {
-    using V = Lanes<T>;
-    const auto a = placesA.operand();
-    const auto b = placesB.operand();
-    const auto d = placesD.operand();
-    GroupFactor<T, N> left, right;
-    if (a.isSingle)
-        left.load(a, 0);
-    if (b.isSingle)
-        right.load(b, 0);
-    int i = 0;
-    for (; i + V::count <= count; i += V::count) {
-        if (!a.isSingle)
-            left.load(a, i);
-        if (!b.isSingle)
-            right.load(b, i);
-        const auto view = d.view(i);
+    constexpr int objects = Groups * Lanes<T>::count;
+    GroupFactor<T, N, HowA, Groups> left(a);
+    GroupFactor<T, N, HowB, Groups> right(b);
+    int i = first;
+    for (; count - i >= objects; i += objects) {
+        left.load(a, i);
+        right.load(b, i);
         for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-            for (int c = 0; c < N; ++c) {
-                V sum;
+            for (int g = 0; g < Groups; ++g) {
+                const ptrdiff_t at = i + g * Lanes<T>::count;
+                const Lanes<T> *const x = left.group(g), *const y = right.group(g);
+                Lanes<T> row[N];
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    accumulate<FromZero>(k, sum, left.element[r][k] * right.element[k][c]);
-                sum.store(view.at(r, c));
+                    row[k] = HowA == Factor::inPlace ? Lanes<T>::load(a.at(r * N + k, at)) : x[r * N + k];
+#pragma GCC unroll 6
+                for (int c = 0; c < N; ++c) {
+                    Lanes<T> sum;
+#pragma GCC unroll 6
+                    for (int k = 0; k < N; ++k)
+                        accumulate<FromZero>(k, sum, row[k] * y[k * N + c]);
+                    sum.store(d.at(r * N + c, at));
+                }
             }
     }
     return i;
@@ -97,10 +101,18 @@ KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int count)
     using T = typename D::Element;
     if constexpr (!D::isSingle && !D::isList && !D::View::adjacentInRows)
         if (count >= Lanes<T>::count && groupsLie(a) && groupsLie(b) && sideBySide(d)) {
-            const Places<T, N, int> places(d);
-            if (Apart<N, N, T>(places.operand())(d, 0))
-                return productGroups<T, N, FromZero>(Places<const T, N, decltype(a.objStride)>(a),
-                                                     Places<const T, N, decltype(b.objStride)>(b), places, count);
+            Places<T, N> places(d);
+            const Table<T, int> table(places.entries, 0, sizeof(T));
+            const Places<const T, N> placesA(a), placesB(b);
+            // dst may be src1: its rows are read before they are written, its columns are copied.
+            constexpr Factor howA = A::isSingle ? Factor::single : isTurned<A> ? Factor::copied : Factor::inPlace;
+            constexpr Factor howB = B::isSingle ? Factor::single : Factor::copied;
+            int done = 0;
+            if (ObjectsApart<T, Whole, groupsTogether>(table, N, N)(table, 0))
+                done = productGroups<T, N, FromZero, howA, howB, groupsTogether>(placesA, placesB, places, 0, count);
+            if (ObjectsApart<T>(table, N, N)(table, 0))
+                done = productGroups<T, N, FromZero, howA, howB, 1>(placesA, placesB, places, done, count);
+            return done;
         }
     return 0;
 }
