@@ -166,4 +166,48 @@ TEST(Products, OrderThreeByOr)
     EXPECT_EQ(shapes, 79);
 }
 
+// In tables each object of dst may be that of a source, which may be read transposed.
+template <class T, class Multiply>
+void multiplyInPlace(Multiply *multiply, int n, int objStride)
+{
+    const int elements = n * n, count = 19, size = sizeof(T);
+    std::vector<T> x[3];
+    const T *sources[3][36];
+    T *tables[3][36];
+    const auto begin = [&] {
+        for (int operand = 0; operand < 3; ++operand) {
+            x[operand].resize(elements * count);
+            for (int k = 0; k < elements * count; ++k)
+                x[operand][k] = T(k * (operand + 3) % 17 - 8);
+            for (int k = 0; k < elements; ++k)
+                sources[operand][k] = tables[operand][k] = &x[operand][objStride == 1 ? k * count : k];
+        }
+    };
+    const auto run = [&](int target) {
+        begin();
+        EXPECT_EQ(multiply(sources[0], 0, objStride * size, n, n, sources[1], 0, objStride * size, n, n, tables[target],
+                           0, objStride * size, count),
+                  kvlOk);
+        return x[target];
+    };
+    const std::vector<T> expected = run(2);
+    EXPECT_EQ(run(0), expected) << "order " << n;
+    EXPECT_EQ(run(1), expected) << "order " << n;
+}
+
+TEST(Products, InPlaceInTables)
+{
+    for (int n = 3; n <= 6; ++n)
+        for (int objStride : {1, n * n}) {
+            multiplyInPlace<float>(kvlmMul_mama_32f_P, n, objStride);
+            multiplyInPlace<float>(kvlmMul_tama_32f_P, n, objStride);
+            multiplyInPlace<float>(kvlmMul_mata_32f_P, n, objStride);
+            multiplyInPlace<float>(kvlmMul_tata_32f_P, n, objStride);
+            multiplyInPlace<double>(kvlmMul_mama_64f_P, n, objStride);
+            multiplyInPlace<double>(kvlmMul_tama_64f_P, n, objStride);
+            multiplyInPlace<double>(kvlmMul_mata_64f_P, n, objStride);
+            multiplyInPlace<double>(kvlmMul_tata_64f_P, n, objStride);
+        }
+}
+
 } // namespace
