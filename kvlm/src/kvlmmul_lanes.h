@@ -22,30 +22,30 @@ struct Places {
     KVLM_INLINE T *at(int k, ptrdiff_t i) const { return moved(entries[k], steps(i, sizeof(T))); }
 };
 
-// How a factor is read: from where it lies, copied group by group, or a single one in all lanes.
-enum class Factor { inPlace, copied, single };
+// What is kept of a factor beside the registers: nothing, as it is read where it lies, a few groups of objects at a
+// time, or a single one in all lanes.
+enum class Kept { nothing, groups, single };
 
-// A factor of a few groups of objects in full, beside the registers.
-template <class T, int N, Factor How, int Groups>
-struct GroupFactor {
-    Lanes<T> element[How == Factor::single ? 1 : Groups][N * N];
+template <class T, int N, Kept What, int Groups>
+struct KeptFactor {
+    Lanes<T> element[What == Kept::groups ? Groups : 1][N * N];
 
-    KVLM_INLINE explicit GroupFactor(const Places<const T, N> &places)
+    KVLM_INLINE explicit KeptFactor(const Places<const T, N> &places)
     {
-        if constexpr (How == Factor::single)
+        if constexpr (What == Kept::single)
             for (int k = 0; k < N * N; ++k)
                 element[0][k] = Lanes<T>::all(get(places.at(k, 0)));
     }
     KVLM_INLINE void load(const Places<const T, N> &places, ptrdiff_t first)
     {
-        if constexpr (How == Factor::copied)
+        if constexpr (What == Kept::groups)
             for (int k = 0; k < N * N; ++k) {
                 const T *const place = places.at(k, first);
                 eachIndex(Fixed<Groups>(),
                           [&](int g) KVLM_INLINED { element[g][k] = Lanes<T>::load(place + g * Lanes<T>::count); });
             }
     }
-    KVLM_INLINE const Lanes<T> *group(int g) const { return element[How == Factor::single ? 0 : g]; }
+    KVLM_INLINE const Lanes<T> *group(int g) const { return element[What == Kept::groups ? g : 0]; }
 };
 
 // Groups of objects that are done together: one position's elements fill a cache line, which is read once however many
@@ -53,13 +53,15 @@ struct GroupFactor {
 constexpr int groupsTogether = 4;
 
 // The whole groups of a batch, so many together; returns up to which object that is.
-template <class T, int N, bool FromZero, Factor HowA, Factor HowB, int Groups>
+template <class T, int N, bool FromZero, Kept KeptA, Kept KeptB, int Groups>
 __attribute__((noinline)) int productGroups(const Places<const T, N> &a, const Places<const T, N> &b,
                                             const Places<T, N> &d, int first, int count)
 {
     constexpr int objects = Groups * Lanes<T>::count;
-    GroupFactor<T, N, HowA, Groups> left(a);
-    GroupFactor<T, N, HowB, Groups> right(b);
+    if (count - first < objects)
+        return first;
+    KeptFactor<T, N, KeptA, Groups> left(a);
+    KeptFactor<T, N, KeptB, Groups> right(b);
     int i = first;
     for (; count - i >= objects; i += objects) {
         left.load(a, i);
@@ -71,7 +73,7 @@ __attribute__((noinline)) int productGroups(const Places<const T, N> &a, const P
                 Lanes<T> row[N];
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    row[k] = HowA == Factor::inPlace ? Lanes<T>::load(a.at(r * N + k, at)) : x[r * N + k];
+                    row[k] = KeptA == Kept::nothing ? Lanes<T>::load(a.at(r * N + k, at)) : x[r * N + k];
 #pragma GCC unroll 6
                 for (int c = 0; c < N; ++c) {
                     Lanes<T> sum;
@@ -104,14 +106,14 @@ KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int count)
             Places<T, N> places(d);
             const Table<T, int> table(places.entries, 0, sizeof(T));
             const Places<const T, N> placesA(a), placesB(b);
-            // dst may be src1: its rows are read before they are written, its columns are copied.
-            constexpr Factor howA = A::isSingle ? Factor::single : isTurned<A> ? Factor::copied : Factor::inPlace;
-            constexpr Factor howB = B::isSingle ? Factor::single : Factor::copied;
+            // dst may be src1, whose rows are read before they are written, but not all of its columns.
+            constexpr Kept keptA = A::isSingle ? Kept::single : isTurned<A> ? Kept::groups : Kept::nothing;
+            constexpr Kept keptB = B::isSingle ? Kept::single : Kept::groups;
             int done = 0;
             if (ObjectsApart<T, Whole, groupsTogether>(table, N, N)(table, 0))
-                done = productGroups<T, N, FromZero, howA, howB, groupsTogether>(placesA, placesB, places, 0, count);
-            if (ObjectsApart<T>(table, N, N)(table, 0))
-                done = productGroups<T, N, FromZero, howA, howB, 1>(placesA, placesB, places, done, count);
+                done = productGroups<T, N, FromZero, keptA, keptB, groupsTogether>(placesA, placesB, places, 0, count);
+            if (Apart<N, N, T>(table)(table, 0))
+                done = productGroups<T, N, FromZero, keptA, keptB, 1>(placesA, placesB, places, done, count);
             return done;
         }
     return 0;
