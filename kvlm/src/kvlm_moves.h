@@ -43,6 +43,8 @@ KVLM_INLINE void bySmallWidth(int width, F f)
     }
 }
 
+// The same, also where a row is all elements of a matrix of order 5 or 6: too many to be moved by strides without a
+// loop.
 template <class F>
 KVLM_INLINE void byUsualWidth(int width, F f)
 {
