@@ -338,8 +338,8 @@ private:
     void place(int bytes, Layout layout, Memory memory, Random &random)
     {
         // Four-byte alignment of a double is an ordinary case of the 32-bit ABI only.
-        const std::size_t unit = memory == Memory::heapBySize ? sizeof(T) : alignof(Aligned);
-        int offset = random.below(8) % 4 * 4 & -static_cast<int>(unit);
+        const int unit = memory == Memory::heapBySize ? sizeof(T) : alignof(Aligned);
+        int offset = random.below(8) % 4 * 4 & -unit;
         if (layout == Layout::padded || layout == Layout::paddedRows || random.below(3) == 0)
             offset = 0;
         room.reset(new Room(bytes, memory, offset));

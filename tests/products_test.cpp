@@ -172,20 +172,16 @@ void multiplyInPlace(Multiply *multiply, int n, int objStride)
 {
     const int elements = n * n, count = 19, size = sizeof(T);
     std::vector<T> x[3];
-    const T *sources[3][36];
     T *tables[3][36];
-    const auto begin = [&] {
+    const auto run = [&](int target) {
         for (int operand = 0; operand < 3; ++operand) {
             x[operand].resize(elements * count);
             for (int k = 0; k < elements * count; ++k)
                 x[operand][k] = T(k * (operand + 3) % 17 - 8);
             for (int k = 0; k < elements; ++k)
-                sources[operand][k] = tables[operand][k] = &x[operand][objStride == 1 ? k * count : k];
+                tables[operand][k] = &x[operand][objStride == 1 ? k * count : k];
         }
-    };
-    const auto run = [&](int target) {
-        begin();
-        EXPECT_EQ(multiply(sources[0], 0, objStride * size, n, n, sources[1], 0, objStride * size, n, n, tables[target],
+        EXPECT_EQ(multiply(tables[0], 0, objStride * size, n, n, tables[1], 0, objStride * size, n, n, tables[target],
                            0, objStride * size, count),
                   kvlOk);
         return x[target];
