@@ -22,11 +22,13 @@ add_library(kvlm_numeric INTERFACE)
 target_compile_options(kvlm_numeric INTERFACE -msse2 -mfpmath=sse -ffp-contract=off -fno-math-errno)
 
 # Registers are filled by the kernels themselves; what gcc vectorises beyond that are the tails of their loops.
+# What templates have in common is one function wherever it is used: gcc's clones of it would be one in each source.
 # -mstackrealign: callers on i386 may keep the old stack alignment of 4 bytes, packed spills need 16.
 add_library(kvlm_library INTERFACE)
 target_link_libraries(kvlm_library INTERFACE kvlm_warnings kvlm_numeric)
 target_compile_options(kvlm_library INTERFACE
-  "$<$<NOT:$<CONFIG:Debug>>:-O3;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
+  "$<$<NOT:$<CONFIG:Debug>>:-O2;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
+  $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-sra;-fno-ipa-cp>
   $<$<BOOL:${onX86_32}>:-mstackrealign>)
 target_link_options(kvlm_library INTERFACE
   -static-libgcc -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)

@@ -1,8 +1,8 @@
 // The one machine behind all drivers: it splits a batch, forks the team, and collects one status.
-#include "kvlm_batch.h"
+#include "frame/batch.h"
 
 #include "kvlcore.h"
-#include "kvlm_runtime.h"
+#include "frame/runtime.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ void region(int *gtid, int *, Team *team)
     const int chunk = team->quotient + (thread < team->rest);
     const size_t piece = team->batch.scratchBytes;
     void *scratch = piece ? team->scratch + thread * piece : nullptr;
-    const KvlStatus status = team->batch.run(team->batch, firstOf(*team, thread), chunk, scratch);
+    const KvlStatus status = team->batch.call(firstOf(*team, thread), chunk, scratch);
 
     __kmpc_critical(&place, *gtid, &___kmpc_global_lock);
     if (team->status == kvlOk)
@@ -57,11 +57,11 @@ KvlStatus kvlm::runBatch(const Batch &batch)
     int gtid = __kmpc_global_thread_num(&place);
     const int threads = teamSize();
     if (threads <= 1 || batch.count < threads)
-        return batch.run(batch, 0, batch.count, nullptr);
+        return batch.call(0, batch.count, nullptr);
 
     Team team = {batch, batch.count / threads, batch.count % threads, nullptr, kvlOk};
-    if (!batch.fits(batch, firstOf(team, threads - 1)))
-        return batch.run(batch, 0, batch.count, nullptr);
+    if (firstOf(team, threads - 1) > batch.lastStart)
+        return batch.call(0, batch.count, nullptr);
     if (batch.scratchBytes)
         team.scratch = static_cast<char *>(kmpc_malloc(threads * batch.scratchBytes));
 

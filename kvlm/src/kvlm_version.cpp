@@ -1,5 +1,5 @@
 // The version record.
-#include "kvlm_base.h"
+#include "frame/base.h"
 
 namespace {
 

@@ -15,7 +15,8 @@ FUNCTION(ownOMP_kvlmAdd_vaca_32f_P, VACA(ARG, P, float));
 FUNCTION(kvlmAdd_vaca_32f_P, VACA(ARG, P, float))
 {
     return enterBatchOneKernel<NCSTH>(workOfArrayAndConstants(len, count), vectorLimits<float>.pointer,
-                                      ownOMP_kvlmAdd_vaca_32f_P, ownkvlmAdd_vaca_32f_P,
+                                      CALL(ownOMP_kvlmAdd_vaca_32f_P, VACA, P, float),
+                                      CALL(ownkvlmAdd_vaca_32f_P, VACA, P, float),
                                       StridesUnchecked(PART_VA_P(const float, src)), PART_CA_P(const float, val),
                                       PART_VA_P(float, dst), PART_LENGTH(len), PART_COUNT);
 }

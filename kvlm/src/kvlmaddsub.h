@@ -2,8 +2,8 @@
 #ifndef KVLMADDSUB_H
 #define KVLMADDSUB_H
 
-#include "kvlm_elementwise.h"
-#include "kvlm_rows.h"
+#include "loops/elementwise.h"
+#include "frame/rows.h"
 
 namespace kvlm {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMADDSUB_VECTORS_H
 #define KVLMADDSUB_VECTORS_H
 
-#include "kvlm_rows.h"
-#include "kvlm_vectors.h"
+#include "frame/rows.h"
+#include "loops/vectors.h"
 
 namespace kvlm {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMAFFINETRANSFORM3DH_H
 #define KVLMAFFINETRANSFORM3DH_H
 
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
 
 #include <float.h>
 
@@ -29,33 +29,43 @@ KVLM_INLINE V transformed(const V (&a)[4][4], const V (&p)[3], V (&out)[3])
     return zero;
 }
 
-template <class A, class P, class D>
-KVLM_INLINE KvlStatus transformPoints(const A &src1, const P &src2, const D &dst, Count count)
+template <bool Adjacent>
+KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix,
+                                                     const Objects<const float> &points, const Objects<float> &d,
+                                                     int count)
 {
     using V = Lanes<float>;
-    constexpr bool adjacent = D::View::adjacentInRows;
     V a[4][4], zeros = V::all(0);
-    loadObject(src1, 0, a);
-    const Apart<1, 3, float> apart(dst);
+    loadObject(matrix, 0, a);
+    const GroupSource<float, 1, 3> source(points);
+    const GroupResult<float, 1, 3> result(d);
+    const GroupsApart<float> apart(d, 1, 3);
     inGroups<float>(
-        count.count,
+        count,
         [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(dst, i))
+            if (!apart(i))
                 return false;
             V p[1][3], out[1][3];
-            loadObjects(src2, i, p);
-            zeros = zeros | transformed<adjacent>(a, p[0], out[0]);
-            storeObjects(dst, i, out);
+            source.load(i, p);
+            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+            result.store(i, out);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
             V p[1][3], out[1][3];
-            loadObject(src2, i, p);
-            zeros = zeros | transformed<adjacent>(a, p[0], out[0]);
-            storeObject(dst, i, out);
+            loadObject(points, i, p);
+            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+            storeObject(d, i, out);
             return KvlStatus(kvlOk); // the points after it are transformed all the same
         });
     return any(zeros) ? kvlErrZeroDivisor : kvlOk;
+}
+
+template <class A, class P, class D>
+KVLM_INLINE KvlStatus transformPoints(const A &src1, const P &src2, const D &dst, Count count)
+{
+    return transformObjects<hasAdjacentRows<D>()>(objectsOf(src1, 4), objectsOf(src2, 3), objectsOf(dst, 3),
+                                                  count.count);
 }
 
 } // namespace kvlm

@@ -3,10 +3,9 @@
 #ifndef KVLMCHOLESKYBACKSUBST_H
 #define KVLMCHOLESKYBACKSUBST_H
 
-#include "kvlm_groups.h"
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -62,87 +61,83 @@ KVLM_INLINE auto elementsOf(const View &view)
 }
 
 // System i. A single matrix is that of all systems.
-template <int N, class A, class B, class D>
-KVLM_INLINE void choleskySolveSmall(const A &a, const B &b, const D &d, ptrdiff_t i)
+template <int N, class T>
+KVLM_NOINLINE void choleskySolveSmall(const Objects<const T> &a, const Objects<const T> &b,
+                                                  const Objects<T> &d, ptrdiff_t i)
 {
-    const auto rightHandSide = elementsOf(viewOf(b, i, N));
-    const auto dst = viewOf(d, i, N);
-    typename D::Element solution[1][N];
-    SmallSolution<typename D::Element, N> x{solution};
-    choleskySolve(
-        Fixed<N>(), elementsOf(viewOf(a, i, N)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
+    withViews(
+        [&](const auto &factor, const auto &src, const auto &dst) KVLM_INLINED {
+            T solution[1][N];
+            SmallSolution<T, N> x{solution};
+            choleskySolve(
+                Fixed<N>(), elementsOf(factor), [&](int j) KVLM_INLINED { return get(src.at(0, j)); }, x);
 #pragma GCC unroll 6
-    for (int j = 0; j < N; ++j)
-        put(dst.at(0, j), x(j));
+            for (int j = 0; j < N; ++j)
+                put(dst.at(0, j), x(j));
+        },
+        i, a, b, d);
 }
 
-template <class A, class B, class D>
-__attribute__((noinline)) void choleskySolveGeneral(const A &a, const B &b, const D &d, int n, ptrdiff_t i)
+template <class T>
+KVLM_NOINLINE void choleskySolveGeneral(const Objects<const T> &a, const Objects<const T> &b,
+                                                    const Objects<T> &d, int n, ptrdiff_t i)
 {
-    const auto rightHandSide = elementsOf(viewOf(b, i, n));
-    const auto dst = viewOf(d, i, n);
-    SolutionInPlace<std::remove_const_t<decltype(dst)>> x{dst};
-    choleskySolve(
-        n, elementsOf(viewOf(a, i, n)), [&](int j) KVLM_INLINED { return rightHandSide(0, j); }, x);
+    withViews(
+        [&](const auto &factor, const auto &src, auto dst) KVLM_INLINED {
+            SolutionInPlace<decltype(dst)> x{dst};
+            choleskySolve(
+                n, elementsOf(factor), [&](int j) KVLM_INLINED { return get(src.at(0, j)); }, x);
+        },
+        i, a, b, d);
 }
 
-template <int N, class A, class B, class D>
-__attribute__((noinline)) KvlStatus choleskySystems(const A &givenA, const B &givenB, const D &givenD, int count)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus choleskySystems(const Objects<const T> &a, const Objects<const T> &b,
+                                                    const Objects<T> &d, int count)
 {
-    using V = Lanes<typename D::Element>;
-    const A a = givenA;
-    const B b = givenB;
-    const D d = givenD;
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); };
-    const auto solve = [&](const V(&l)[N][N], ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
-        loadObjects(b, i, x);
-        SmallSolution<V, N> solution{x};
-        choleskySolve(
-            Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
-    };
+    using V = Lanes<T>;
+    const GroupSource<T, N, N, LowerTriangle> factors(a);
+    const GroupSource<T, 1, N> source(b);
     V l[N][N];
-    if constexpr (A::isSingle) {
-        const auto factor = elementsOf(viewOf(a, 0, N));
-        eachElement<LowerTriangle>(Fixed<N>(), Fixed<N>(),
-                                   [&](int, int r, int c) KVLM_INLINED { l[r][c] = V::all(factor(r, c)); });
-        return vectorsInGroups<N>(
-            d, count, [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED { solve(l, i, x); }, one);
-    } else
-        return vectorsInGroups<N>(
-            d, count,
-            [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
-                loadObjects<LowerTriangle>(a, i, l);
-                solve(l, i, x);
-            },
-            one);
+    if (a.isSingle)
+        loadObject(a, 0, l);
+    return vectorsInGroups<N>(
+        d, count,
+        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
+            if (!a.isSingle)
+                factors.load(i, l);
+            source.load(i, x);
+            SmallSolution<V, N> solution{x};
+            choleskySolve(
+                Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
+        },
+        [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); });
 }
 
-template <class A, class B, class D>
-KVLM_INLINE KvlStatus choleskySolveOne(const A &a, const B &b, const D &d, Length n)
+template <class T>
+KVLM_NOINLINE KvlStatus choleskySolveObjects(const Objects<const T> &a, const Objects<const T> &b,
+                                                         const Objects<T> &d, int n, int count)
 {
     return bySmallOrder(
-        n.length,
+        n,
         [&](auto order) KVLM_INLINED {
-            choleskySolveSmall<order>(a, b, d, 0);
-            return KvlStatus(kvlOk);
+            if (count == 1)
+                return choleskySolveSmall<order>(a, b, d, 0), KvlStatus(kvlOk);
+            return choleskySystems<order>(a, b, d, count);
         },
         [&]() KVLM_INLINED {
-            choleskySolveGeneral(a, b, d, n.length, 0);
+            for (ptrdiff_t i = 0; i < count; ++i)
+                choleskySolveGeneral(a, b, d, n, i);
             return KvlStatus(kvlOk);
         });
 }
 
 // One matrix for all right-hand sides, or one for each.
 template <class A, class B, class D>
-KVLM_INLINE KvlStatus choleskySolveBatch(const A &a, const B &b, const D &d, Length n, Count count)
+KVLM_INLINE KvlStatus choleskySolve(const A &a, const B &b, const D &d, Length length, Count count = Count(1))
 {
-    return bySmallOrder(
-        n.length, [&](auto order) KVLM_INLINED { return choleskySystems<order>(a, b, d, count.count); },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                choleskySolveGeneral(a, b, d, n.length, i);
-            return KvlStatus(kvlOk);
-        });
+    const int n = length.length;
+    return choleskySolveObjects(objectsOf(a, n), objectsOf(b, n), objectsOf(d, n), n, count.count);
 }
 
 // All of them settled.
@@ -150,6 +145,11 @@ constexpr Limits choleskyVectorsLimits32f = {1200, 1200, 720, 720, 720};
 constexpr Limits choleskyVectorsLimits64f = {720, 720, 720, 720, 720};
 constexpr Limits choleskySystemsLimits32f = {2050, 1700, 1700, 1700, 1700};
 constexpr Limits choleskySystemsLimits64f = {1700, 1700, 2050, 1700, 1700};
+
+// Compiled once, in kvlmcholeskybacksubst_mava.cpp.
+#define CHOLESKY_SOLVERS(linkage, T) \
+    linkage template KvlStatus choleskySolveObjects(const Objects<const T> &, const Objects<const T> &, const Objects<T> &, int, int);
+KVLM_FOR_ELEMENTS(CHOLESKY_SOLVERS, extern)
 
 } // namespace kvlm
 

@@ -4,9 +4,9 @@
 #ifndef KVLMCHOLESKYDECOMP_H
 #define KVLMCHOLESKYDECOMP_H
 
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -22,16 +22,16 @@ KVLM_INLINE V reciprocalRoot(V s)
     }
 }
 
-// What a diagonal element must exceed, by kernel. N is 0 for all orders that are not unrolled.
-template <int N, class D>
-constexpr typename D::Element diagonalThreshold()
+// What a diagonal element must exceed, by the destination's description.
+template <class D>
+constexpr typename D::Element diagonalThreshold(int n)
 {
     // Settled: order 3 in the pointer description, with the 32f roundoff at 64f too.
     if constexpr (D::isTable)
-        return N == 3 ? unitRoundoff<float> : 0;
+        return n == 3 ? unitRoundoff<float> : 0;
     // Settled: strided arrays at 64f, from order 6 on and below 3.
     else if constexpr (!D::isList && !D::isSingle && !hasAdjacentRows<D>() && sizeof(typename D::Element) == 8)
-        return N == 6 || N == 0 ? unitRoundoff<double> : 0;
+        return n >= 6 || n < 3 ? unitRoundoff<double> : 0;
     else
         return 0;
 }
@@ -97,75 +97,85 @@ struct FactorInPlace {
     KVLM_INLINE void set(int i, int j, T x) { put(view.at(i, j), x); }
 };
 
-template <class Order, class S, class Factor>
-KVLM_INLINE KvlStatus choleskyObject(Order n, typename Factor::T threshold, const S &src, Factor &&f)
+template <class Order, class View, class Factor>
+KVLM_INLINE KvlStatus factorView(Order n, typename Factor::T threshold, const View &src, Factor &&f)
 {
     const auto a = [&](int i, int j) KVLM_INLINED { return get(src.at(i, j)); };
     return cholesky(n, threshold, a, f) ? kvlOk : kvlErrNotPositiveDefinite;
 }
 
-template <int N, class S, class D>
-KVLM_INLINE KvlStatus choleskySmall(const S &s, const D &d, ptrdiff_t i)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus choleskyObject(const Objects<const T> &s, const Objects<T> &d, T threshold,
+                                                   ptrdiff_t i)
 {
-    const auto dst = viewOf(d, i, N);
-    return choleskyObject(Fixed<N>(), diagonalThreshold<N, D>(), viewOf(s, i, N),
-                          StoredFactor<N, std::remove_const_t<decltype(dst)>>{dst, {}});
+    return withViews(
+        [&](const auto &src, auto dst) KVLM_INLINED {
+            return factorView(Fixed<N>(), threshold, src, StoredFactor<N, decltype(dst)>{dst, {}});
+        },
+        i, s, d);
 }
 
-template <class S, class D>
-__attribute__((noinline)) KvlStatus choleskyGeneral(const S &s, const D &d, int n, ptrdiff_t i)
+template <class T>
+KVLM_NOINLINE KvlStatus choleskyGeneral(const Objects<const T> &s, const Objects<T> &d, T threshold, int n,
+                                                    ptrdiff_t i)
 {
-    const auto dst = viewOf(d, i, n);
-    return choleskyObject(n, diagonalThreshold<0, D>(), viewOf(s, i, n),
-                          FactorInPlace<std::remove_const_t<decltype(dst)>>{dst});
+    return withViews(
+        [&](const auto &src, auto dst)
+            KVLM_INLINED { return factorView(n, threshold, src, FactorInPlace<decltype(dst)>{dst}); },
+        i, s, d);
 }
 
-template <int N, class S, class D>
-__attribute__((noinline)) KvlStatus choleskyBatch(const S &givenS, const D &givenD, int count)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus choleskyBatch(const Objects<const T> &s, const Objects<T> &d, T threshold,
+                                                  int count)
 {
-    using T = typename D::Element;
-    const S s = givenS;
-    const D d = givenD;
-    const ObjectsApart<T, LowerTriangle> apart(d, N, N);
+    const GroupSource<T, N, N, LowerTriangle> source(s);
+    const GroupResult<T, N, N, LowerTriangle> result(d);
+    const GroupsApart<T, LowerTriangle> apart(d, N, N);
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
             GroupFactor<T, N> f;
-            loadObjects<LowerTriangle>(s, i, f.l);
-            if (!cholesky(Fixed<N>(), Lanes<T>::all(diagonalThreshold<N, D>()), f, f))
+            if (!apart(i))
                 return false;
-            storeObjects<LowerTriangle>(d, i, f.l);
+            source.load(i, f.l);
+            if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
+                return false;
+            result.store(i, f.l);
             return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return choleskySmall<N>(s, d, i); });
+        [&](ptrdiff_t i) KVLM_INLINED { return choleskyObject<N>(s, d, threshold, i); });
 }
 
-template <class S, class D>
-KVLM_INLINE KvlStatus choleskyDecomp(const S &s, const D &d, Length n)
+template <class T>
+KVLM_NOINLINE KvlStatus choleskyObjects(const Objects<const T> &s, const Objects<T> &d, T threshold, int n,
+                                                    int count)
 {
     return bySmallOrder(
-        n.length, [&](auto order) KVLM_INLINED { return choleskySmall<order>(s, d, 0); },
-        [&]() KVLM_INLINED { return choleskyGeneral(s, d, n.length, 0); });
-}
-
-template <class S, class D>
-KVLM_INLINE KvlStatus choleskyDecompBatch(const S &s, const D &d, Length n, Count count)
-{
-    return bySmallOrder(
-        n.length, [&](auto order) KVLM_INLINED { return choleskyBatch<order>(s, d, count.count); },
+        n,
+        [&](auto order) KVLM_INLINED {
+            return count == 1 ? choleskyObject<order>(s, d, threshold, 0) : choleskyBatch<order>(s, d, threshold, count);
+        },
         [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                if (const KvlStatus status = choleskyGeneral(s, d, n.length, i))
-                    return status;
-            return KvlStatus(kvlOk);
+            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED { return choleskyGeneral(s, d, threshold, n, i); });
         });
+}
+
+template <class S, class D>
+KVLM_INLINE KvlStatus choleskyDecomp(const S &s, const D &d, Length length, Count count = Count(1))
+{
+    const int n = length.length;
+    return choleskyObjects(objectsOf(s, n), objectsOf(d, n), diagonalThreshold<D>(n), n, count.count);
 }
 
 // All of them settled.
 constexpr Limits choleskyLimits32f = {7500, 7500, 2000, 2000, 2000};
 constexpr Limits choleskyLimits64f = {2000, 2000, 2000, 720, 2000};
+
+// Compiled once, in kvlmcholeskydecomp_ma.cpp.
+#define CHOLESKY_DECOMPOSITIONS(linkage, T) \
+    linkage template KvlStatus choleskyObjects(const Objects<const T> &, const Objects<T> &, T, int, int);
+KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, extern)
 
 } // namespace kvlm
 

@@ -1,10 +1,16 @@
 // Cholesky decomposition of an array of matrices: kernels and public functions.
 #include "kvlmcholeskydecomp.h"
 
+namespace kvlm {
+
+KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, )
+
+} // namespace kvlm
+
 using namespace kvlm;
 
 #define ROW(name, T, limits)                                                                                           \
-    BATCH_KERNELS(name, CHOLESKY_MA, T, choleskyDecompBatch)                                                           \
+    BATCH_KERNELS(name, CHOLESKY_MA, T, choleskyDecomp)                                                           \
     BATCH_FUNCTIONS(name, CHOLESKY_MA, T, UsualOrder, squaresWork(widthHeight, count), limits)
 
 ROW(kvlmCholeskyDecomp_ma_32f, float, choleskyLimits32f)

@@ -2,15 +2,15 @@
 #ifndef KVLMCOPY_H
 #define KVLMCOPY_H
 
-#include "kvlm_moves.h"
-#include "kvlm_rows.h"
+#include "loops/moves.h"
+#include "frame/rows.h"
 
 namespace kvlm {
 
 template <class S, class D>
 KVLM_INLINE KvlStatus copy(const S &s, const D &d, Shape shape, Count count)
 {
-    move(movable(s, shape.width), movable(d, shape.width), {shape.width, shape.height, count.count});
+    move(wide(s, shape.width), wide(d, shape.width), {shape.width, shape.height, count.count});
     return kvlOk;
 }
 

@@ -2,9 +2,9 @@
 #ifndef KVLMCROSSPRODUCT_H
 #define KVLMCROSSPRODUCT_H
 
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_vectors.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -16,52 +16,45 @@ KVLM_INLINE void crossProductOf(const V (&a)[3], const V (&b)[3], V (&c)[3])
     c[2] = a[0] * b[1] - a[1] * b[0];
 }
 
-template <class A, class B, class D>
-__attribute__((noinline)) KvlStatus crossProducts(const A &givenA, const B &givenB, const D &givenD, int count)
+// A batch, or one object.
+template <class T>
+KVLM_NOINLINE KvlStatus crossProducts(const Objects<const T> &a, const Objects<const T> &b,
+                                                  const Objects<T> &d, int count)
 {
-    using T = typename D::Element;
-    using V = Lanes<T>;
-    const A a = givenA;
-    const B b = givenB;
-    const D d = givenD;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        T x[3], y[3], z[3];
+        withViews(
+            [&](const auto &viewA, const auto &viewB, const auto &dst) KVLM_INLINED {
+                T x[3], y[3], z[3];
 #pragma GCC unroll 3
-        for (int k = 0; k < 3; ++k) {
-            x[k] = Loose<T>::load(viewOf(a, i, 3).at(0, k));
-            y[k] = Loose<T>::load(viewOf(b, i, 3).at(0, k));
-        }
-        crossProductOf(x, y, z);
+                for (int k = 0; k < 3; ++k) {
+                    x[k] = Loose<T>::load(viewA.at(0, k));
+                    y[k] = Loose<T>::load(viewB.at(0, k));
+                }
+                crossProductOf(x, y, z);
 #pragma GCC unroll 3
-        for (int k = 0; k < 3; ++k)
-            Loose<T>::store(viewOf(d, i, 3).at(0, k), z[k]);
-    };
-    if constexpr (D::isSingle)
-        return one(0), kvlOk;
-    else {
-        V x[1][3], y[1][3];
-        if constexpr (A::isSingle)
-            loadVectors(a, 0, x);
-        if constexpr (B::isSingle)
-            loadVectors(b, 0, y);
-        return vectorsInGroups<3>(
-            d, count,
-            [&](ptrdiff_t i, V(&z)[1][3]) KVLM_INLINED {
-                if constexpr (!A::isSingle)
-                    loadVectors(a, i, x);
-                if constexpr (!B::isSingle)
-                    loadVectors(b, i, y);
-                crossProductOf(x[0], y[0], z[0]);
+                for (int k = 0; k < 3; ++k)
+                    Loose<T>::store(dst.at(0, k), z[k]);
             },
-            one);
-    }
+            i, a, b, d);
+    };
+    if (d.isSingle)
+        return one(0), kvlOk;
+    const VectorSource<T, 3> sourceA(a), sourceB(b);
+    return vectorsInGroups<3>(
+        d, count,
+        [&](ptrdiff_t i, Lanes<T>(&z)[1][3]) KVLM_INLINED {
+            Lanes<T> x[1][3], y[1][3];
+            sourceA.load(i, x);
+            sourceB.load(i, y);
+            crossProductOf(x[0], y[0], z[0]);
+        },
+        one);
 }
 
 template <class A, class B, class D>
 KVLM_INLINE KvlStatus crossProduct(const A &a, const B &b, const D &d, Count count = Count(1))
 {
-    return knowingPackedVectors<3>([&](const auto &...x) KVLM_INLINED { return crossProducts(x..., count.count); }, a,
-                                   b, d);
+    return crossProducts(objectsOf(a, 3), objectsOf(b, 3), objectsOf(d, 3), count.count);
 }
 
 KVLM_INLINE int crossWithOneWork(unsigned count)
@@ -73,6 +66,11 @@ KVLM_INLINE int crossArraysWork(unsigned count)
 {
     return wrapped(3 * count);
 }
+
+// Compiled once, in kvlmcrossproduct_vava.cpp.
+#define CROSS_PRODUCTS(linkage, T) \
+    linkage template KvlStatus crossProducts(const Objects<const T> &, const Objects<const T> &, const Objects<T> &, int);
+KVLM_FOR_ELEMENTS(CROSS_PRODUCTS, extern)
 
 } // namespace kvlm
 

@@ -2,10 +2,10 @@
 #ifndef KVLMDET_H
 #define KVLMDET_H
 
-#include "kvlm_elimination.h"
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "loops/elimination.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -48,7 +48,7 @@ KVLM_INLINE V determinant(const V (&a)[N][N])
 
 // One copy of the long forms for all descriptions.
 template <class V, int N>
-__attribute__((noinline)) void determinantInto(const V (&a)[N][N], V &result)
+KVLM_NOINLINE void determinantInto(const V (&a)[N][N], V &result)
 {
     result = determinant(a);
 }
@@ -63,23 +63,18 @@ KVLM_INLINE V determinantOf(const V (&a)[N][N])
     return result;
 }
 
-template <int N, class S, class T>
-KVLM_INLINE void determinantObject(const S &s, T *dst, ptrdiff_t i)
+template <int N, class T>
+KVLM_NOINLINE void determinantObject(const Objects<const T> &s, T *dst, ptrdiff_t i)
 {
-    const auto src = viewOf(s, i, N);
     T a[N][N];
-#pragma GCC unroll 6
-    for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-        for (int c = 0; c < N; ++c)
-            a[r][c] = get(src.at(r, c));
+    readObject(s, i, N, N, a[0]);
     put(dst, determinantOf(a));
 }
 
 // All other orders. A determinant judged to be zero is stored as +0 by the members on one matrix. Those on arrays go on
 // with a sign of 0 instead, which may leave a negative zero or a NaN: settled.
 template <bool One, class Maximum, class View, class T>
-__attribute__((noinline)) void determinantByElimination(const View &src, T *buffer, T *dst, int n)
+KVLM_NOINLINE void determinantByElimination(const View &src, T *buffer, T *dst, int n)
 {
     const T least = zeroThreshold<T>(n);
     T result = 1, sign = 1;
@@ -102,54 +97,56 @@ __attribute__((noinline)) void determinantByElimination(const View &src, T *buff
     put(dst, zero ? T(0) : result * (last * sign));
 }
 
-template <class Maximum, class S, class T, class Small>
-KVLM_INLINE KvlStatus det(const S &s, int n, T *buffer, T *dst, Small small)
+template <bool One, class Maximum, class T>
+KVLM_INLINE void determinantGeneral(const Objects<const T> &s, T *buffer, T *dst, int n, ptrdiff_t i)
 {
-    return bySmallOrder(n, small, [&]() KVLM_INLINED {
-        determinantByElimination<true, Maximum>(viewOf(s, 0, n), buffer, dst, n);
-        return KvlStatus(kvlOk);
-    });
+    withViews([&](const auto &src) KVLM_INLINED { determinantByElimination<One, Maximum>(src, buffer, dst + i, n); }, i,
+              s);
 }
 
 // One matrix, in any description.
 template <class S, class T>
-KVLM_INLINE KvlStatus detOne(const S &s, Length n, Buffer<T> buffer, Runs<T> dst)
+KVLM_INLINE KvlStatus detOne(const S &operand, Length n, Buffer<T> buffer, PerObject<T> dst)
 {
-    return det<T>(s, n.length, buffer.base, dst.base, [&](auto order) KVLM_INLINED {
-        determinantObject<order>(s, dst.base, 0);
-        return KvlStatus(kvlOk);
-    });
+    const auto s = objectsOf(operand, n.length);
+    return bySmallOrder(
+        n.length, [&](auto order) KVLM_INLINED { return determinantObject<order>(s, dst.base, 0), KvlStatus(kvlOk); },
+        [&]() KVLM_INLINED {
+            return determinantGeneral<true, T>(s, buffer.base, dst.base, n.length, 0), KvlStatus(kvlOk);
+        });
 }
 
-template <int N, class S, class T>
-__attribute__((noinline)) KvlStatus determinantBatch(const S &givenS, T *dst, int count)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int count)
 {
-    const S s = givenS;
+    const GroupSource<T, N, N> source(s);
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {
             Lanes<T> a[N][N];
-            loadObjects(s, i, a);
+            source.load(i, a);
             determinantOf(a).store(dst + i);
             return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            determinantObject<N>(s, dst + i, i);
+        [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); });
+}
+
+template <class T>
+KVLM_NOINLINE KvlStatus detObjects(const Objects<const T> &s, T *buffer, T *dst, int n, int count)
+{
+    return bySmallOrder(
+        n, [&](auto order) KVLM_INLINED { return determinantBatch<order>(s, dst, count); },
+        [&]() KVLM_INLINED {
+            for (ptrdiff_t i = 0; i < count; ++i)
+                determinantGeneral<false, T>(s, buffer, dst, n, i);
             return KvlStatus(kvlOk);
         });
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus detBatch(const S &s, Length length, Buffer<T> buffer, Runs<T> dst, Count count)
+KVLM_INLINE KvlStatus detBatch(const S &s, Length n, Buffer<T> buffer, PerObject<T> dst, Count count)
 {
-    const int n = length.length;
-    return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return determinantBatch<order>(s, dst.base, count.count); },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                determinantByElimination<false, T>(viewOf(s, i, n), buffer.base, dst.base + i, n);
-            return KvlStatus(kvlOk);
-        });
+    return detObjects(objectsOf(s, n.length), buffer.base, dst.base, n.length, count.count);
 }
 
 KVLM_INLINE int detWork(unsigned n, unsigned count)
@@ -161,10 +158,10 @@ KVLM_INLINE int detWork(unsigned n, unsigned count)
 
 #define DET_M(X, D, T)                                                                                                 \
     X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_BUFFER(T, buffer, eliminationElements(widthHeight)),         \
-        X##_RUNS(T, dst, 1)
+        X##_PER_OBJECT(T, dst, 1)
 #define DET_MA(X, D, T)                                                                                                \
     X##_MA_##D(const T, src), X##_LENGTH(widthHeight), X##_BUFFER(T, buffer, eliminationElements(widthHeight)),        \
-        X##_RUNS(T, dst, 1), X##_COUNT
+        X##_PER_OBJECT(T, dst, 1), X##_COUNT
 
 // The hand-scheduled kernels of orders 3 to 6, with adjacent elements, in extended precision.
 #define DET_EXTENDED(T, type, order)                                                                                   \

@@ -21,8 +21,13 @@ EXTENDED(double, 64f)
 #define ROW(name, T, type)                                                                                             \
     FUNCTION(own##name, DET_M(ARG, U, T))                                                                              \
     {                                                                                                                  \
-        return det<float>(PART_M_U(const T, src), widthHeight, buffer, dst,                                            \
-                          [&](auto order) { return extended_##type[order - 3](src, srcRowStride, dst); });             \
+        return bySmallOrder(                                                                                           \
+            widthHeight,                                                                                               \
+            [&](auto order) KVLM_INLINED { return extended_##type[order - 3](src, srcRowStride, dst); },               \
+            [&]() KVLM_INLINED {                                                                                       \
+                determinantGeneral<true, float>(objectsOf(PART_M_U(const T, src), 0), buffer, dst, widthHeight, 0);    \
+                return KvlStatus(kvlOk);                                                                               \
+            });                                                                                                        \
     }                                                                                                                  \
     KERNEL(own##name##_S2, DET_M, S, T, detOne)                                                                        \
     KERNEL(own##name##_P, DET_M, P, T, detOne)                                                                         \

@@ -2,10 +2,9 @@
 #ifndef KVLMDOTPRODUCT_H
 #define KVLMDOTPRODUCT_H
 
-#include "kvlm_innerproducts.h"
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_sums.h"
+#include "loops/inner_products.h"
+#include "frame/rows.h"
+#include "loops/sums.h"
 
 #include <limits.h>
 
@@ -48,61 +47,57 @@ KVLM_INLINE uintptr_t placeBits(const X &x)
         return reinterpret_cast<uintptr_t>(x.base) | static_cast<unsigned>(int(x.objStride));
 }
 
-template <class B>
-constexpr bool isSingle = B::isSingle;
-template <>
-inline constexpr bool isSingle<Itself> = false;
-
-template <const SumPlan &Plan, int N, class Root, class A, class B, class T>
-__attribute__((noinline)) KvlStatus shortSums(const A &givenA, const B &givenB, T *dst, int count)
+// Of lengths 3 to 6. The second factor is the first once more where the sums are of squares.
+template <Sum Order, bool Squares, int N, class Root, class T>
+KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const T> &b, T *dst, int count)
 {
     using V = Lanes<T>;
-    constexpr Sum order = Plan.order[N - 3];
-    constexpr bool squares = isItself<B>, single = isSingle<B>;
-    const A a = givenA;
-    const B b = givenB;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        T p[N];
+        withViews(
+            [&](const auto &viewA, const auto &viewB) KVLM_INLINED {
+                T p[N];
 #pragma GCC unroll 6
-        for (int k = 0; k < N; ++k) {
-            const T x = Loose<T>::load(viewOf(a, i, N).at(0, k));
-            if constexpr (squares)
-                p[k] = x * x;
-            else
-                p[k] = x * Loose<T>::load(viewOf(b, i, N).at(0, k));
-        }
-        Loose<T>::store(dst + i, Root()(sumOf<order>(p, 0)));
+                for (int k = 0; k < N; ++k)
+                    p[k] = Loose<T>::load(viewA.at(0, k)) * Loose<T>::load(viewB.at(0, k));
+                Loose<T>::store(dst + i, Root()(sumOf<Order>(p, 0)));
+            },
+            i, a, b);
         return KvlStatus(kvlOk);
     };
-    if constexpr (A::isSingle)
+    if (a.isSingle)
         return one(0);
-    else {
-        V y[1][N];
-        if constexpr (single)
-            loadObject(b, 0, y);
+    const VectorSource<T, N> sourceA(a), sourceB(b);
+    const auto sums = [&](auto products) KVLM_INLINED {
         return inGroups<T>(
             count,
             [&](ptrdiff_t i) KVLM_INLINED {
-                constexpr bool sortsProducts = isPackedVectors<A> && !single;
-                V x[1][N];
-                if constexpr (sortsProducts)
-                    loadRegisters(a.object(i), x[0]);
-                else
-                    loadVectors(a, i, x);
-                if constexpr (sortsProducts && !squares)
-                    loadRegisters(b.object(i), y[0]);
-                else if constexpr (!single && !squares)
-                    loadVectors(b, i, y);
-#pragma GCC unroll 6
-                for (int k = 0; k < N; ++k)
-                    x[0][k] = x[0][k] * (squares ? x : y)[0][k];
-                if constexpr (sortsProducts)
-                    sortElements(x[0]);
-                Root()(sumOf<order>(x[0], 0)).store(dst + i);
+                V p[N];
+                products(i, p);
+                Root()(sumOf<Order>(p, 0)).store(dst + i);
                 return true;
             },
             one);
-    }
+    };
+    // Of packed vectors the products are sorted, not the factors.
+    if (sourceA.arePacked() && sourceB.arePacked())
+        return sums([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
+            V x[N], y[N];
+            loadRegisters(a.base + i * N, x);
+            loadRegisters(b.base + i * N, y);
+#pragma GCC unroll 6
+            for (int k = 0; k < N; ++k)
+                p[k] = x[k] * (Squares ? x : y)[k];
+            sortElements(p);
+        });
+    return sums([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
+        V x[1][N], y[1][N];
+        sourceA.load(i, x);
+        if (!Squares)
+            sourceB.load(i, y);
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            p[k] = x[0][k] * (Squares ? x : y)[0][k];
+    });
 }
 
 template <class A, class B>
@@ -152,25 +147,21 @@ KVLM_INLINE KvlStatus sumsOfProducts(const A &a, const B &b, T *dst, int n, int 
         n,
         [&](auto known) KVLM_INLINED {
             constexpr int N = decltype(known){};
-            const auto sums = [&](const auto &x, const auto &y)
-                                  KVLM_INLINED { return shortSums<Plan, N, ShortRoot>(x, y, dst, count); };
-            if constexpr (isItself<B>)
-                return knowingPackedVectors<N>([&](const auto &x) KVLM_INLINED { return sums(x, b); }, a);
-            else
-                return knowingPackedVectors<N>(sums, a, b);
+            return shortSums<Plan.order[N - 3], isItself<B>, N, ShortRoot>(objectsOf(a, N), objectsOf(lastFactor(a, b), N),
+                                                                           dst, count);
         },
         [&]() KVLM_INLINED { return longSums<Plan, Root>(a, b, dst, n, count); });
 }
 
 template <const SumPlan &Plan, class A, class B, class T>
-KVLM_INLINE KvlStatus dotProduct(const A &a, const B &b, Runs<T> dst, Length length, Count count = Count(1))
+KVLM_INLINE KvlStatus dotProduct(const A &a, const B &b, PerObject<T> dst, Length length, Count count = Count(1))
 {
     return sumsOfProducts<Plan, NoRoot, NoRoot>(a, b, dst.base, length.length, count.count);
 }
 
 // ShortRoot is that of lengths 3 to 6.
 template <const SumPlan &Plan, class ShortRoot, class A, class T>
-KVLM_INLINE KvlStatus norm(const A &a, Runs<T> dst, Length length, Count count = Count(1))
+KVLM_INLINE KvlStatus norm(const A &a, PerObject<T> dst, Length length, Count count = Count(1))
 {
     return sumsOfProducts<Plan, ExactRoot, ShortRoot>(a, Itself(), dst.base, length.length, count.count);
 }
@@ -197,13 +188,13 @@ constexpr Limits normLimits = {20000, 20000, 20000, 20000, 20000};
 
 } // namespace kvlm
 
-#define DOT_VV(X, D, T) X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len)
+#define DOT_VV(X, D, T) X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len)
 #define DOT_VAV(X, D, T)                                                                                               \
-    X##_VA_##D(const T, src1), X##_V_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
+    X##_VA_##D(const T, src1), X##_V_##D(const T, src2), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len), X##_COUNT
 #define DOT_VAVA(X, D, T)                                                                                              \
-    X##_VA_##D(const T, src1), X##_VA_##D(const T, src2), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
-#define NORM_V(X, D, T)  X##_V_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len)
-#define NORM_VA(X, D, T) X##_VA_##D(const T, src), X##_RUNS(T, dst, 1), X##_LENGTH(len), X##_COUNT
+    X##_VA_##D(const T, src1), X##_VA_##D(const T, src2), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len), X##_COUNT
+#define NORM_V(X, D, T)  X##_V_##D(const T, src), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len)
+#define NORM_VA(X, D, T) X##_VA_##D(const T, src), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len), X##_COUNT
 
 // A member on arrays, by the plans of the plain and the list kernel, and of _S2.
 #define DOT_ARRAYS(name, CLASS, T, plain, strided, work)                                                               \

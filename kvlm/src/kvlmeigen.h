@@ -4,8 +4,8 @@
 #ifndef KVLMEIGEN_H
 #define KVLMEIGEN_H
 
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
 #include "kvlmeigen_hessenberg.h"
 #include "kvlmeigen_lanes.h"
 #include "kvlmeigen_vectors.h"
@@ -18,9 +18,6 @@ struct GeneralKind {
     using Element = T;
     static constexpr bool hasRight = HasRight, hasLeft = HasLeft, hasVectors = HasRight || HasLeft;
 };
-
-// Where a set of vectors is not wanted.
-struct NoSet {};
 
 // The scratch of one object: H, then Q and, for both sets, the left vectors; behind them runs of n elements.
 template <class Kind, class Order>
@@ -40,7 +37,7 @@ struct GeneralScratch {
 
 // The Schur form in h, its vectors in q. False without convergence. In one copy for all families with vectors.
 template <class T, class Order>
-__attribute__((noinline)) bool reduceToSchur(Columns<T, Order> h, Columns<T, Order> q, T *tau, T *re, T *im)
+KVLM_NOINLINE bool reduceToSchur(Columns<T, Order> h, Columns<T, Order> q, T *tau, T *re, T *im)
 {
     reduceToHessenberg(h, tau);
     formReflections(h, tau, q);
@@ -49,19 +46,19 @@ __attribute__((noinline)) bool reduceToSchur(Columns<T, Order> h, Columns<T, Ord
 }
 
 template <class T, class Order>
-__attribute__((noinline)) Outcome makeRightSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
+KVLM_NOINLINE Outcome makeRightSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
 {
     return EigenvectorSet<T, Order>(t, q, runs, runs + t.n, runs + 2 * t.n).makeRight();
 }
 
 template <class T, class Order>
-__attribute__((noinline)) Outcome makeLeftSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
+KVLM_NOINLINE Outcome makeLeftSet(Columns<T, Order> t, Columns<T, Order> q, T *runs)
 {
     return EigenvectorSet<T, Order>(t, q, runs, runs + t.n, runs + 2 * t.n).makeLeft();
 }
 
 template <class T, class Order>
-__attribute__((noinline)) void normalise(Columns<T, Order> q, const T *im)
+KVLM_NOINLINE void normalise(Columns<T, Order> q, const T *im)
 {
     Normalisation<T, Order>(q, im).run();
 }
@@ -79,7 +76,7 @@ KVLM_INLINE void sumColumns(Columns<T, Order> t, T *sums)
 
 // The sets of vectors from what is in H and Q.
 template <class Kind, class Order>
-__attribute__((noinline)) Outcome makeSets(GeneralScratch<Kind, Order> scratch, const typename Kind::Element *im)
+KVLM_NOINLINE Outcome makeSets(GeneralScratch<Kind, Order> scratch, const typename Kind::Element *im)
 {
     using T = typename Kind::Element;
     const auto h = scratch.h();
@@ -108,7 +105,7 @@ __attribute__((noinline)) Outcome makeSets(GeneralScratch<Kind, Order> scratch, 
 
 // From what is in the working matrix.
 template <class Kind, class Order>
-__attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *buffer, typename Kind::Element *re,
+KVLM_NOINLINE Outcome solveOfOrder(Order n, typename Kind::Element *buffer, typename Kind::Element *re,
                                                typename Kind::Element *im)
 {
     using T = typename Kind::Element;
@@ -129,7 +126,7 @@ __attribute__((noinline)) Outcome solveOfOrder(Order n, typename Kind::Element *
 }
 
 template <class Kind>
-__attribute__((noinline)) Outcome solveGeneral(int n, typename Kind::Element *buffer, typename Kind::Element *re,
+KVLM_NOINLINE Outcome solveGeneral(int n, typename Kind::Element *buffer, typename Kind::Element *re,
                                                typename Kind::Element *im)
 {
     switch (n) {
@@ -146,18 +143,18 @@ __attribute__((noinline)) Outcome solveGeneral(int n, typename Kind::Element *bu
     }
 }
 
-template <class T, class D>
-KVLM_INLINE void storeSet(const D &d, ptrdiff_t i, const T *vectors, int n)
-{
-    const auto dst = viewOf(d, i, n);
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c)
-            put(dst.at(r, c), vectors[static_cast<ptrdiff_t>(c) * n + r]);
-}
-
+// The columns of a set, which lie behind one another, to object i, if the set is wanted.
 template <class T>
-KVLM_INLINE void storeSet(NoSet, ptrdiff_t, const T *, int)
+KVLM_NOINLINE void storeSet(const Objects<T> *d, ptrdiff_t i, const T *vectors, int n)
 {
+    if (d)
+        withViews(
+            [&](const auto &dst) KVLM_INLINED {
+                for (int r = 0; r < n; ++r)
+                    for (int c = 0; c < n; ++c)
+                        put(dst.at(r, c), vectors[static_cast<ptrdiff_t>(c) * n + r]);
+            },
+            i, *d);
 }
 
 // Two registers of objects hide the latency of roots and divisions; the Schur form fills the processor with one.
@@ -169,7 +166,7 @@ using GroupOf = GeneralGroup<GroupNumber<Kind>, N, Kind::hasVectors>;
 
 // One object of a group that has been solved.
 template <class Kind, int N>
-__attribute__((noinline)) Outcome finishObject(const GroupOf<Kind, N> &group, int lane, typename Kind::Element *buffer,
+KVLM_NOINLINE Outcome finishObject(const GroupOf<Kind, N> &group, int lane, typename Kind::Element *buffer,
                                                typename Kind::Element *re, typename Kind::Element *im)
 {
     memcpy(re, group.re[lane], sizeof group.re[lane]);
@@ -197,55 +194,30 @@ using LeftKind = GeneralKind<T, false, true>;
 template <class T>
 using BothKind = GeneralKind<T, true, true>;
 
-// What does not depend on the description is compiled once, in kvlmeigen_32f.cpp and kvlmeigen_64f.cpp.
-#define GENERAL_KIND(linkage, Kind, T)                                                                                 \
-    linkage template Outcome solveGeneral<Kind<T>>(int, T *, T *, T *);                                                \
-    linkage template Outcome finishObject<Kind<T>, 3>(const GroupOf<Kind<T>, 3> &, int, T *, T *, T *);                \
-    linkage template Outcome finishObject<Kind<T>, 4>(const GroupOf<Kind<T>, 4> &, int, T *, T *, T *);                \
-    linkage template Outcome finishObject<Kind<T>, 5>(const GroupOf<Kind<T>, 5> &, int, T *, T *, T *);                \
-    linkage template Outcome finishObject<Kind<T>, 6>(const GroupOf<Kind<T>, 6> &, int, T *, T *, T *);
-#define GENERAL_GROUP(linkage, Kind, T)                                                                                \
-    linkage template bool solveGroup(GroupOf<Kind<T>, 3> &);                                                           \
-    linkage template bool solveGroup(GroupOf<Kind<T>, 4> &);                                                           \
-    linkage template bool solveGroup(GroupOf<Kind<T>, 5> &);                                                           \
-    linkage template bool solveGroup(GroupOf<Kind<T>, 6> &);
-#define GENERAL_PARTS(linkage, T)                                                                                      \
-    GENERAL_KIND(linkage, ValuesKind, T)                                                                               \
-    GENERAL_KIND(linkage, RightKind, T)                                                                                \
-    GENERAL_KIND(linkage, LeftKind, T)                                                                                 \
-    GENERAL_KIND(linkage, BothKind, T)                                                                                 \
-    GENERAL_GROUP(linkage, ValuesKind, T)                                                                              \
-    GENERAL_GROUP(linkage, RightKind, T)
-GENERAL_PARTS(extern, float)
-GENERAL_PARTS(extern, double)
-
-// The objects of a call. Those that are solved in order are stored, until one ends the call.
-template <class Kind, class S, class R, class L>
+// The objects of a call. Those that are solved in order are stored, until one ends the call. A set that is not wanted is
+// null.
+template <class Kind>
 struct GeneralBatch {
     using T = typename Kind::Element;
 
-    const S s;
-    const R right;
-    const L left;
+    const Objects<const T> s;
+    const Objects<T> *const right, *const left;
     T *const re, *const im;
     const int n;
     T *const buffer;
 
-    KVLM_INLINE Outcome solveOne(ptrdiff_t i) const
+    Outcome solveOne(ptrdiff_t i) const
     {
-        const auto src = viewOf(s, i, n);
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                buffer[static_cast<ptrdiff_t>(r) * n + c] = get(src.at(r, c));
+        readObject(s, i, n, n, buffer);
         return stored(i, solveGeneral<Kind>(n, buffer, re + i * n, im + i * n));
     }
 
     // So many registers of objects.
     template <int N>
-    __attribute__((noinline)) Outcome solveGroupAt(ptrdiff_t i, int parts) const
+    KVLM_NOINLINE Outcome solveGroupAt(ptrdiff_t i, int parts) const
     {
         GroupOf<Kind, N> group;
-        loadParts<Whole>(s, i, parts, Fixed<N>(), Fixed<N>(), group.source());
+        loadParts(s, i, parts, Fixed<N>(), Fixed<N>(), group.source());
         const bool solved = kvlm::solveGroup(group);
         for (int lane = 0; lane < parts * Lanes<T>::count; ++lane) {
             const ptrdiff_t k = i + lane;
@@ -257,21 +229,14 @@ struct GeneralBatch {
         return {};
     }
 
-    KVLM_INLINE Outcome solveGroup(ptrdiff_t i, int parts) const
+    Outcome solveGroup(ptrdiff_t i, int parts) const
     {
-        switch (n) {
-        case 3:
-            return solveGroupAt<3>(i, parts);
-        case 4:
-            return solveGroupAt<4>(i, parts);
-        case 5:
-            return solveGroupAt<5>(i, parts);
-        default:
-            return solveGroupAt<6>(i, parts);
-        }
+        return bySmallOrder(
+            n, [&](auto order) KVLM_INLINED { return solveGroupAt<order>(i, parts); },
+            []() KVLM_INLINED { return Outcome(); });
     }
 
-    KVLM_INLINE KvlStatus solve(ptrdiff_t count) const
+    KvlStatus solve(ptrdiff_t count) const
     {
         constexpr int lanes = Lanes<T>::count, most = NumberTraits<GroupNumber<Kind>>::registers;
         const bool inGroups = n >= 3 && n <= 6;
@@ -286,7 +251,7 @@ struct GeneralBatch {
     }
 
 private:
-    KVLM_INLINE Outcome stored(ptrdiff_t i, Outcome outcome) const
+    Outcome stored(ptrdiff_t i, Outcome outcome) const
     {
         const GeneralScratch<Kind, int> scratch = {buffer, n};
         if (!outcome.stops) {
@@ -297,63 +262,81 @@ private:
     }
 };
 
-template <class S, class R, class L, class T>
-KVLM_INLINE KvlStatus solveObjects(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length order,
-                                   Count count, Buffer<T> buffer)
+template <class Kind>
+KVLM_NOINLINE KvlStatus solveBatch(const GeneralBatch<Kind> &batch, ptrdiff_t count)
 {
-    using Kind = GeneralKind<T, !std::is_same_v<R, NoSet>, !std::is_same_v<L, NoSet>>;
-    return GeneralBatch<Kind, S, R, L>{s, right, left, re.base, im.base, order.length, buffer.base}.solve(count.count);
+    return batch.solve(count);
 }
+
+// Compiled once: in kvlmeigenvalues_32f.cpp and its like, in kvlmeigenvectors_32f.cpp and its like.
+#define GENERAL_VALUES(linkage, T)                                                                                     \
+    linkage template KvlStatus solveBatch(const GeneralBatch<ValuesKind<T>> &, ptrdiff_t);
+#define GENERAL_VECTORS(linkage, T)                                                                                    \
+    linkage template KvlStatus solveBatch(const GeneralBatch<RightKind<T>> &, ptrdiff_t);                              \
+    linkage template KvlStatus solveBatch(const GeneralBatch<LeftKind<T>> &, ptrdiff_t);                               \
+    linkage template KvlStatus solveBatch(const GeneralBatch<BothKind<T>> &, ptrdiff_t);
+KVLM_FOR_ELEMENTS(GENERAL_VALUES, extern)
+KVLM_FOR_ELEMENTS(GENERAL_VECTORS, extern)
 
 // The algorithms of the members; those of one object have no count.
 template <class S, class T>
-KVLM_INLINE KvlStatus eigenValues(const S &s, Runs<T> re, Runs<T> im, Length n, Count count, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenValues(const S &s, PerObject<T> re, PerObject<T> im, Length n, Count count, Buffer<T> buffer)
 {
-    return solveObjects(s, NoSet(), NoSet(), re, im, n, count, buffer);
+    return solveBatch(GeneralBatch<ValuesKind<T>>{objectsOf(s, n.length), nullptr, nullptr, re.base, im.base, n.length,
+                                                  buffer.base},
+                      count.count);
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus eigenValues(const S &s, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenValues(const S &s, PerObject<T> re, PerObject<T> im, Length n, Buffer<T> buffer)
 {
     return eigenValues(s, re, im, n, Count(1), buffer);
 }
 
-template <class S, class R, class L, class T>
-KVLM_INLINE KvlStatus eigenVectors(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length n,
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im, Length n,
                                    Count count, Buffer<T> buffer)
 {
-    return solveObjects(s, right, left, re, im, n, count, buffer);
+    const auto r = objectsOf(right, n.length), l = objectsOf(left, n.length);
+    return solveBatch(
+        GeneralBatch<BothKind<T>>{objectsOf(s, n.length), &r, &l, re.base, im.base, n.length, buffer.base}, count.count);
 }
 
-template <class S, class R, class L, class T>
-KVLM_INLINE KvlStatus eigenVectors(const S &s, const R &right, const L &left, Runs<T> re, Runs<T> im, Length n,
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im, Length n,
                                    Buffer<T> buffer)
 {
     return eigenVectors(s, right, left, re, im, n, Count(1), buffer);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Count count,
+KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Count count,
                                         Buffer<T> buffer)
 {
-    return solveObjects(s, d, NoSet(), re, im, n, count, buffer);
+    const auto right = objectsOf(d, n.length);
+    return solveBatch(
+        GeneralBatch<RightKind<T>>{objectsOf(s, n.length), &right, nullptr, re.base, im.base, n.length, buffer.base},
+        count.count);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Buffer<T> buffer)
 {
     return eigenVectorsRight(s, d, re, im, n, Count(1), buffer);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Count count,
+KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Count count,
                                        Buffer<T> buffer)
 {
-    return solveObjects(s, NoSet(), d, re, im, n, count, buffer);
+    const auto left = objectsOf(d, n.length);
+    return solveBatch(
+        GeneralBatch<LeftKind<T>>{objectsOf(s, n.length), nullptr, &left, re.base, im.base, n.length, buffer.base},
+        count.count);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, Runs<T> re, Runs<T> im, Length n, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Buffer<T> buffer)
 {
     return eigenVectorsLeft(s, d, re, im, n, Count(1), buffer);
 }
@@ -390,7 +373,7 @@ KVLM_INLINE size_t teamScratch(int n)
 
 } // namespace kvlm
 
-#define EIGEN_RUNS(X, T)   X##_RUNS(T, dstRe, widthHeight), X##_RUNS(T, dstIm, widthHeight), X##_LENGTH(widthHeight)
+#define EIGEN_RUNS(X, T)   X##_PER_OBJECT(T, dstRe, widthHeight), X##_PER_OBJECT(T, dstIm, widthHeight), X##_LENGTH(widthHeight)
 #define EIGEN_BUFFER(X, T) X##_BUFFER(T, buffer, teamScratch(widthHeight))
 
 #define EIGEN_VALUES_M(X, D, T)  X##_M_##D(const T, src), EIGEN_RUNS(X, T), EIGEN_BUFFER(X, T)
@@ -400,16 +383,29 @@ KVLM_INLINE size_t teamScratch(int n)
     X##_MA_##D(const T, src), X##_MA_##D(T, dst), EIGEN_RUNS(X, T), X##_COUNT, EIGEN_BUFFER(X, T)
 
 // Both sets: the strides of each are named after its side.
-#define ARG_SIDE_M_S(T, side) T *dstVectors##side, int dst##side##RowStride, int dst##side##ElemStride
-#define ARG_SIDE_M_P(T, side) T *const *dstVectors##side, int dst##side##Shift
+#define ARG_SIDE_M_S(T, side)  T *dstVectors##side, int dst##side##RowStride, int dst##side##ElemStride
+#define ARG_SIDE_M_P(T, side)  T *const *dstVectors##side, int dst##side##Shift
+#define PASS_SIDE_M_S(T, side) dstVectors##side, dst##side##RowStride, dst##side##ElemStride
+#define PASS_SIDE_M_P(T, side) dstVectors##side, dst##side##Shift
+#define PART_SIDE_M_S(T, side)                                                                                         \
+    (Strided<T, None, int, int>(dstVectors##side, {}, dst##side##RowStride, dst##side##ElemStride))
+#define PART_SIDE_M_P(T, side) (Table<T, None>(dstVectors##side, dst##side##Shift, {}))
+
 #define ARG_SIDE_MA_S(T, side)                                                                                         \
     T *dstVectors##side, int dst##side##ObjStride, int dst##side##RowStride, int dst##side##ElemStride
 #define ARG_SIDE_MA_P(T, side) T *const *dstVectors##side, int dst##side##Shift, int dst##side##ObjStride
 #define ARG_SIDE_MA_LS(T, side)                                                                                        \
     T *const *dstVectors##side, int dst##side##Shift, int dst##side##RowStride, int dst##side##ElemStride
-#define PART_SIDE_M_S(T, side)                                                                                         \
-    (Strided<T, None, int, int>(dstVectors##side, {}, dst##side##RowStride, dst##side##ElemStride))
-#define PART_SIDE_M_P(T, side) (Table<T, None>(dstVectors##side, dst##side##Shift, {}))
+#define PASS_SIDE_MA_S(T, side)  dstVectors##side, dst##side##ObjStride, dst##side##RowStride, dst##side##ElemStride
+#define PASS_SIDE_MA_P(T, side)  dstVectors##side, dst##side##Shift, dst##side##ObjStride
+#define PASS_SIDE_MA_LS(T, side) dstVectors##side, dst##side##Shift, dst##side##RowStride, dst##side##ElemStride
+#define CHUNK_SIDE_MA_S(T, side)                                                                                       \
+    objectFrom(dstVectors##side, first, dst##side##ObjStride), dst##side##ObjStride, dst##side##RowStride,             \
+        dst##side##ElemStride
+#define CHUNK_SIDE_MA_P(T, side)                                                                                       \
+    dstVectors##side, shiftFrom(dst##side##Shift, first, dst##side##ObjStride), dst##side##ObjStride
+#define CHUNK_SIDE_MA_LS(T, side)                                                                                      \
+    dstVectors##side + first, dst##side##Shift, dst##side##RowStride, dst##side##ElemStride
 #define PART_SIDE_MA_S(T, side)                                                                                        \
     (Strided<T, int, int, int>(dstVectors##side, dst##side##ObjStride, dst##side##RowStride, dst##side##ElemStride))
 #define PART_SIDE_MA_P(T, side) (Table<T, int>(dstVectors##side, dst##side##Shift, dst##side##ObjStride))
@@ -425,24 +421,11 @@ KVLM_INLINE size_t teamScratch(int n)
 // Members, in one description each: one kernel takes any element strides.
 #define EIGEN_OBJECT(name, CLASS, D, T, Order, algorithm)                                                              \
     KERNEL(own##name, CLASS, D, T, algorithm)                                                                          \
-    FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
-    {                                                                                                                  \
-        return enterObjectOneKernel<Order>(own##name, CLASS(PART, D, T));                                              \
-    }
+    OBJECT_FUNCTION_ONE_KERNEL(name, own##name, CLASS, D, T, Order)
 #define EIGEN_ARRAY(name, CLASS, D, T, Order, algorithm, work, limit)                                                  \
     KERNEL(own##name, CLASS, D, T, algorithm)                                                                          \
-    FUNCTION(ownOMP_##name, CLASS(ARG, D, T));                                                                         \
-    FUNCTION(name, CLASS(ARG, D, T))                                                                                   \
-    {                                                                                                                  \
-        return enterBatchOneKernel<Order>(work(widthHeight, count), limit, ownOMP_##name, own##name,                   \
-                                          CLASS(PART, D, T));                                                          \
-    }
-#define EIGEN_DRIVER(name, CLASS, D, T)                                                                                \
-    FUNCTION(own##name, CLASS(ARG, D, T));                                                                             \
-    FUNCTION(ownOMP_##name, CLASS(ARG, D, T))                                                                          \
-    {                                                                                                                  \
-        return driveOneKernel(count, own##name, CLASS(PART, D, T));                                                    \
-    }
+    BATCH_FUNCTION_ONE_KERNEL(name, CLASS, D, T, Order, work(widthHeight, count), limit)
+#define EIGEN_DRIVER(name, CLASS, D, T) DRIVER_ONE_KERNEL(ownOMP_##name, own##name, CLASS, D, T)
 
 // In the descriptions that they have.
 #define EIGEN_OBJECTS(name, CLASS, T, orders, algorithm)                                                               \

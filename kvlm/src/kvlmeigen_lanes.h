@@ -4,21 +4,21 @@
 #ifndef KVLMEIGEN_LANES_H
 #define KVLMEIGEN_LANES_H
 
-#include "kvlm_several.h"
+#include "lanes/several.h"
 #include "kvlmeigen_schur.h"
 
 namespace kvlm {
 
 // How many objects a number stands for.
 template <class V>
-constexpr int objectsOf = sizeof(V) / sizeof(typename NumberTraits<V>::Element);
+constexpr int lanesOf = sizeof(V) / sizeof(typename NumberTraits<V>::Element);
 
 // One object of a group whose matrices are arrays of numbers, by columns.
 template <class V, int N>
 struct LaneColumns {
     using T = typename NumberTraits<V>::Element;
     using Element = T;
-    static constexpr int step = objectsOf<V>;
+    static constexpr int step = lanesOf<V>;
     static constexpr Fixed<N> n = {};
 
     T *base;
@@ -91,7 +91,7 @@ class GeneralGroup {
     static constexpr int sweepsBeforeShift = 10;
 
 public:
-    static constexpr int lanes = objectsOf<V>;
+    static constexpr int lanes = lanesOf<V>;
 
     // Element (i, j) of H is columns[j][i]; the vectors of the Schur form lie behind it.
     V columns[HasSchur ? 2 * N : N][N];
@@ -318,7 +318,7 @@ private:
 
 // In one copy for all descriptions.
 template <class V, int N, bool HasSchur>
-__attribute__((noinline)) bool solveGroup(GeneralGroup<V, N, HasSchur> &group)
+KVLM_NOINLINE bool solveGroup(GeneralGroup<V, N, HasSchur> &group)
 {
     return group.solve();
 }

@@ -6,7 +6,7 @@
 #ifndef KVLMEIGEN_REFLECTOR_H
 #define KVLMEIGEN_REFLECTOR_H
 
-#include "kvlm_lanes.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

@@ -78,7 +78,7 @@ private:
 
     // Settled: column j is counted from that of `top` and j + 1 long, where from 0 was meant; so for top > 0 it runs
     // into what lies behind h.
-    static __attribute__((noinline)) void blockNorm(const T *corner, int step, int n, int top, int bottom, T &norm)
+    static KVLM_NOINLINE void blockNorm(const T *corner, int step, int n, int top, int bottom, T &norm)
     {
         norm = 0;
         for (int j = top; j <= bottom; ++j) {

@@ -3,7 +3,7 @@
 #ifndef KVLMEIGEN_SOLVERS_H
 #define KVLMEIGEN_SOLVERS_H
 
-#include "kvlm_lanes.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMEIGENSYM_H
 #define KVLMEIGENSYM_H
 
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 #include "kvlmeigensym_iteration.h"
 
 namespace kvlm {
@@ -65,70 +65,66 @@ KVLM_INLINE KvlStatus solvePair(const Src &src, typename Kind::Element *values, 
 
 // Orders 3 to 6, in one copy for all descriptions.
 template <class Kind, int N, class Vectors>
-__attribute__((noinline)) KvlStatus solveSmall(typename Kind::Element (&matrix)[N * N], typename Kind::Element *values,
+KVLM_NOINLINE KvlStatus solveSmall(typename Kind::Element (&matrix)[N * N], typename Kind::Element *values,
                                                Vectors &vectors)
 {
     return SymmetricProblem<Kind, N, Vectors>(N, matrix, values, vectors).solve();
 }
 
-template <class Kind, int N, class Src, class Dst>
-KVLM_INLINE KvlStatus solveLocally(const Src &src, typename Kind::Element *values, const Dst &dst)
+template <class Kind, int N, class T>
+KVLM_NOINLINE KvlStatus solveLocally(const Objects<const T> &s, const Objects<T> *d, T *values,
+                                                 ptrdiff_t i)
 {
-    using T = typename Kind::Element;
     T matrix[N * N];
-#pragma GCC unroll 6
-    for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
-        for (int c = 0; c < N; ++c)
-            matrix[r * N + c] = get(src.at(r, c));
+    readObject(s, i, N, N, matrix);
     if constexpr (Kind::hasVectors) {
         LocalVectors<T, N> vectors;
         const KvlStatus status = solveSmall<Kind, N>(matrix, values, vectors);
-#pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
-#pragma GCC unroll 6
             for (int c = 0; c < N; ++c)
-                put(dst.at(r, c), *vectors.at(r, c));
+                matrix[r * N + c] = *vectors.at(r, c);
+        writeObject(*d, i, N, N, matrix);
         return status;
-    } else
-        return solveSmall<Kind, N>(matrix, values, dst);
+    } else {
+        NoVectors none;
+        return solveSmall<Kind, N>(matrix, values, none);
+    }
 }
 
 // All other orders from 3 on, in the caller's buffer.
-template <class Kind, class Src, class Dst>
-__attribute__((noinline)) KvlStatus solveInBuffer(const Src &src, typename Kind::Element *buffer,
-                                                  typename Kind::Element *values, const Dst &dst, int n)
+template <class Kind, class T, class Vectors>
+KVLM_NOINLINE KvlStatus solveInBuffer(const Objects<const T> &s, ptrdiff_t i, T *buffer, T *values,
+                                                  Vectors &vectors, int n)
 {
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c)
-            buffer[static_cast<ptrdiff_t>(r) * n + c] = get(src.at(r, c));
-    return SymmetricProblem<Kind, 0, const Dst>(n, buffer, values, dst).solve();
+    readObject(s, i, n, n, buffer);
+    return SymmetricProblem<Kind, 0, Vectors>(n, buffer, values, vectors).solve();
 }
 
 // The orders that are not unrolled.
-template <class Kind, class Src, class Dst>
-KVLM_INLINE KvlStatus solveOther(const Src &src, typename Kind::Element *buffer, typename Kind::Element *values,
-                                 const Dst &dst, int n)
+template <class Kind, class T, class Vectors>
+KVLM_INLINE KvlStatus solveOther(const Objects<const T> &s, ptrdiff_t i, T *buffer, T *values, Vectors vectors, int n)
 {
     if (n == 1) {
-        put(values, get(src.at(0, 0)));
+        put(values, get(s.at(i, 0, 0)));
         if constexpr (Kind::hasVectors)
-            put(dst.at(0, 0), typename Kind::Element(1));
+            put(vectors.at(0, 0), T(1));
         return kvlOk;
     }
-    return n == 2 ? solvePair<Kind>(src, values, dst) : solveInBuffer<Kind>(src, buffer, values, dst, n);
+    if (n == 2)
+        return withViews([&](const auto &src) KVLM_INLINED { return solvePair<Kind>(src, values, vectors); }, i, s);
+    return solveInBuffer<Kind>(s, i, buffer, values, vectors, n);
 }
 
-// The destination of object i, if there is one.
-template <class D>
-KVLM_INLINE auto vectorsOf(const D &d, ptrdiff_t i, int n)
+// Object i of any order; `d` is null where vectors are not wanted.
+template <class Kind, class T>
+KVLM_NOINLINE KvlStatus solveGeneral(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
+                                                 int n, ptrdiff_t i)
 {
-    return viewOf(d, i, n);
-}
-
-KVLM_INLINE NoVectors vectorsOf(NoVectors none, ptrdiff_t, int)
-{
-    return none;
+    if constexpr (Kind::hasVectors)
+        return withViews([&](const auto &dst) KVLM_INLINED { return solveOther<Kind>(s, i, buffer, values, dst, n); },
+                         i, *d);
+    else
+        return solveOther<Kind>(s, i, buffer, values, NoVectors(), n);
 }
 
 template <class T>
@@ -141,27 +137,32 @@ template <class T>
 using VectorsOfArray = SymmetricKind<T, true, true>;
 
 // One matrix: values alone, then with vectors.
-template <class Kind, class S, class D, class T>
-KVLM_INLINE KvlStatus solveOne(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length length)
+template <class Kind, class T>
+KVLM_NOINLINE KvlStatus solveOne(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
+                                             int n)
 {
-    const int n = length.length;
-    const auto src = viewOf(s, 0, n);
-    const auto dst = vectorsOf(d, 0, n);
     return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return solveLocally<Kind, order>(src, values.base, dst); },
-        [&]() KVLM_INLINED { return solveOther<Kind>(src, buffer.base, values.base, dst, n); });
+        n, [&](auto order) KVLM_INLINED { return solveLocally<Kind, order>(s, d, values, 0); },
+        [&]() KVLM_INLINED { return solveGeneral<Kind>(s, d, buffer, values, n, 0); });
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus eigenValuesSym(const S &s, Buffer<T> buffer, Runs<T> values, Length n)
+KVLM_INLINE KvlStatus eigenValuesSym(const S &s, Buffer<T> buffer, PerObject<T> values, Length n)
 {
-    return solveOne<ValuesOfOne<T>>(s, buffer, NoVectors(), values, n);
+    return solveOne<ValuesOfOne<T>, T>(objectsOf(s, n.length), nullptr, buffer.base, values.base, n.length);
+}
+
+template <class Kind, class S, class D, class T>
+KVLM_INLINE KvlStatus eigenVectorsSymOfKind(const S &s, Buffer<T> buffer, const D &d, PerObject<T> values, Length n)
+{
+    const auto vectors = objectsOf(d, n.length);
+    return solveOne<Kind, T>(objectsOf(s, n.length), &vectors, buffer.base, values.base, n.length);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsSym(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length n)
+KVLM_INLINE KvlStatus eigenVectorsSym(const S &s, Buffer<T> buffer, const D &d, PerObject<T> values, Length n)
 {
-    return solveOne<VectorsOfOne<T>>(s, buffer, d, values, n);
+    return eigenVectorsSymOfKind<VectorsOfOne<T>>(s, buffer, d, values, n);
 }
 
 KVLM_INLINE int symmetricValuesWork(unsigned n, unsigned count)
@@ -185,16 +186,16 @@ KVLM_INLINE size_t squareElements(int n)
 } // namespace kvlm
 
 #define SYM_VALUES_M(X, D, T)                                                                                          \
-    X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_RUNS(T, dst, widthHeight),        \
+    X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),        \
         X##_LENGTH(widthHeight)
 #define SYM_VALUES_MA(X, D, T)                                                                                         \
-    X##_MA_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_RUNS(T, dst, widthHeight),       \
+    X##_MA_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),       \
         X##_LENGTH(widthHeight), X##_COUNT
 #define SYM_VECTORS_M(X, D, T)                                                                                         \
     X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_M_##D(T, dst),                    \
-        X##_RUNS(T, dstValues, widthHeight), X##_LENGTH(widthHeight)
+        X##_PER_OBJECT(T, dstValues, widthHeight), X##_LENGTH(widthHeight)
 #define SYM_VECTORS_MA(X, D, T)                                                                                        \
     X##_MA_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_MA_##D(T, dst),                  \
-        X##_RUNS(T, dstValues, widthHeight), X##_LENGTH(widthHeight), X##_COUNT
+        X##_PER_OBJECT(T, dstValues, widthHeight), X##_LENGTH(widthHeight), X##_COUNT
 
 #endif

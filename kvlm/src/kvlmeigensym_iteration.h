@@ -7,8 +7,8 @@
 #ifndef KVLMEIGENSYM_ITERATION_H
 #define KVLMEIGENSYM_ITERATION_H
 
-#include "kvlm_elimination.h"
-#include "kvlm_groups.h"
+#include "loops/elimination.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 

@@ -244,7 +244,7 @@ private:
 
 // One copy for all descriptions.
 template <class Kind, int N>
-__attribute__((noinline)) bool solveGroup(SymmetricGroup<Kind, N> &group)
+KVLM_NOINLINE bool solveGroup(SymmetricGroup<Kind, N> &group)
 {
     return group.solve();
 }
@@ -281,64 +281,63 @@ KVLM_INLINE bool solveGroup(Lanes<T> (&x)[N][N], Lanes<T> (&values)[N])
     return true;
 }
 
-// A batch of an order that is unrolled; `dst` is NoVectors where they are not wanted.
-template <class Kind, int N, class S, class D, class T>
-__attribute__((noinline)) KvlStatus solveBatch(const S &givenS, const D &givenD, T *values, int count)
+// A batch of an order that is unrolled; `d` is null where vectors are not wanted.
+template <class Kind, int N, class T>
+KVLM_NOINLINE KvlStatus solveBatch(const Objects<const T> &s, const Objects<T> *d, T *values, int count)
 {
-    const S s = givenS;
-    const D d = givenD;
-    const auto run = [&](auto apart, auto store) KVLM_INLINED {
+    const auto groups = [&](auto isApart, auto store) KVLM_INLINED {
         return inGroups<T>(
             count,
             [&](ptrdiff_t i) KVLM_INLINED {
                 Lanes<T> x[N][N], value[N];
-                if (!apart(i))
+                if (!isApart(i))
                     return false;
-                loadObjects(s, i, x);
+                moveObjects<Load, Whole>(s, i, Fixed<N>(), Fixed<N>(), x[0]);
                 if (!solveGroup<Kind>(x, value))
                     return false;
                 store(i, x);
                 storeRuns<N>(groupOf<T>([&](int l) KVLM_INLINED { return values + (i + l) * N; }).p, value);
                 return true;
             },
-            [&](ptrdiff_t i)
-                KVLM_INLINED { return solveLocally<Kind, N>(viewOf(s, i, N), values + i * N, vectorsOf(d, i, N)); });
+            [&](ptrdiff_t i) KVLM_INLINED { return solveLocally<Kind, N>(s, d, values + i * N, i); });
     };
     if constexpr (Kind::hasVectors) {
-        const Apart<N, N, T> apart(d);
-        return run([&](ptrdiff_t i) KVLM_INLINED { return apart(d, i); },
-                   [&](ptrdiff_t i, const Lanes<T>(&x)[N][N]) KVLM_INLINED { storeObjects(d, i, x); });
+        const GroupsApart<T> apart(*d, N, N);
+        return groups([&](ptrdiff_t i) KVLM_INLINED { return apart(i); },
+                      [&](ptrdiff_t i, const Lanes<T>(&x)[N][N])
+                          KVLM_INLINED { moveObjects<Store, Whole>(*d, i, Fixed<N>(), Fixed<N>(), x[0]); });
     } else
-        return run([](ptrdiff_t) KVLM_INLINED { return true; }, [](ptrdiff_t, const auto &) KVLM_INLINED {});
+        return groups([](ptrdiff_t) KVLM_INLINED { return true; }, [](ptrdiff_t, const auto &) KVLM_INLINED {});
 }
 
 // An array of matrices: values alone, then with vectors.
-template <class Kind, class S, class D, class T>
-KVLM_INLINE KvlStatus solveArray(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length length, Count count)
+template <class Kind, class T>
+KVLM_NOINLINE KvlStatus solveArray(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
+                                               int n, int count)
 {
-    const int n = length.length;
     return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return solveBatch<Kind, order>(s, d, values.base, count.count); },
+        n, [&](auto order) KVLM_INLINED { return solveBatch<Kind, order>(s, d, values, count); },
         [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                if (const KvlStatus status =
-                        solveOther<Kind>(viewOf(s, i, n), buffer.base, values.base + i * n, vectorsOf(d, i, n), n))
-                    return status;
-            return KvlStatus(kvlOk);
+            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED {
+                return solveGeneral<Kind>(s, d, buffer, values + i * n, n, i);
+            });
         });
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus eigenValuesSymBatch(const S &s, Buffer<T> buffer, Runs<T> values, Length n, Count count)
+KVLM_INLINE KvlStatus eigenValuesSymBatch(const S &s, Buffer<T> buffer, PerObject<T> values, Length n, Count count)
 {
-    return solveArray<ValuesOfArray<T>>(s, buffer, NoVectors(), values, n, count);
+    return solveArray<ValuesOfArray<T>, T>(objectsOf(s, n.length), nullptr, buffer.base, values.base, n.length,
+                                           count.count);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsSymBatch(const S &s, Buffer<T> buffer, const D &d, Runs<T> values, Length n,
+KVLM_INLINE KvlStatus eigenVectorsSymBatch(const S &s, Buffer<T> buffer, const D &d, PerObject<T> values, Length n,
                                            Count count)
 {
-    return solveArray<VectorsOfArray<T>>(s, buffer, d, values, n, count);
+    const auto vectors = objectsOf(d, n.length);
+    return solveArray<VectorsOfArray<T>, T>(objectsOf(s, n.length), &vectors, buffer.base, values.base, n.length,
+                                            count.count);
 }
 
 } // namespace kvlm

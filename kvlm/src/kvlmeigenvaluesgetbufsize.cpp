@@ -8,7 +8,7 @@ namespace {
 // The parts of the two arguments: null pointers are looked for first.
 KVLM_INLINE KvlStatus scratchSize(int widthHeight, int *size, unsigned elements, unsigned bytes)
 {
-    if (const KvlStatus status = Order<'N', 'S'>::check(Length(widthHeight), Runs<int>(size, 1)))
+    if (const KvlStatus status = Order<'N', 'S'>::check(Length(widthHeight), PerObject<int>(size, 1)))
         return status;
     put(size, wrapped(static_cast<unsigned>(widthHeight) * elements * bytes));
     return kvlOk;

@@ -5,7 +5,7 @@ using namespace kvlm;
 
 // Settled: the kernel of 32f for elements that are not adjacent has a test of its own.
 KERNEL(ownkvlmEigenValuesVectorsSym_m_32f, SYM_VECTORS_M, U, float, eigenVectorsSym)
-KERNEL(ownkvlmEigenValuesVectorsSym_m_32f_S2, SYM_VECTORS_M, S, float, solveOne<SignedShiftKind>)
+KERNEL(ownkvlmEigenValuesVectorsSym_m_32f_S2, SYM_VECTORS_M, S, float, eigenVectorsSymOfKind<SignedShiftKind>)
 KERNEL(ownkvlmEigenValuesVectorsSym_m_32f_P, SYM_VECTORS_M, P, float, eigenVectorsSym)
 OBJECT_FUNCTIONS(kvlmEigenValuesVectorsSym_m_32f, SYM_VECTORS_M, float, SizesBeforeCount)
 

@@ -2,10 +2,9 @@
 #ifndef KVLMFROBNORM_H
 #define KVLMFROBNORM_H
 
-#include "kvlm_innerproducts.h"
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_sums.h"
+#include "loops/inner_products.h"
+#include "frame/rows.h"
+#include "loops/sums.h"
 
 #include <limits.h>
 
@@ -17,21 +16,20 @@ template <class X, class F>
 KVLM_INLINE bool asVectors(const X &x, Shape shape, F f)
 {
     using E = typename X::Element;
-    const int64_t size = sizeof(E), elements = static_cast<int64_t>(shape.width) * shape.height;
-    if (x.rowStride != shape.width * size || elements > INT_MAX)
+    const int64_t elements = static_cast<int64_t>(shape.width) * shape.height;
+    if (x.rowStride != shape.width * static_cast<int64_t>(sizeof(E)) || elements > INT_MAX)
         return false;
     const auto vectors = x.withSteps(None(), x.elemStride);
-    if (shape.width == shape.height)
-        bySmallOrder(
-            shape.width,
-            [&](auto order) KVLM_INLINED {
-                constexpr int n = decltype(order){};
-                knowingPackedVectors<n * n>([&](const auto &v) KVLM_INLINED { f(v, Fixed<n * n>()); }, vectors);
-                return kvlOk;
-            },
-            [&]() KVLM_INLINED { return f(vectors, static_cast<int>(elements)), kvlOk; });
-    else
-        f(vectors, static_cast<int>(elements));
+    bySmallOrder(
+        shape.width == shape.height ? shape.width : 0,
+        [&](auto order) KVLM_INLINED {
+            constexpr int n = order * order;
+            if constexpr (!X::isList)
+                if (objectsPacked(x, n))
+                    return f(Strided<E, Fixed<n * sizeof(E)>, None, Unit<E>>(x.base, {}, {}, {}), Fixed<n>());
+            f(vectors, Fixed<n>());
+        },
+        [&]() KVLM_INLINED { f(vectors, static_cast<int>(elements)); });
     return true;
 }
 
@@ -91,7 +89,7 @@ KVLM_INLINE Lanes<float> lanedSquares(const View &x, int width, int height)
 }
 
 template <class S>
-KVLM_INLINE KvlStatus lanedNorm(const S &src, Shape shape, Runs<float> dst)
+KVLM_INLINE KvlStatus lanedNorm(const S &src, Shape shape, PerObject<float> dst)
 {
     put(dst.base, LimitedRoot()(folded(lanedSquares(src.view(0), shape.width, shape.height))));
     return kvlOk;
@@ -115,7 +113,7 @@ KVLM_INLINE KvlStatus lanedNorms(float *dst, int count, SquaresOf squaresOf)
 }
 
 template <class S>
-KVLM_INLINE KvlStatus lanedNorms(const S &src, Shape shape, Runs<float> dst, Count count)
+KVLM_INLINE KvlStatus lanedNorms(const S &src, Shape shape, PerObject<float> dst, Count count)
 {
     const auto ofVectors = [&](const auto &x, auto elements) KVLM_INLINED {
         lanedNorms(dst.base, count.count,
@@ -130,14 +128,14 @@ KVLM_INLINE KvlStatus lanedNorms(const S &src, Shape shape, Runs<float> dst, Cou
 // ---- From left to right ------------------------------------------------------------------------------------------
 
 template <class S, class T>
-KVLM_INLINE KvlStatus frobeniusNorm(const S &src, Shape shape, Runs<T> dst)
+KVLM_INLINE KvlStatus frobeniusNorm(const S &src, Shape shape, PerObject<T> dst)
 {
     put(dst.base, squareRoot(innerProduct<T>(src, src, 0, shape.width, shape.height)));
     return kvlOk;
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, Runs<T> dst, Count count)
+KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, PerObject<T> dst, Count count)
 {
     const auto ofVectors = [&](const auto &x, auto elements) KVLM_INLINED {
         innerProducts<ExactRoot>(x, Itself(), dst.base, elements, 1, count.count);
@@ -155,7 +153,7 @@ KVLM_INLINE int frobeniusWork(unsigned width, unsigned height, unsigned count)
 
 } // namespace kvlm
 
-#define FROBENIUS_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_RUNS(T, dst, 1)
-#define FROBENIUS_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_RUNS(T, dst, 1), X##_COUNT
+#define FROBENIUS_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_PER_OBJECT(T, dst, 1)
+#define FROBENIUS_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_PER_OBJECT(T, dst, 1), X##_COUNT
 
 #endif

@@ -7,10 +7,7 @@ using namespace kvlm;
 #define ROW(name, T, plain)                                                                                            \
     KERNEL(own##name, FROBENIUS_M, S, T, plain)                                                                        \
     KERNEL(own##name##_P, FROBENIUS_M, P, T, frobeniusNorm)                                                            \
-    FUNCTION(name, FROBENIUS_M(ARG, S, T))                                                                             \
-    {                                                                                                                  \
-        return enterObjectOneKernel<UsualOrder::Standard>(own##name, FROBENIUS_M(PART, S, T));                         \
-    }                                                                                                                  \
+    OBJECT_FUNCTION_ONE_KERNEL(name, own##name, FROBENIUS_M, S, T, UsualOrder::Standard)                               \
     OBJECT_FUNCTION_P(name, FROBENIUS_M, T, UsualOrder::Pointer)
 
 ROW(kvlmFrobNorm_m_32f, float, lanedNorm)

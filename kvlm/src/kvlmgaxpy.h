@@ -26,10 +26,6 @@ KVLM_INLINE int gaxpyWorkWithOne(unsigned src2Len, unsigned src3Len, unsigned co
 
 constexpr Limits gaxpyLimits = {5000, 5000, 5000, 5000, 5000};
 
-// The order of the sums of adjacent elements.
-template <class T>
-constexpr Sum gaxpySum = sizeof(T) == 4 ? Sum::quads : Sum::pairs;
-
 } // namespace kvlm
 
 #define GAXPY(X, D, T, V2, V3, VD)                                                                                     \
@@ -40,12 +36,12 @@ constexpr Sum gaxpySum = sizeof(T) == 4 ? Sum::quads : Sum::pairs;
 #define GAXPY_MVAV(X, D, T) GAXPY(X, D, T, VA, V, VA), X##_COUNT
 
 #define GAXPY_OBJECT_KERNELS(name, CLASS, T)                                                                           \
-    KERNEL(own##name, CLASS, U, T, gaxpy<gaxpySum<T>>)                                                                 \
+    KERNEL(own##name, CLASS, U, T, gaxpy<laneOrder<T>>)                                                                 \
     KERNEL(own##name##_S2, CLASS, S, T, gaxpy<Sum::fromLeft>)                                                          \
     KERNEL(own##name##_P, CLASS, P, T, gaxpy<Sum::fromLeft>)
 #define GAXPY_BATCH_KERNELS(name, CLASS, T)                                                                            \
     GAXPY_OBJECT_KERNELS(name, CLASS, T)                                                                               \
-    KERNEL(own##name##_L, CLASS, LU, T, gaxpy<gaxpySum<T>>)                                                            \
+    KERNEL(own##name##_L, CLASS, LU, T, gaxpy<laneOrder<T>>)                                                            \
     KERNEL(own##name##_LS2, CLASS, LS, T, gaxpy<Sum::fromLeft>)
 
 #endif

@@ -3,19 +3,18 @@
 #ifndef KVLMINVERT_H
 #define KVLMINVERT_H
 
-#include "kvlm_elimination.h"
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "loops/elimination.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 #include "kvlminvert_forms.h"
 
 namespace kvlm {
 
-template <int N, class S, class D>
-KVLM_INLINE KvlStatus invertObject(const S &s, const D &d, ptrdiff_t i)
+template <int N, bool Adjacent, class T>
+KVLM_NOINLINE KvlStatus invertObject(const Objects<const T> &s, const Objects<T> &d, ptrdiff_t i)
 {
-    using T = typename D::Element;
-    Inverse<T, N, hasAdjacentRows<D>()> work;
+    Inverse<T, N, Adjacent> work;
     loadObject(s, i, work.a);
     if (invert(work)) {
         storeObject(d, i, work.a);
@@ -23,32 +22,29 @@ KVLM_INLINE KvlStatus invertObject(const S &s, const D &d, ptrdiff_t i)
     }
     // Settled: the rows that served as scratch.
     if constexpr (work.scratchRows > 0)
-        for (int r = 0; r < work.scratchRows; ++r)
-            for (int c = 0; c < N; ++c)
-                work.a[r][c].storeOne(viewOf(d, i, N).at(r, c));
+        storeObject(d, i, work.scratchRows, N, work.a[0]);
     return kvlErrSingular;
 }
 
-template <int N, class S, class D>
-__attribute__((noinline)) KvlStatus invertBatch(const S &givenS, const D &givenD, int count)
+template <int N, bool Adjacent, class T>
+KVLM_NOINLINE KvlStatus invertBatch(const Objects<const T> &s, const Objects<T> &d, int count)
 {
-    using T = typename D::Element;
-    const S s = givenS;
-    const D d = givenD;
-    const Apart<N, N, T> apart(d);
+    const GroupSource<T, N, N> source(s);
+    const GroupResult<T, N, N> result(d);
+    const GroupsApart<T> apart(d, N, N);
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
+            if (!apart(i))
                 return false;
-            Inverse<T, N, hasAdjacentRows<D>()> work;
-            loadObjects(s, i, work.a);
+            Inverse<T, N, Adjacent> work;
+            source.load(i, work.a);
             if (!invert(work))
                 return false;
-            storeObjects(d, i, work.a);
+            result.store(i, work.a);
             return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N>(s, d, i); });
+        [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N, Adjacent>(s, d, i); });
 }
 
 // The determinant of what an elimination holds, with the settled difference between the matrix itself and its minors:
@@ -81,7 +77,7 @@ KVLM_INLINE bool eliminatedDeterminant(Elimination<T> &work, int n, T least, T &
 
 // Order 2 and those above 6.
 template <class Src, class Dst, class T>
-__attribute__((noinline)) KvlStatus invertByElimination(const Src &src, T *buffer, const Dst &dst, int n)
+KVLM_NOINLINE KvlStatus invertByElimination(const Src &src, T *buffer, const Dst &dst, int n)
 {
     const T least = zeroThreshold<T>(n);
     Elimination<T> work(buffer, n);
@@ -99,60 +95,61 @@ __attribute__((noinline)) KvlStatus invertByElimination(const Src &src, T *buffe
     return kvlOk;
 }
 
+template <class T>
+KVLM_INLINE KvlStatus invertGeneral(const Objects<const T> &s, T *buffer, const Objects<T> &d, int n, ptrdiff_t i)
+{
+    return withViews(
+        [&](const auto &src, const auto &dst) KVLM_INLINED { return invertByElimination(src, buffer, dst, n); }, i, s,
+        d);
+}
+
 template <class S, class D, class T>
 KVLM_INLINE KvlStatus invertCommon(const S &s, Buffer<T> buffer, const D &d, Length n)
 {
-    return invertByElimination(viewOf(s, 0, n.length), buffer.base, viewOf(d, 0, n.length), n.length);
+    return invertGeneral(objectsOf(s, n.length), buffer.base, objectsOf(d, n.length), n.length, 0);
 }
 
 // Order 1. Settled: a NaN is singular to the members on one matrix, those on arrays pass it on.
-template <bool One, class Src, class Dst>
-KVLM_INLINE KvlStatus invertElement(const Src &src, const Dst &dst)
+template <class T>
+KVLM_INLINE KvlStatus invertElement(const Objects<const T> &s, const Objects<T> &d, ptrdiff_t i)
 {
-    const auto x = get(src.at(0, 0));
-    const auto least = zeroThreshold<std::remove_const_t<decltype(x)>>(1);
-    if (One ? !(magnitude(x) > least) : magnitude(x) <= least)
+    const T x = get(s.at(i, 0, 0)), least = zeroThreshold<T>(1);
+    if (s.isSingle ? !(magnitude(x) > least) : magnitude(x) <= least)
         return kvlErrSingular;
-    put(dst.at(0, 0), 1 / x);
+    put(d.at(i, 0, 0), 1 / x);
     return kvlOk;
 }
 
-template <class S, class D, class T>
-KVLM_INLINE KvlStatus invertOne(const S &s, Buffer<T> buffer, const D &d, Length length)
+// `Adjacent` is a kernel for adjacent elements.
+template <bool Adjacent, class T>
+KVLM_NOINLINE KvlStatus invertObjects(const Objects<const T> &s, T *buffer, const Objects<T> &d, int n, int count)
 {
     return bySmallOrder(
-        length.length, [&](auto order) KVLM_INLINED { return invertObject<order>(s, d, 0); },
+        n,
+        [&](auto order) KVLM_INLINED {
+            constexpr int N = order;
+            constexpr bool adjacent = Adjacent && hasAdjacentForm<T, N>;
+            return count == 1 ? invertObject<N, adjacent>(s, d, 0) : invertBatch<N, adjacent>(s, d, count);
+        },
         [&]() KVLM_INLINED {
-            return length.length == 1 ? invertElement<true>(viewOf(s, 0, 1), viewOf(d, 0, 1))
-                                      : invertCommon(s, buffer, d, length);
+            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED {
+                return n == 1 ? invertElement(s, d, i) : invertGeneral(s, buffer, d, n, i);
+            });
         });
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus invertArray(const S &s, Buffer<T> buffer, const D &d, Length length, Count count)
+KVLM_INLINE KvlStatus inverse(const S &s, Buffer<T> buffer, const D &d, Length n, Count count = Count(1))
 {
-    const int n = length.length;
-    return bySmallOrder(
-        n,
-        [&](auto order) KVLM_INLINED {
-            const auto batch = [&](const auto &s, const auto &d)
-                                   KVLM_INLINED { return invertBatch<order>(s, d, count.count); };
-            // Measured: it is worth a second copy of the shortest form only.
-            if constexpr (order == 3)
-                return knowingPacked<3>(s, d, batch);
-            else
-                return batch(s, d);
-        },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i) {
-                const auto src = viewOf(s, i, n);
-                const auto dst = viewOf(d, i, n);
-                if (const KvlStatus status =
-                        n == 1 ? invertElement<false>(src, dst) : invertByElimination(src, buffer.base, dst, n))
-                    return status;
-            }
-            return KvlStatus(kvlOk);
-        });
+    return invertObjects<hasAdjacentRows<D>()>(objectsOf(s, n.length), buffer.base, objectsOf(d, n.length), n.length,
+                                               count.count);
+}
+
+// One matrix of order N with adjacent elements.
+template <int N, class S, class D>
+KVLM_INLINE KvlStatus invertAdjacent(const S &s, const D &d)
+{
+    return invertObject<N, hasAdjacentForm<typename D::Element, N>>(objectsOf(s, N), objectsOf(d, N), 0);
 }
 
 // Order 1 stays with the caller.
@@ -160,6 +157,16 @@ KVLM_INLINE int invertWork(unsigned n, unsigned count)
 {
     return n == 1 ? 0 : wrapped(2 * n * count);
 }
+
+// Compiled once, in kvlminvert_ma.cpp.
+#define INVERSES(linkage, T) \
+    linkage template KvlStatus invertObjects<false>(const Objects<const T> &, T *, const Objects<T> &, int, int); \
+    linkage template KvlStatus invertObjects<true>(const Objects<const T> &, T *, const Objects<T> &, int, int); \
+    linkage template KvlStatus invertObject<3, hasAdjacentForm<T, 3>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
+    linkage template KvlStatus invertObject<4, hasAdjacentForm<T, 4>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
+    linkage template KvlStatus invertObject<5, hasAdjacentForm<T, 5>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
+    linkage template KvlStatus invertObject<6, hasAdjacentForm<T, 6>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t);
+KVLM_FOR_ELEMENTS(INVERSES, extern)
 
 } // namespace kvlm
 

@@ -2,8 +2,8 @@
 #ifndef KVLMINVERT_FORMS_H
 #define KVLMINVERT_FORMS_H
 
-#include "kvlm_elimination.h"
-#include "kvlm_groups.h"
+#include "loops/elimination.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -21,6 +21,10 @@ struct Inverse {
 
     Lanes<T> a[N][N];
 };
+
+// Whether adjacent elements make a difference.
+template <class T, int N>
+constexpr bool hasAdjacentForm = sizeof(T) == 4 || N <= 4;
 
 // 12 bits of the reciprocal and one Newton step. Settled in this order of operations.
 KVLM_INLINE Lanes<float> refinedReciprocal(Lanes<float> x)
@@ -249,7 +253,7 @@ KVLM_INLINE bool invertByBlocks(Inverse<float, N, true> &work)
 
 // One copy of the long forms for all descriptions.
 template <class T, int N, bool Adjacent>
-__attribute__((noinline)) bool invertLong(Inverse<T, N, Adjacent> &work)
+KVLM_NOINLINE bool invertLong(Inverse<T, N, Adjacent> &work)
 {
     if constexpr (Inverse<T, N, Adjacent>::hasBlocks)
         return invertByBlocks<0>(work);

@@ -1,10 +1,16 @@
 // Inverses of an array of matrices: kernels and public functions.
 #include "kvlminvert.h"
 
+namespace kvlm {
+
+KVLM_FOR_ELEMENTS(INVERSES, )
+
+} // namespace kvlm
+
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, INVERT_MA, T, invertArray)                                                                     \
+    BATCH_KERNELS(name, INVERT_MA, T, inverse)                                                                     \
     BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmInvert_ma_32f, float)

@@ -2,8 +2,8 @@
 #ifndef KVLMLCOMB_H
 #define KVLMLCOMB_H
 
-#include "kvlm_rows.h"
-#include "kvlm_vectors.h"
+#include "frame/rows.h"
+#include "loops/vectors.h"
 
 namespace kvlm {
 

@@ -1,6 +1,6 @@
 // Arrays of identity matrices.
-#include "kvlm_moves.h"
-#include "kvlm_rows.h"
+#include "loops/moves.h"
+#include "frame/rows.h"
 
 #include <algorithm>
 
@@ -8,14 +8,14 @@ using namespace kvlm;
 
 // The order that counts: all elements of a row, then the one on the diagonal.
 template <class D>
-static __attribute__((noinline)) void identityInOrder(const D &givenD, Extent n)
+static KVLM_NOINLINE void identityInOrder(const D &givenD, Extent n)
 {
     using T = typename D::Element;
     const D d = givenD;
     for (ptrdiff_t i = 0; i < n.count; ++i) {
         const auto to = d.view(i);
         for (ptrdiff_t r = 0; r < n.height; ++r) {
-            if (runsInRows(d))
+            if (adjacentInRows(d))
                 memset(static_cast<void *>(to.at(r, 0)), 0, n.width * sizeof(T));
             else
                 for (ptrdiff_t c = 0; c < n.width; ++c)
@@ -35,8 +35,8 @@ static void identity(const D &d, Extent n)
         return identityInOrder(d, n);
     T one[smallObject];
     const int row = n.width * static_cast<int>(sizeof(T));
-    identityInOrder(Grid<T>(one, 0, row, sizeof(T)), {n.width, n.height, 1});
-    const Grid<const T> source(one, 0, row, sizeof(T));
+    identityInOrder(WideStrided<T>(one, 0, row, sizeof(T)), {n.width, n.height, 1});
+    const WideStrided<const T> source(one, 0, row, sizeof(T));
     if constexpr (!D::isList && !D::isTable) {
         // The objects of a packed batch are repeated as a run that grows.
         const ptrdiff_t object = row * n.height;
@@ -55,13 +55,13 @@ static void identity(const D &d, Extent n)
 template <class D>
 static KvlStatus loadIdentity(const D &operand, Shape shape, Count count)
 {
-    const auto d = movable(operand, shape.width);
+    const auto d = wide(operand, shape.width);
     const Extent n = {shape.width, shape.height, count.count};
     if constexpr (D::isTable) {
-        Grid<typename D::Element> grid(nullptr, 0, 0, 0);
-        if (n.count > 1 && isGrid(d, n, grid))
+        WideStrided<typename D::Element> grid(nullptr, 0, 0, 0);
+        if (n.count > 1 && isStrided(d, n, grid))
             identity(grid, n);
-        else if (runsOverObjects(d, n) && distinct(d, n))
+        else if (worthPlanesOf(d, n) && elementsApart(d, n))
             identity(d, n);
         else
             identityInOrder(d, n);

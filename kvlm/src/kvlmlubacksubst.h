@@ -3,10 +3,9 @@
 #ifndef KVLMLUBACKSUBST_H
 #define KVLMLUBACKSUBST_H
 
-#include "kvlm_groups.h"
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -50,10 +49,9 @@ struct Factors {
     }
 };
 
-template <class T, int N, class A>
-KVLM_INLINE void loadFactors(const A &a, ptrdiff_t i, const int *pivot, Factors<T, N> &f)
+template <class T, int N, class View>
+KVLM_INLINE void loadFactors(const View &view, const int *pivot, Factors<T, N> &f)
 {
-    const auto view = viewOf(a, i, N);
 #pragma GCC unroll 6
     for (int r = 0; r < N; ++r)
 #pragma GCC unroll 6
@@ -62,11 +60,9 @@ KVLM_INLINE void loadFactors(const A &a, ptrdiff_t i, const int *pivot, Factors<
     f.invertDiagonal();
 }
 
-template <class T, int N, class B, class D>
-KVLM_INLINE void solveObject(const Factors<T, N> &f, const int *pivot, const B &b, const D &d, ptrdiff_t i)
+template <class T, int N, class Src, class Dst>
+KVLM_INLINE void solveWith(const Factors<T, N> &f, const int *pivot, const Src &src, const Dst &dst)
 {
-    const auto src = viewOf(b, i, N);
-    const auto dst = viewOf(d, i, N);
     T x[N];
 #pragma GCC unroll 6
     for (int j = 0; j < N; ++j)
@@ -79,7 +75,7 @@ KVLM_INLINE void solveObject(const Factors<T, N> &f, const int *pivot, const B &
 
 // All other orders, one system. y is written to dst as it comes.
 template <class A, class B, class D>
-__attribute__((noinline)) void solveByDivision(const A &a, const int *pivot, const B &b, const D &d, int n)
+KVLM_NOINLINE void solveByDivision(const A &a, const int *pivot, const B &b, const D &d, int n)
 {
     using T = std::remove_pointer_t<decltype(d.at(0, 0))>;
     put(d.at(0, 0), get(b.at(0, pivot[0])));
@@ -98,36 +94,28 @@ __attribute__((noinline)) void solveByDivision(const A &a, const int *pivot, con
     }
 }
 
-// One system
-template <class A, class B, class D>
-KVLM_INLINE KvlStatus luSolve(const A &a, Runs<const int> pivots, const B &b, const D &d, Length length)
+// System i. A single matrix is that of all systems.
+template <int N, class T>
+KVLM_NOINLINE void solveSystem(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
+                                           const Objects<T> &d, ptrdiff_t i)
 {
-    const int n = length.length, *const pivot = pivots.base;
-    return bySmallOrder(
-        n,
-        [&](auto order) KVLM_INLINED {
-            Factors<typename D::Element, order> f;
-            loadFactors(a, 0, pivot, f);
-            solveObject(f, pivot, b, d, 0);
-            return KvlStatus(kvlOk);
+    withViews(
+        [&](const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
+            Factors<T, N> f;
+            loadFactors(matrix, pivot, f);
+            solveWith(f, pivot, src, dst);
         },
-        [&]() KVLM_INLINED {
-            solveByDivision(viewOf(a, 0, n), pivot, viewOf(b, 0, n), viewOf(d, 0, n), n);
-            return KvlStatus(kvlOk);
-        });
+        i, a, b, d);
 }
 
 // One matrix, many right-hand sides
-template <int N, class A, class B, class D>
-__attribute__((noinline)) KvlStatus solveVectors(const A &a, const int *pivot, const B &givenB, const D &givenD,
-                                                 int count)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot,
+                                                 const Objects<const T> &b, const Objects<T> &d, int count)
 {
-    using T = typename D::Element;
     using V = Lanes<T>;
-    const B b = givenB;
-    const D d = givenD;
     Factors<T, N> f;
-    loadFactors(a, 0, pivot, f);
+    withViews([&](const auto &matrix) KVLM_INLINED { loadFactors(matrix, pivot, f); }, 0, a);
     Factors<V, N> all;
     int order[N];
 #pragma GCC unroll 6
@@ -138,48 +126,29 @@ __attribute__((noinline)) KvlStatus solveVectors(const A &a, const int *pivot, c
         for (int c = 0; c < N; ++c)
             all.lu[r][c] = V::all(f.lu[r][c]);
     }
+    const GroupSource<T, 1, N> source(b);
     return vectorsInGroups<N>(
         d, count,
         [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
             V given[1][N];
-            loadObjects(b, i, given);
+            source.load(i, given);
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
                 x[0][j] = given[0][order[j]];
             all.solve(x[0]);
         },
-        [&](ptrdiff_t i) KVLM_INLINED { solveObject(f, order, b, d, i); });
-}
-
-template <class A, class B, class D>
-KVLM_INLINE KvlStatus luSolveVectors(const A &a, Runs<const int> pivots, const B &b, const D &d, Length length,
-                                     Count count)
-{
-    const int n = length.length, *const pivot = pivots.base;
-    return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return solveVectors<order>(a, pivot, b, d, count.count); },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                solveByDivision(viewOf(a, 0, n), pivot, viewOf(b, i, n), viewOf(d, i, n), n);
-            return KvlStatus(kvlOk);
+        [&](ptrdiff_t i) KVLM_INLINED {
+            withViews([&](const auto &src, const auto &dst) KVLM_INLINED { solveWith(f, order, src, dst); }, i, b, d);
         });
 }
 
 // A matrix for each right-hand side
-template <int N, class A, class B, class D>
-__attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot, const B &givenB, const D &givenD,
-                                               int count)
+template <int N, class T>
+KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot,
+                                                 const Objects<const T> &b, const Objects<T> &d, int count)
 {
-    using T = typename D::Element;
     using V = Lanes<T>;
-    const A a = givenA;
-    const B b = givenB;
-    const D d = givenD;
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        Factors<T, N> f;
-        loadFactors(a, i, pivot + i * N, f);
-        solveObject(f, pivot + i * N, b, d, i);
-    };
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { solveSystem<N>(a, pivot + i * N, b, d, i); };
     // Measured: three rows of three floats are not worth a group.
     if constexpr (N == 3 && sizeof(T) == 4) {
         for (ptrdiff_t i = 0; i < count; ++i)
@@ -192,43 +161,61 @@ __attribute__((noinline)) KvlStatus solveBatch(const A &givenA, const int *pivot
             int order[V::count][N];
             memcpy(order, pivot + i * N, sizeof order);
             Factors<V, N> f;
-            loadRows(a, i, order, f.lu);
+            moveRows<Load>(a, i, order, f.lu);
             f.invertDiagonal();
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
-                x[0][j] = gather(
-                    groupOf<const T>([&](int l) KVLM_INLINED { return viewOf(b, i + l, N).at(0, order[l][j]); }));
+                x[0][j] = gather(groupOf<const T>([&](int l) KVLM_INLINED { return b.at(i + l, 0, order[l][j]); }));
             f.solve(x[0]);
         },
         one);
 }
 
-template <class A, class B, class D>
-KVLM_INLINE KvlStatus luSolveBatch(const A &a, Runs<const int> pivots, const B &b, const D &d, Length length,
-                                   Count count)
+template <class T>
+KVLM_NOINLINE KvlStatus solveFactored(const Objects<const T> &a, const int *pivot,
+                                                  const Objects<const T> &b, const Objects<T> &d, int n, int count)
 {
-    const int n = length.length, *const pivot = pivots.base;
     return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return solveBatch<order>(a, pivot, b, d, count.count); },
+        n,
+        [&](auto order) KVLM_INLINED {
+            if (count == 1)
+                return solveSystem<order>(a, pivot, b, d, 0), KvlStatus(kvlOk);
+            return a.isSingle ? solveVectors<order>(a, pivot, b, d, count) : solveSystems<order>(a, pivot, b, d, count);
+        },
         [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                solveByDivision(viewOf(a, i, n), pivot + i * n, viewOf(b, i, n), viewOf(d, i, n), n);
+            for (ptrdiff_t i = 0; i < count; ++i)
+                withViews([&](const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
+                    solveByDivision(matrix, pivot + (a.isSingle ? 0 : i * n), src, dst, n);
+                }, i, a, b, d);
             return KvlStatus(kvlOk);
         });
 }
 
+template <class A, class B, class D>
+KVLM_INLINE KvlStatus luSolve(const A &a, PerObject<const int> pivots, const B &b, const D &d, Length n,
+                              Count count = Count(1))
+{
+    return solveFactored(objectsOf(a, n.length), pivots.base, objectsOf(b, n.length), objectsOf(d, n.length), n.length,
+                         count.count);
+}
+
 constexpr Limits luSolveLimits = {1700, 1700, 1700, 1700, 1700};
+
+// Compiled once, in kvlmlubacksubst_mava.cpp.
+#define LU_SOLVERS(linkage, T) \
+    linkage template KvlStatus solveFactored(const Objects<const T> &, const int *, const Objects<const T> &, const Objects<T> &, int, int);
+KVLM_FOR_ELEMENTS(LU_SOLVERS, extern)
 
 } // namespace kvlm
 
 #define LU_MV(X, D, T)                                                                                                 \
-    X##_M_##D(const T, src1), X##_RUNS(const int, pivot, 0), X##_V_##D(const T, src2), X##_V_##D(T, dst),              \
+    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_V_##D(const T, src2), X##_V_##D(T, dst),              \
         X##_LENGTH(widthHeight)
 #define LU_MVA(X, D, T)                                                                                                \
-    X##_M_##D(const T, src1), X##_RUNS(const int, pivot, 0), X##_VA_##D(const T, src2), X##_VA_##D(T, dst),            \
+    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_VA_##D(const T, src2), X##_VA_##D(T, dst),            \
         X##_LENGTH(widthHeight), X##_COUNT
 #define LU_MAVA(X, D, T)                                                                                               \
-    X##_MA_##D(const T, src1), X##_RUNS(const int, pivot, widthHeight), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), \
+    X##_MA_##D(const T, src1), X##_PER_OBJECT(const int, pivot, widthHeight), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), \
         X##_LENGTH(widthHeight), X##_COUNT
 
 #endif

@@ -1,10 +1,16 @@
 // LU solver, an array of matrices, each with a right-hand side: kernels and public functions.
 #include "kvlmlubacksubst.h"
 
+namespace kvlm {
+
+KVLM_FOR_ELEMENTS(LU_SOLVERS, )
+
+} // namespace kvlm
+
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, LU_MAVA, T, luSolveBatch)                                                                      \
+    BATCH_KERNELS(name, LU_MAVA, T, luSolve)                                                                      \
     BATCH_FUNCTIONS(name, LU_MAVA, T, UsualOrder, systemsWork(widthHeight, count), luSolveLimits)
 
 ROW(kvlmLUBackSubst_mava_32f, float)

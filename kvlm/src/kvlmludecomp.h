@@ -5,9 +5,9 @@
 #ifndef KVLMLUDECOMP_H
 #define KVLMLUDECOMP_H
 
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
-#include "kvlm_systems.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
+#include "frame/work.h"
 
 namespace kvlm {
 
@@ -67,7 +67,7 @@ struct Rows {
 // Orders 3 to 6, in one copy for all descriptions. The number of rows of U that are final: all of them, or those before
 // the step in which an object failed.
 template <class T, int N>
-__attribute__((noinline)) int factor(Rows<T, N> &rows)
+KVLM_NOINLINE int factor(Rows<T, N> &rows)
 {
     auto &a = rows.a;
     const auto least = Lanes<T>::all(2 * smallestNormal<T>);
@@ -89,11 +89,11 @@ __attribute__((noinline)) int factor(Rows<T, N> &rows)
     return any(less(magnitude(rows.last()), least)) ? N - 1 : N;
 }
 
-template <int N, class S, class D>
-KVLM_INLINE KvlStatus factorObject(const S &s, const D &d, int *pivot, ptrdiff_t i)
+// One object of a batch, or alone.
+template <int N, class T>
+KVLM_NOINLINE KvlStatus factorObject(const Objects<const T> &s, const Objects<T> &d, int *pivot,
+                                                 ptrdiff_t i)
 {
-    using T = typename D::Element;
-    const auto dst = viewOf(d, i, N);
     Rows<T, N> rows;
     loadObject(s, i, rows.a);
     const int final = factor(rows);
@@ -101,31 +101,15 @@ KVLM_INLINE KvlStatus factorObject(const S &s, const D &d, int *pivot, ptrdiff_t
     rows.tables(pivots);
     memcpy(pivot, pivots[0], sizeof pivots[0]);
     // Settled: what is final stands in dst after a failure, in the pointer description nothing.
-    for (int k = 0; k < final && !(D::isTable && final < N); ++k)
-#pragma GCC unroll 6
+    for (int k = 0; k < final && !(d.table && final < N); ++k)
         for (int j = 0; j < N; ++j)
-            rows.a[k][j].storeOne(dst.at(pivots[0][k], j));
+            rows.a[k][j].storeOne(d.at(i, pivots[0][k], j));
     return final < N ? kvlErrSingular : kvlOk;
-}
-
-template <int N, class S, class D>
-KVLM_INLINE bool factorGroup(const S &s, const D &d, int *pivot, ptrdiff_t i)
-{
-    using T = typename D::Element;
-    Rows<T, N> rows;
-    loadObjects(s, i, rows.a);
-    if (factor(rows) < N)
-        return false;
-    int pivots[Lanes<T>::count][N];
-    rows.tables(pivots);
-    memcpy(pivot, pivots, sizeof pivots);
-    storeRows(d, i, pivots, rows.a);
-    return true;
 }
 
 // All other orders. Settled: the table keeps no interchange of a step that fails, and at 64f a NaN is always taken.
 template <class Src, class Dst>
-__attribute__((noinline)) KvlStatus factorInPlace(const Src &src, const Dst &dst, int *pivot, int n)
+KVLM_NOINLINE KvlStatus factorInPlace(const Src &src, const Dst &dst, int *pivot, int n)
 {
     using T = std::remove_pointer_t<decltype(dst.at(0, 0))>;
     constexpr T least = unitRoundoff<T>;
@@ -161,51 +145,73 @@ __attribute__((noinline)) KvlStatus factorInPlace(const Src &src, const Dst &dst
     return magnitude(get(dst.at(pivot[n - 1], n - 1))) <= least ? kvlErrSingular : kvlOk;
 }
 
-template <class S, class D>
-KVLM_INLINE KvlStatus factorCommon(const S &s, Runs<int> pivot, const D &d, Length n)
+template <class T>
+KVLM_INLINE KvlStatus factorGeneral(const Objects<const T> &s, const Objects<T> &d, int *pivot, int n, ptrdiff_t i)
 {
-    return factorInPlace(viewOf(s, 0, n.length), viewOf(d, 0, n.length), pivot.base, n.length);
-}
-
-template <int N, class S, class D>
-__attribute__((noinline)) KvlStatus factorBatch(const S &givenS, int *pivot, const D &givenD, int count)
-{
-    const S s = givenS;
-    const D d = givenD;
-    const Apart<N, N, typename D::Element> apart(d);
-    return inGroups<typename D::Element>(
-        count, [&](ptrdiff_t i) KVLM_INLINED { return apart(d, i) && factorGroup<N>(s, d, pivot + i * N, i); },
-        [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivot + i * N, i); });
+    return withViews([&](const auto &src, const auto &dst) KVLM_INLINED { return factorInPlace(src, dst, pivot, n); },
+                     i, s, d);
 }
 
 template <class S, class D>
-KVLM_INLINE KvlStatus luDecomp(const S &s, Runs<int> pivot, const D &d, Length length)
+KVLM_INLINE KvlStatus factorCommon(const S &s, PerObject<int> pivot, const D &d, Length n)
 {
-    const int n = length.length;
+    return factorGeneral(objectsOf(s, n.length), objectsOf(d, n.length), pivot.base, n.length, 0);
+}
+
+template <int N, class T>
+KVLM_NOINLINE KvlStatus factorBatch(const Objects<const T> &s, int *pivots, const Objects<T> &d, int count)
+{
+    const GroupSource<T, N, N> source(s);
+    const GroupsApart<T> apart(d, N, N);
+    return inGroups<T>(
+        count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            Rows<T, N> rows;
+            if (!apart(i))
+                return false;
+            source.load(i, rows.a);
+            if (factor(rows) < N)
+                return false;
+            int order[Lanes<T>::count][N];
+            rows.tables(order);
+            memcpy(pivots + i * N, order, sizeof order);
+            moveRows<Store>(d, i, order, rows.a);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivots + i * N, i); });
+}
+
+template <class T>
+KVLM_NOINLINE KvlStatus factorObjects(const Objects<const T> &s, int *pivots, const Objects<T> &d, int n,
+                                                  int count)
+{
     return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return factorObject<order>(s, d, pivot.base, 0); },
-        [&]() KVLM_INLINED { return factorCommon(s, pivot, d, length); });
-}
-
-template <class S, class D>
-KVLM_INLINE KvlStatus luDecompBatch(const S &s, Runs<int> pivot, const D &d, Length length, Count count)
-{
-    const int n = length.length;
-    return bySmallOrder(
-        n, [&](auto order) KVLM_INLINED { return factorBatch<order>(s, pivot.base, d, count.count); },
+        n,
+        [&](auto order) KVLM_INLINED {
+            return count == 1 ? factorObject<order>(s, d, pivots, 0) : factorBatch<order>(s, pivots, d, count);
+        },
         [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                if (const KvlStatus status = factorInPlace(viewOf(s, i, n), viewOf(d, i, n), pivot.base + i * n, n))
-                    return status;
-            return KvlStatus(kvlOk);
+            return untilOneFails(count,
+                                 [&](ptrdiff_t i) KVLM_INLINED { return factorGeneral(s, d, pivots + i * n, n, i); });
         });
 }
+
+template <class S, class D>
+KVLM_INLINE KvlStatus luDecomp(const S &s, PerObject<int> pivot, const D &d, Length n, Count count = Count(1))
+{
+    return factorObjects(objectsOf(s, n.length), pivot.base, objectsOf(d, n.length), n.length, count.count);
+}
+
+// Compiled once, in kvlmludecomp_ma.cpp.
+#define LU_DECOMPOSITIONS(linkage, T) \
+    linkage template KvlStatus factorObjects(const Objects<const T> &, int *, const Objects<T> &, int, int);
+KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, extern)
 
 } // namespace kvlm
 
 #define LU_M(X, D, T)                                                                                                  \
-    X##_M_##D(const T, src), X##_RUNS(int, pivot, widthHeight), X##_M_##D(T, dst), X##_LENGTH(widthHeight)
+    X##_M_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_M_##D(T, dst), X##_LENGTH(widthHeight)
 #define LU_MA(X, D, T)                                                                                                 \
-    X##_MA_##D(const T, src), X##_RUNS(int, pivot, widthHeight), X##_MA_##D(T, dst), X##_LENGTH(widthHeight), X##_COUNT
+    X##_MA_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_MA_##D(T, dst), X##_LENGTH(widthHeight), X##_COUNT
 
 #endif

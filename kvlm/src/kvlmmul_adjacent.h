@@ -3,8 +3,8 @@
 #ifndef KVLMMUL_ADJACENT_H
 #define KVLMMUL_ADJACENT_H
 
-#include "kvlm_groups.h"
-#include "kvlm_sums.h"
+#include "lanes/batches.h"
+#include "loops/sums.h"
 #include "kvlmmul_small.h"
 
 namespace kvlm {
@@ -26,7 +26,7 @@ KVLM_INLINE void vectorRows(const Left &x, const Right &a, const E &term, const 
 #pragma GCC unroll 4
             for (int i = 0; i < bundles; ++i)
                 addProduct<Order, N>(k, N - 1, rest[i], halfRest[i],
-                                     sideBySide<together>(all + i * together) * row.rest);
+                                     besideEachOther<together>(all + i * together) * row.rest);
 #pragma GCC unroll 4
             for (int i = 0; i < single; ++i)
                 addProduct<Order, N>(k, N - 1, rest[bundles + i], halfRest[bundles + i],
@@ -136,7 +136,7 @@ KVLM_INLINE Lanes<T> rowSums(const Matrix &a, const Lanes<T> (&x)[(N + 1) / Lane
 
 // An array of matrices read by rows: those of doubles, and of order 4.
 template <int N, Sum Order, class A, class X, class D>
-__attribute__((noinline)) void productsByRows(const A &givenA, const X &givenX, const D &givenD, int count)
+KVLM_NOINLINE void productsByRows(const A &givenA, const X &givenX, const D &givenD, int count)
 {
     using T = typename D::Element;
     using V = Lanes<T>;
@@ -173,7 +173,7 @@ constexpr int vectorsAtOnce = RowShape<T, N>::left ? RowShape<T, N>::together : 
 
 // The batch, or one product. Objects that overlap are written one after the other.
 template <int N, Sum Order, class A, class X, class E, class D>
-__attribute__((noinline)) void adjacentProducts(const A &givenA, const X &givenX, const E &givenTerm, const D &givenD,
+KVLM_NOINLINE void adjacentProducts(const A &givenA, const X &givenX, const E &givenTerm, const D &givenD,
                                                 int count)
 {
     using T = typename D::Element;

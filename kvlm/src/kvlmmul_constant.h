@@ -2,9 +2,9 @@
 #ifndef KVLMMUL_CONSTANT_H
 #define KVLMMUL_CONSTANT_H
 
-#include "kvlm_elementwise.h"
-#include "kvlm_rows.h"
-#include "kvlm_vectors.h"
+#include "loops/elementwise.h"
+#include "frame/rows.h"
+#include "loops/vectors.h"
 
 namespace kvlm {
 

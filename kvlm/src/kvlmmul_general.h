@@ -3,9 +3,9 @@
 #ifndef KVLMMUL_GENERAL_H
 #define KVLMMUL_GENERAL_H
 
-#include "kvlm_lanes.h"
-#include "kvlm_read.h"
-#include "kvlm_sums.h"
+#include "lanes/lanes.h"
+#include "frame/read.h"
+#include "loops/sums.h"
 
 namespace kvlm {
 
@@ -138,7 +138,7 @@ KVLM_INLINE int productBlocks(const A &a, const B &b, const E &term, const D &d,
 
 // d = a*b + term: `height` rows, `width` columns, sums of `inner` products. Views by value: they are few registers.
 template <class T, class A, class B, class E, class D>
-__attribute__((noinline)) void productGeneral(A a, B b, E term, D d, int height, int inner, int width)
+KVLM_NOINLINE void productGeneral(A a, B b, E term, D d, int height, int inner, int width)
 {
     const int r = productBlocks<T, 4>(a, b, term, d, 0, height, inner, width);
     productBlocks<T, 1>(a, b, term, d, r, height, inner, width);

@@ -1,26 +1,11 @@
-// Products of square matrices of order 3 to 6 whose objects lie side by side: one object per lane.
+// Products of square matrices of order 3 to 6 whose objects are in planes: one object per lane.
 #ifndef KVLMMUL_LANES_H
 #define KVLMMUL_LANES_H
 
-#include "kvlm_groups.h"
+#include "lanes/batches.h"
 #include "kvlmmul_small.h"
 
 namespace kvlm {
-
-// Where the elements of object 0 are, in the order in which they are read. Those of the other objects follow them.
-template <class T, int N>
-struct Places {
-    T *entries[N * N];
-
-    template <class X>
-    KVLM_INLINE explicit Places(const X &x)
-    {
-        const auto view = x.view(0);
-        for (int k = 0; k < N * N; ++k)
-            entries[k] = view.at(k / N, k % N);
-    }
-    KVLM_INLINE T *at(int k, ptrdiff_t i) const { return moved(entries[k], steps(i, sizeof(T))); }
-};
 
 // What is kept of a factor beside the registers: nothing, as it is read where it lies, a few groups of objects at a
 // time, or a single one in all lanes.
@@ -30,17 +15,17 @@ template <class T, int N, Kept What, int Groups>
 struct KeptFactor {
     Lanes<T> element[What == Kept::groups ? Groups : 1][N * N];
 
-    KVLM_INLINE explicit KeptFactor(const Places<const T, N> &places)
+    KVLM_INLINE explicit KeptFactor(const T *const *planes)
     {
         if constexpr (What == Kept::single)
             for (int k = 0; k < N * N; ++k)
-                element[0][k] = Lanes<T>::all(get(places.at(k, 0)));
+                element[0][k] = Lanes<T>::all(get(planes[k]));
     }
-    KVLM_INLINE void load(const Places<const T, N> &places, ptrdiff_t first)
+    KVLM_INLINE void load(const T *const *planes, ptrdiff_t first)
     {
         if constexpr (What == Kept::groups)
             for (int k = 0; k < N * N; ++k) {
-                const T *const place = places.at(k, first);
+                const T *const place = planes[k] + first;
                 eachIndex(Fixed<Groups>(),
                           [&](int g) KVLM_INLINED { element[g][k] = Lanes<T>::load(place + g * Lanes<T>::count); });
             }
@@ -54,8 +39,7 @@ constexpr int groupsTogether = 4;
 
 // The whole groups of a batch, so many together; returns up to which object that is.
 template <class T, int N, bool FromZero, Kept KeptA, Kept KeptB, int Groups>
-__attribute__((noinline)) int productGroups(const Places<const T, N> &a, const Places<const T, N> &b,
-                                            const Places<T, N> &d, int first, int count)
+KVLM_NOINLINE int productGroups(const T *const *a, const T *const *b, T *const *d, int first, int count)
 {
     constexpr int objects = Groups * Lanes<T>::count;
     if (count - first < objects)
@@ -73,48 +57,55 @@ __attribute__((noinline)) int productGroups(const Places<const T, N> &a, const P
                 Lanes<T> row[N];
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    row[k] = KeptA == Kept::nothing ? Lanes<T>::load(a.at(r * N + k, at)) : x[r * N + k];
+                    row[k] = KeptA == Kept::nothing ? Lanes<T>::load(a[r * N + k] + at) : x[r * N + k];
 #pragma GCC unroll 6
                 for (int c = 0; c < N; ++c) {
                     Lanes<T> sum;
 #pragma GCC unroll 6
                     for (int k = 0; k < N; ++k)
                         accumulate<FromZero>(k, sum, row[k] * y[k * N + c]);
-                    sum.store(d.at(r * N + c, at));
+                    sum.store(d[r * N + c] + at);
                 }
             }
     }
     return i;
 }
 
-template <class X>
-KVLM_INLINE bool groupsLie(const X &x)
+// As many objects as can be done in groups, from the first on. The sums of the orders in Begun begin with the first
+// product. The operands are in planes.
+template <int Begun, Kept KeptA, Kept KeptB, class T>
+KVLM_NOINLINE int productsInPlanes(const Places<const T> &a, const Places<const T> &b, const Places<T> &d, int n,
+                                   int count)
 {
-    if constexpr (X::isSingle)
-        return true;
-    else
-        return sideBySide(x);
+    const Objects<T> objects(d.table(int(sizeof(T))), n);
+    const auto groups = [&](auto together, int done) KVLM_INLINED {
+        return bySmallOrder(
+            n,
+            [&](auto order) KVLM_INLINED {
+                return productGroups<T, order, !(Begun >> order & 1), KeptA, KeptB, together>(a.entries, b.entries,
+                                                                                              d.entries, done, count);
+            },
+            [&]() KVLM_INLINED { return done; });
+    };
+    int done = 0;
+    if (GroupsApart<T, Whole, groupsTogether>(objects, n, n)(0))
+        done = groups(Fixed<groupsTogether>(), done);
+    if (GroupsApart<T>(objects, n, n)(0))
+        done = groups(Fixed<1>(), done);
+    return done;
 }
 
-// As many objects as can be done in groups, from the first on.
-template <int N, bool FromZero, class A, class B, class D>
-KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int count)
+// The same of operands of order n, if they are in planes.
+template <int Begun, class A, class B, class D>
+KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int n, int count)
 {
     using T = typename D::Element;
     if constexpr (!D::isSingle && !D::isList && !D::View::adjacentInRows)
-        if (count >= Lanes<T>::count && groupsLie(a) && groupsLie(b) && sideBySide(d)) {
-            Places<T, N> places(d);
-            const Table<T, int> table(places.entries, 0, sizeof(T));
-            const Places<const T, N> placesA(a), placesB(b);
+        if (n >= 3 && n <= 6 && count >= Lanes<T>::count && inPlanes(a) && inPlanes(b) && inPlanes(d)) {
             // dst may be src1, whose rows are read before they are written, but not all of its columns.
-            constexpr Kept keptA = A::isSingle ? Kept::single : isTurned<A> ? Kept::groups : Kept::nothing;
+            constexpr Kept keptA = A::isSingle ? Kept::single : isTransposed<A> ? Kept::groups : Kept::nothing;
             constexpr Kept keptB = B::isSingle ? Kept::single : Kept::groups;
-            int done = 0;
-            if (ObjectsApart<T, Whole, groupsTogether>(table, N, N)(table, 0))
-                done = productGroups<T, N, FromZero, keptA, keptB, groupsTogether>(placesA, placesB, places, 0, count);
-            if (Apart<N, N, T>(table)(table, 0))
-                done = productGroups<T, N, FromZero, keptA, keptB, 1>(placesA, placesB, places, done, count);
-            return done;
+            return productsInPlanes<Begun, keptA, keptB, T>({a, n, n}, {b, n, n}, {d, n, n}, n, count);
         }
     return 0;
 }

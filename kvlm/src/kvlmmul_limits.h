@@ -2,7 +2,7 @@
 #ifndef KVLMMUL_LIMITS_H
 #define KVLMMUL_LIMITS_H
 
-#include "kvlm_entry.h"
+#include "frame/entry.h"
 
 namespace kvlm {
 

@@ -2,7 +2,8 @@
 #ifndef KVLMMUL_MATRIX_H
 #define KVLMMUL_MATRIX_H
 
-#include "kvlm_rows.h"
+#include "frame/layout.h"
+#include "frame/rows.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_lanes.h"
 #include "kvlmmul_limits.h"
@@ -38,23 +39,38 @@ KVLM_INLINE auto inBatch(const X &x)
         return Strided<T, int, decltype(x.rowStride), decltype(x.elemStride)>(x.base, 0, x.rowStride, x.elemStride);
 }
 
-// Order N. a, b and d are read as they are.
+// A table whose rows are read as columns, if there is one, gets its entries in the order in which they are read: one
+// instance of what multiplies serves all letters.
 template <int N, bool FromZero, class A, class B, class D>
-KVLM_INLINE void squareProducts(const A &a, const B &b, const D &d, int count)
+KVLM_INLINE void tableProducts(const A &a, const B &b, const D &d, int first, int count)
 {
-    const int done = productsInGroups<N, FromZero>(a, b, d, count);
-    if (done == count)
-        return;
+    const auto inOrder = [](const auto &places, const auto &x)
+                             KVLM_INLINED { return inRows(places.table(x.objStride), Fixed<N>()); };
+    using Place = Places<const typename D::Element>;
+    if constexpr (isTransposed<A>) {
+        const Place places(a, N, N);
+        tableProducts<N, FromZero>(inOrder(places, a), b, d, first, count);
+    } else if constexpr (isTransposed<B>) {
+        const Place places(b, N, N);
+        tableProducts<N, FromZero>(a, inOrder(places, b), d, first, count);
+    } else
+        productObjects<N, FromZero>(a, b, d, first, count);
+}
+
+// Order N, the objects from `first` on. a, b and d are read as they are.
+template <int N, bool FromZero, class A, class B, class D>
+KVLM_INLINE void squareProducts(const A &a, const B &b, const D &d, int first, int count)
+{
     if constexpr (D::isTable)
-        productObjects<N, FromZero>(a, b, d, done, count);
+        tableProducts<N, FromZero>(a, b, d, first, count);
     else if constexpr (!D::View::adjacentInRows)
-        productObjects<N, FromZero>(anySteps(a), anySteps(b), anySteps(d), done, count);
+        productObjects<N, FromZero>(anySteps(a), anySteps(b), anySteps(d), first, count);
     else {
         if constexpr (!D::isList)
-            if (rowsPacked<N>(a) && rowsPacked<N>(b) && rowsPacked<N>(d))
-                return productObjects<N, FromZero>(withPackedRows<N>(a), withPackedRows<N>(b), withPackedRows<N>(d), 0,
-                                                   count);
-        productObjects<N, FromZero>(anySteps(a), b, d, 0, count);
+            if (linesPacked(a, N, N) && linesPacked(b, N, N) && linesPacked(d, N, N))
+                return productObjects<N, FromZero>(withPackedLines<N>(a), withPackedLines<N>(b), withPackedLines<N>(d),
+                                                   first, count);
+        productObjects<N, FromZero>(anySteps(a), b, d, first, count);
     }
 }
 
@@ -80,10 +96,14 @@ KVLM_INLINE KvlStatus multiply(const A &src1, Shape shape1, const B &src2, Shape
     const auto b = inBatch<D>(src2);
     const auto d = inBatch<D>(dst);
     const int w1 = shape1.width, h1 = shape1.height, w2 = shape2.width, h2 = shape2.height;
+    int done = 0;
     const auto square = [&](auto order) KVLM_INLINED {
         constexpr int n = order;
-        squareProducts<n, !(Begun >> n & 1)>(readAs<LetterA>(a, order), readAs<LetterB>(b, order),
-                                             readAs<'m'>(d, order), count.count);
+        const auto first = readAs<LetterA>(a, order);
+        const auto second = readAs<LetterB>(b, order);
+        const auto result = readAs<'m'>(d, order);
+        if (done < count.count)
+            squareProducts<n, !(Begun >> n & 1)>(first, second, result, done, count.count);
         return KvlStatus(kvlOk);
     };
     if constexpr ((Begun & threeByOr) != 0)
@@ -94,7 +114,10 @@ KVLM_INLINE KvlStatus multiply(const A &src1, Shape shape1, const B &src2, Shape
             productObjects<4, false>(anySteps(readAs<LetterA>(a, w1)), readAs<LetterB>(b, w2), d, 0, count.count);
             return kvlOk;
         }
-    return bySmallOrder(w1 == h1 && w1 == w2 && w1 == h2 ? w1 : 0, square, [&]() KVLM_INLINED {
+    const int n = w1 == h1 && w1 == w2 && w1 == h2 ? w1 : 0;
+    done = productsInGroups<Begun & upTo6>(readAs<LetterA>(a, n), readAs<LetterB>(b, n), readAs<'m'>(d, n), n,
+                                           count.count);
+    return bySmallOrder(n, square, [&]() KVLM_INLINED {
         const int width = LetterB == 'm' ? w2 : h2;
         anyProducts(readAs<LetterA>(a, w1), readAs<LetterB>(b, w2), readAs<'m'>(d, width), LetterA == 'm' ? h1 : w1,
                     LetterA == 'm' ? w1 : h1, width, count.count);

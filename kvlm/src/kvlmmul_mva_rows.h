@@ -24,8 +24,8 @@ inline KvlStatus multiplyVectorsByAlignment(const AdjacentMatrix &a, Shape shape
     for (int i = 0; i < count.count; ++i) {
         const int lead = leadOf(x.object(i));
         if (lead < 0)
-            multiplyVector<'m', Sum::quads>(a, shape, x.from(i, 1, nullptr), length, match, d.from(i, 1, nullptr),
-                                            Count(1));
+            multiplyVector<'m', Sum::quads>(a, shape, AdjacentVectors(x.object(i), x.objStride, {}, {}), length, match,
+                                            AdjacentResults(d.object(i), d.objStride, {}, {}), Count(1));
         else
             for (int r = 0; r < height; ++r)
                 Loose<float>::store(d.object(i) + r, lanedSum(a.view(0).at(r, 0), x.object(i), width, lead));

@@ -9,13 +9,13 @@ namespace kvlm {
 
 // Equal elements of neighbouring rows, of which each is in all lanes, as they stand beside the rests of the rows.
 template <int Rows>
-KVLM_INLINE Lanes<double> sideBySide(const Lanes<double> *x)
+KVLM_INLINE Lanes<double> besideEachOther(const Lanes<double> *x)
 {
     return Rows == 1 ? x[0] : Lanes<double>{_mm_shuffle_pd(x[0].v, x[1].v, 0)};
 }
 
 template <int Rows>
-KVLM_INLINE Lanes<float> sideBySide(const Lanes<float> *x)
+KVLM_INLINE Lanes<float> besideEachOther(const Lanes<float> *x)
 {
     if constexpr (Rows == 1)
         return x[0];
@@ -92,7 +92,7 @@ KVLM_INLINE void productRows(const Left &a, const Right &b, const View &d, int r
         if constexpr (Shape::left) {
 #pragma GCC unroll 3
             for (int i = 0; i < bundles; ++i)
-                accumulate<FromZero>(k, rest[i], sideBySide<together>(all + i * together) * row.rest);
+                accumulate<FromZero>(k, rest[i], besideEachOther<together>(all + i * together) * row.rest);
 #pragma GCC unroll 3
             for (int i = 0; i < single; ++i)
                 accumulate<FromZero>(k, rest[bundles + i], all[bundles * together + i] * row.rest);
@@ -177,7 +177,7 @@ struct Held<T, N, true> {
 // The objects of a batch from `first` on; a single factor is made once. In tables dst may be a source: settled, all of
 // an object is read before the first element is stored.
 template <int N, bool FromZero, class A, class B, class D>
-__attribute__((noinline)) void productObjects(const A &givenA, const B &givenB, const D &givenD, int first, int count)
+KVLM_NOINLINE void productObjects(const A &givenA, const B &givenB, const D &givenD, int first, int count)
 {
     using T = typename D::Element;
     using Factor = Held<T, N, D::isTable && rowsAtOnce<T, N, void, typename D::View>() < N>;

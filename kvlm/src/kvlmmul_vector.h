@@ -3,67 +3,26 @@
 #ifndef KVLMMUL_VECTOR_H
 #define KVLMMUL_VECTOR_H
 
-#include "kvlm_packed.h"
-#include "kvlm_rows.h"
-#include "kvlm_sums.h"
+#include "frame/layout.h"
+#include "frame/rows.h"
+#include "loops/sums.h"
 #include "kvlmmul_adjacent.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_limits.h"
 
 namespace kvlm {
 
-template <int N>
-KVLM_INLINE bool hasPackedObjects(NoTerm)
+KVLM_INLINE bool objectsPacked(NoTerm, int64_t)
 {
     return true;
 }
 
-template <int N>
-KVLM_INLINE NoTerm asPacked(NoTerm)
-{
-    return {};
-}
+// The order of the sums of adjacent elements, where it is not from the left.
+template <class T>
+constexpr Sum laneOrder = sizeof(T) == 4 ? Sum::quads : Sum::pairs;
 
-// The term of an object: nothing, or a vector's element.
-template <class E>
-struct TermOf {
-    E operand;
-
-    template <class V, int N>
-    KVLM_INLINE void addGroup(ptrdiff_t i, V (&y)[N]) const
-    {
-        V b[1][N];
-        loadVectors(operand, i, b);
-#pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-            y[r] = y[r] + b[0][r];
-    }
-    template <class T, int N>
-    KVLM_INLINE void addOne(ptrdiff_t i, T (&y)[N]) const
-    {
-        const auto view = viewOf(operand, i, N);
-#pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-            y[r] = y[r] + Loose<T>::load(view.at(0, r));
-    }
-};
-
-template <>
-struct TermOf<NoTerm> {
-    NoTerm operand;
-
-    template <class V, int N>
-    KVLM_INLINE void addGroup(ptrdiff_t, V (&)[N]) const
-    {
-    }
-    template <class T, int N>
-    KVLM_INLINE void addOne(ptrdiff_t, T (&)[N]) const
-    {
-    }
-};
-
-// y = op(a)*x of one object, or of a group.
-template <char Letter, Sum Order, class V, int N>
+// y = a*x of one object, or of a group.
+template <Sum Order, class V, int N>
 KVLM_INLINE void vectorSums(const V (&a)[N][N], const V (&x)[N], V (&y)[N])
 {
 #pragma GCC unroll 6
@@ -71,65 +30,101 @@ KVLM_INLINE void vectorSums(const V (&a)[N][N], const V (&x)[N], V (&y)[N])
         V p[N];
 #pragma GCC unroll 6
         for (int k = 0; k < N; ++k)
-            p[k] = (Letter == 'm' ? a[r][k] : a[k][r]) * x[k];
+            p[k] = a[r][k] * x[k];
         y[r] = sumOf<Order>(p, r);
     }
 }
 
-template <class T, int N, class X>
-KVLM_INLINE void loadNumbers(const X &x, ptrdiff_t i, T *v, int rows)
+template <class T, int N>
+KVLM_INLINE void addTerm(const T (&b)[N], T (&y)[N])
 {
-    const auto view = viewOf(x, i, N);
 #pragma GCC unroll 6
-    for (int r = 0; r < rows; ++r)
-#pragma GCC unroll 6
-        for (int c = 0; c < N; ++c)
-            v[r * N + c] = Loose<T>::load(view.at(r, c));
+    for (int r = 0; r < N; ++r)
+        y[r] = y[r] + b[r];
 }
 
-// A batch of order N, or one object.
-template <int N, char Letter, Sum Order, class A, class X, class E, class D>
-__attribute__((noinline)) KvlStatus vectorProducts(const A &givenA, const X &givenX, const E &givenTerm,
-                                                   const D &givenD, int count)
+template <class T, int N, class View>
+KVLM_INLINE void readVector(const View &view, int r, T (&v)[N])
 {
-    using T = typename D::Element;
-    using V = Lanes<T>;
-    const A a = givenA;
-    const X x = givenX;
-    const D d = givenD;
-    const TermOf<E> term = {givenTerm};
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        T matrix[N][N], vector[N], y[N];
-        loadNumbers<T, N>(a, i, matrix[0], N);
-        loadNumbers<T, N>(x, i, vector, 1);
-        vectorSums<Letter, Order>(matrix, vector, y);
-        term.addOne(i, y);
-        const auto view = viewOf(d, i, N);
 #pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-            Loose<T>::store(view.at(0, r), y[r]);
-    };
-    if constexpr (D::isSingle)
-        return one(0), kvlOk;
-    else {
-        V matrix[N][N], vector[1][N];
-        if constexpr (A::isSingle)
-            loadObject(a, 0, matrix);
-        if constexpr (X::isSingle)
-            loadObject(x, 0, vector);
-        return vectorsInGroups<N>(
-            d, count,
-            [&](ptrdiff_t i, V(&y)[1][N]) KVLM_INLINED {
-                if constexpr (!A::isSingle)
-                    loadObjects(a, i, matrix);
-                if constexpr (!X::isSingle)
-                    loadVectors(x, i, vector);
-                vectorSums<Letter, Order>(matrix, vector[0], y[0]);
-                term.addGroup(i, y[0]);
-            },
-            one);
-    }
+    for (int c = 0; c < N; ++c)
+        v[c] = Loose<T>::load(view.at(r, c));
 }
+
+// One object of order N.
+template <int N, Sum Order, class T>
+KVLM_NOINLINE void vectorProduct(const Objects<const T> &a, const Objects<const T> &x,
+                                             const Objects<const T> *term, const Objects<T> &d, ptrdiff_t i)
+{
+    withViews(
+        [&](const auto &matrix, const auto &vector, const auto &dst) KVLM_INLINED {
+            T m[N][N], v[N], y[N];
+#pragma GCC unroll 6
+            for (int r = 0; r < N; ++r)
+                readVector(matrix, r, m[r]);
+            readVector(vector, 0, v);
+            vectorSums<Order>(m, v, y);
+            if (term) {
+                T b[N];
+                withViews([&](const auto &view) KVLM_INLINED { readVector(view, 0, b); }, i, *term);
+                addTerm(b, y);
+            }
+#pragma GCC unroll 6
+            for (int r = 0; r < N; ++r)
+                Loose<T>::store(dst.at(0, r), y[r]);
+        },
+        i, a, x, d);
+}
+
+// A batch, one object per lane.
+template <int N, Sum Order, class T>
+KVLM_NOINLINE KvlStatus vectorProducts(const Objects<const T> &a, const Objects<const T> &x,
+                                                   const Objects<const T> *term, const Objects<T> &d, int count)
+{
+    using V = Lanes<T>;
+    const GroupSource<T, N, N> matrices(a);
+    const VectorSource<T, N> vectors(x), terms(term ? *term : x);
+    V matrix[N][N];
+    if (a.isSingle)
+        loadObject(a, 0, matrix);
+    return vectorsInGroups<N>(
+        d, count,
+        [&](ptrdiff_t i, V(&y)[1][N]) KVLM_INLINED {
+            V v[1][N];
+            if (!a.isSingle)
+                matrices.load(i, matrix);
+            vectors.load(i, v);
+            vectorSums<Order>(matrix, v[0], y[0]);
+            if (term) {
+                terms.load(i, v);
+                addTerm(v[0], y[0]);
+            }
+        },
+        [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order>(a, x, term, d, i); });
+}
+
+// Orders 3 to 6.
+template <Sum Order, class T>
+KVLM_NOINLINE KvlStatus productsInLanes(const Objects<const T> &a, const Objects<const T> &x,
+                                        const Objects<const T> *term, const Objects<T> &d, int n, int count)
+{
+    return bySmallOrder(
+        n,
+        [&](auto order) KVLM_INLINED {
+            if (d.isSingle)
+                return vectorProduct<order, Order>(a, x, term, d, 0), KvlStatus(kvlOk);
+            return vectorProducts<order, Order>(a, x, term, d, count);
+        },
+        []() KVLM_INLINED { return KvlStatus(kvlOk); });
+}
+
+// Compiled once, in kvlmmul_vector.cpp: for any strides, for adjacent elements.
+#define PRODUCTS_IN_LANES(linkage, T)                                                                                  \
+    linkage template KvlStatus productsInLanes<Sum::fromLeft>(const Objects<const T> &, const Objects<const T> &,      \
+                                                              const Objects<const T> *, const Objects<T> &, int, int); \
+    linkage template KvlStatus productsInLanes<laneOrder<T>>(const Objects<const T> &, const Objects<const T> &,       \
+                                                             const Objects<const T> *, const Objects<T> &, int, int);
+KVLM_FOR_ELEMENTS(PRODUCTS_IN_LANES, extern)
 
 // A vector operand as the columns of a matrix: one object, or all of a batch.
 template <class X>
@@ -137,9 +132,9 @@ KVLM_INLINE auto asColumn(const X &x, ptrdiff_t i)
 {
     using T = typename X::Element;
     if constexpr (X::isTable)
-        return EntryView<T, int, int>{x.table, static_cast<Offset>(x.shiftOf(i)), 1, 0};
+        return TableView<T, int, int>{x.table, static_cast<Offset>(x.shiftOf(i)), 1, 0};
     else
-        return View<T, decltype(x.elemStride), int>{x.object(i), x.elemStride, 0};
+        return View<T, int, int>{x.object(i), x.elemStride, 0};
 }
 
 KVLM_INLINE NoTerm asColumn(NoTerm, ptrdiff_t)
@@ -171,43 +166,76 @@ KVLM_INLINE void anyVectorProducts(const A &a, const X &x, const E &term, const 
         productGeneral<T>(anySteps(a).view(i), asColumn(x, i), asColumn(term, i), asColumn(d, i), height, inner, 1);
 }
 
-// dst = op(src1)*src2 + term, one or a batch.
+// How products of an order that is unrolled are worked: with one object per lane, as sums along the rows of a matrix, or
+// as rows by the columns of a matrix, which are in registers. Measured:
+//
+//   elements    matrices   read as   32f                 64f
+//   adjacent    one        m, t      columns             columns
+//   adjacent    an array   m         lanes, rows at 4    rows
+//   adjacent    an array   t         columns             columns
+//   any         any        m, t      lanes               lanes
+//
+// Packed vectors that share a matrix of adjacent elements are in lanes, but for order 4.
+enum class Way { lanes, rows, columns };
+
+template <class A>
+constexpr Way wayOf(char letter, int order)
+{
+    if (!hasAdjacentRows<A>())
+        return Way::lanes;
+    if (A::isSingle || letter == 't')
+        return Way::columns;
+    return sizeof(typename A::Element) == 4 && order != 4 ? Way::lanes : Way::rows;
+}
+
+// dst = op(src1)*src2 + term of order N, one or a batch.
+template <int N, char Letter, Sum Order, class A, class X, class E, class D>
+KVLM_INLINE void multiplyByWay(const A &src1, const X &src2, const E &term, const D &dst, int count)
+{
+    constexpr Way way = wayOf<A>(Letter, N);
+    constexpr bool hasTerm = !std::is_same_v<E, NoTerm>, vectorsShare = A::isSingle && !D::isSingle && !D::isList;
+    const auto inLanes = [&]() KVLM_INLINED {
+        const auto matrices = objectsOf(src1, N), a = Letter == 't' ? matrices.transposed() : matrices;
+        const auto x = objectsOf(src2, N);
+        const auto d = objectsOf(dst, N);
+        if constexpr (hasTerm) {
+            const auto b = objectsOf(term, N);
+            productsInLanes<Order>(a, x, &b, d, N, count);
+        } else
+            productsInLanes<Order, typename D::Element>(a, x, nullptr, d, N, count);
+    };
+    if constexpr (way == Way::lanes)
+        return inLanes();
+    else if constexpr (way == Way::rows)
+        return productsByRows<N, Order>(src1, src2, dst, count);
+    else {
+        if constexpr (vectorsShare && N != 4)
+            if (objectsPacked(src2, N) && objectsPacked(dst, N) && objectsPacked(term, N))
+                return inLanes();
+        const auto a = readAs<Letter == 'm' ? 't' : 'm'>(src1, N);
+        if (!A::isSingle && linesPacked(a, N, N))
+            adjacentProducts<N, Order>(withPackedLines<N>(a), src2, term, dst, count);
+        else
+            adjacentProducts<N, Order>(a, src2, term, dst, count);
+    }
+}
+
+// The same of any order.
 template <char Letter, Sum Order, class A, class X, class E, class D>
 KVLM_INLINE KvlStatus multiplyAndAdd(const A &src1, Shape shape, const X &src2, const E &term, const D &dst,
                                      Count count)
 {
     const int width = shape.width, height = shape.height;
-    const auto square = [&](auto order) KVLM_INLINED {
-        constexpr bool contiguous = A::View::adjacentInRows;
-        // Measured: but for order 4, rows of floats are better summed with an object in each lane, and so are packed
-        // vectors that share a matrix.
-        constexpr bool inLanes = !A::isSingle && Letter == 'm' && sizeof(typename D::Element) == 4 && order != 4;
-        if constexpr (contiguous && A::isSingle && !D::isSingle && !D::isList && order != 4)
-            if (hasPackedObjects<order>(src2) && hasPackedObjects<order>(term) && hasPackedObjects<order>(dst))
-                return vectorProducts<order, 'm', Order>(anySteps(readAs<Letter>(src1, width)), asPacked<order>(src2),
-                                                         asPacked<order>(term), asPacked<order>(dst), count.count);
-        if constexpr (contiguous && !inLanes && Letter == 'm' && !A::isSingle) {
-            productsByRows<order, Order>(src1, src2, dst, count.count);
+    return bySmallOrder(
+        width == height ? width : 0,
+        [&](auto order) KVLM_INLINED {
+            return multiplyByWay<order, Letter, Order>(src1, src2, term, dst, count.count), KvlStatus(kvlOk);
+        },
+        [&]() KVLM_INLINED {
+            anyVectorProducts(readAs<Letter>(src1, width), src2, term, dst, Letter == 'm' ? height : width,
+                              Letter == 'm' ? width : height, count.count);
             return KvlStatus(kvlOk);
-        } else if constexpr (contiguous && !inLanes) {
-            constexpr char transposed = Letter == 'm' ? 't' : 'm';
-            const auto a = readAs<transposed>(src1, width);
-            if (!A::isSingle && rowsPacked<order>(a))
-                adjacentProducts<order, Order>(withPackedRows<order>(a), src2, term, dst, count.count);
-            else
-                adjacentProducts<order, Order>(a, src2, term, dst, count.count);
-            return KvlStatus(kvlOk);
-        } else if constexpr (!A::isTable && !contiguous) // one instance for both letters
-            return vectorProducts<order, 'm', Order>(anySteps(readAs<Letter>(src1, width)), src2, term, dst,
-                                                     count.count);
-        else
-            return vectorProducts<order, Letter, Order>(src1, src2, term, dst, count.count);
-    };
-    return bySmallOrder(width == height ? width : 0, square, [&]() KVLM_INLINED {
-        anyVectorProducts(readAs<Letter>(src1, width), src2, term, dst, Letter == 'm' ? height : width,
-                          Letter == 'm' ? width : height, count.count);
-        return KvlStatus(kvlOk);
-    });
+        });
 }
 
 template <char Letter, Sum Order, class A, class X, class D>

@@ -3,7 +3,7 @@
 #ifndef KVLMQRBACKSUBST_H
 #define KVLMQRBACKSUBST_H
 
-#include "kvlm_reflectors.h"
+#include "loops/tall.h"
 
 namespace kvlm {
 
@@ -74,7 +74,7 @@ KVLM_INLINE auto rowsOf(const V *elements)
 
 // One copy of the code for all descriptions, one matrix for each right-hand side or for all.
 template <class V, int W, class Height>
-__attribute__((noinline)) void solveAnew(const V *a, Height height, V *b)
+KVLM_NOINLINE void solveAnew(const V *a, Height height, V *b)
 {
     V beta[W];
     reflectorFactors(rowsOf<V, W>(a), height, beta);
@@ -82,26 +82,27 @@ __attribute__((noinline)) void solveAnew(const V *a, Height height, V *b)
 }
 
 template <class V, int W, class Height>
-__attribute__((noinline)) void solvePrepared(const V *a, const V *beta, Height height, V *b)
+KVLM_NOINLINE void solvePrepared(const V *a, const V *beta, Height height, V *b)
 {
     reflectAndSubstitute(rowsOf<V, W>(a), beta, height, b);
 }
 
-// The system of one object
-template <class Width, class Height, class A, class B, class D>
-KVLM_INLINE void qrSolveObject(const A &a, const B &b, const D &d, Width width, Height height, ptrdiff_t i)
+// System i. A single matrix is that of all systems.
+template <class Width, class Height, class T>
+KVLM_NOINLINE void qrSolveObject(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                             Width width, Height height, ptrdiff_t i)
 {
-    using V = Lanes<typename D::Element>;
+    using V = Lanes<T>;
     V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
-    loadObject(a, i, int(height), int(width), factor);
-    loadObject(asColumn(b), i, height, Fixed<1>(), x);
+    loadObject(a, i, height, width, factor);
+    loadObject(b, i, 1, height, x);
     knowingWidth(width, [&](auto w) KVLM_INLINED { solveAnew<V, w>(factor, height, x); });
-    storeObject(asColumn(d), i, width, Fixed<1>(), x);
+    storeObject(d, i, 1, width, x);
 }
 
 // All other shapes, one system
 template <class A, class B, class D, class T>
-__attribute__((noinline)) void qrSolveGeneral(const A &factor, const B &b, const D &d, T *work, TallShape shape)
+KVLM_NOINLINE void qrSolveGeneral(const A &factor, const B &b, const D &d, T *work, TallShape shape)
 {
     const int width = shape.width, height = shape.height;
     const auto a = [&](int i, int j) KVLM_INLINED { return get(factor.at(i, j)); };
@@ -130,17 +131,14 @@ __attribute__((noinline)) void qrSolveGeneral(const A &factor, const B &b, const
 }
 
 // One matrix, many right-hand sides
-template <class Width, class Height, class A, class B, class D>
-__attribute__((noinline)) KvlStatus qrVectors(const A &a, const B &givenB, const D &givenD, Width width, Height height,
-                                              int count)
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b,
+                                              const Objects<T> &d, Width width, Height height, int count)
 {
-    using T = typename D::Element;
     using V = Lanes<T>;
-    const auto b = asColumn(givenB);
-    const auto d = asColumn(givenD);
     V factor[capacity<Height, Width>];
-    loadObject(a, 0, int(height), int(width), factor);
-    const ObjectsApart<T> apart(d, width, 1);
+    loadObject(a, 0, height, width, factor);
+    const GroupsApart<T> apart(d, 1, width);
     V beta[lanesWidth], x[capacity<Height, Fixed<1>>];
     knowingWidth(width, [&](auto w) KVLM_INLINED { reflectorFactors(rowsOf<V, w>(factor), height, beta); });
     const auto solve = [&]() KVLM_INLINED {
@@ -149,43 +147,39 @@ __attribute__((noinline)) KvlStatus qrVectors(const A &a, const B &givenB, const
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
+            if (!apart(i))
                 return false;
-            moveObjects<Load, Whole>(b, i, height, Fixed<1>(), x);
+            moveObjects<Load, Whole>(b, i, oneRow(height), height, static_cast<V *>(x));
             solve();
-            moveObjects<Store, Whole>(d, i, width, Fixed<1>(), x);
+            moveObjects<Store, Whole>(d, i, oneRow(width), width, static_cast<const V *>(x));
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
-            loadObject(b, i, height, Fixed<1>(), x);
+            loadObject(b, i, 1, height, x);
             solve();
-            storeObject(d, i, width, Fixed<1>(), x);
+            storeObject(d, i, 1, width, x);
             return KvlStatus(kvlOk);
         });
 }
 
 // A matrix for each right-hand side
-template <class Width, class Height, class A, class B, class D>
-__attribute__((noinline)) KvlStatus qrSystems(const A &givenA, const B &givenB, const D &givenD, Width width,
-                                              Height height, int count)
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b,
+                                              const Objects<T> &d, Width width, Height height, int count)
 {
-    using T = typename D::Element;
-    const A a = givenA;
-    const B b = givenB;
-    const D d = givenD;
     constexpr int registers = registersFor<Height>;
     using V = Several<T, registers>;
-    const ObjectsApart<T, Whole, registers> apart(asColumn(d), width, 1);
+    const GroupsApart<T, Whole, registers> apart(d, 1, width);
     return inWideGroups<T, registers>(
         count,
         [&](ptrdiff_t i, int parts) KVLM_INLINED {
-            if (!apart(d, i, parts))
+            if (!apart(i, parts))
                 return false;
             V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
-            loadParts<Whole>(a, i, parts, movedSize<A>(height), movedSize<A>(width), factor);
-            loadParts<Whole>(asColumn(b), i, parts, height, Fixed<1>(), x);
+            loadParts(a, i, parts, height, width, factor);
+            loadParts(b, i, parts, oneRow(height), height, x);
             knowingWidth(width, [&](auto w) KVLM_INLINED { solveAnew<V, w>(factor, height, x); });
-            storeParts<Whole>(asColumn(d), i, parts, width, Fixed<1>(), x);
+            storeParts(d, i, parts, oneRow(width), width, x);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
@@ -194,42 +188,32 @@ __attribute__((noinline)) KvlStatus qrSystems(const A &givenA, const B &givenB, 
         });
 }
 
-template <class A, class B, class D, class T>
-KVLM_INLINE KvlStatus qrSolveAll(const A &a, bool oneMatrix, const B &b, const D &d, T *work, TallShape shape,
-                                 int count)
-{
-    const int width = shape.width, height = shape.height;
-    for (ptrdiff_t i = 0; i < count; ++i)
-        qrSolveGeneral(viewOf(a, oneMatrix ? 0 : i, width), viewOf(b, i, height), viewOf(d, i, width), work, shape);
-    return kvlOk;
-}
-
-template <class A, class B, class D, class T>
-KVLM_INLINE KvlStatus qrSolve(const A &a, Buffer<T> buffer, const B &b, const D &d, TallShape shape)
+template <class T>
+KVLM_NOINLINE KvlStatus qrSolveObjects(const Objects<const T> &a, T *work, const Objects<const T> &b,
+                                                   const Objects<T> &d, TallShape shape, int count)
 {
     return byTallShape(
         shape,
         [&](auto width, auto height) KVLM_INLINED {
-            qrSolveObject(a, b, d, width, height, 0);
-            return KvlStatus(kvlOk);
+            if (count == 1)
+                return qrSolveObject(a, b, d, width, height, 0), KvlStatus(kvlOk);
+            return a.isSingle ? qrVectors(a, b, d, width, height, count) : qrSystems(a, b, d, width, height, count);
         },
-        [&]() KVLM_INLINED { return qrSolveAll(a, true, b, d, buffer.base, shape, 1); });
+        [&]() KVLM_INLINED {
+            for (ptrdiff_t i = 0; i < count; ++i)
+                withViews([&](const auto &factor, const auto &src, const auto &dst)
+                              KVLM_INLINED { qrSolveGeneral(factor, src, dst, work, shape); },
+                          i, a, b, d);
+            return KvlStatus(kvlOk);
+        });
 }
 
 template <class A, class B, class D, class T>
-KVLM_INLINE KvlStatus qrSolveVectors(const A &a, Buffer<T> buffer, const B &b, const D &d, TallShape shape, Count count)
+KVLM_INLINE KvlStatus qrSolve(const A &a, Buffer<T> buffer, const B &b, const D &d, TallShape shape,
+                              Count count = Count(1))
 {
-    return byTallShape(
-        shape, [&](auto width, auto height) KVLM_INLINED { return qrVectors(a, b, d, width, height, count.count); },
-        [&]() KVLM_INLINED { return qrSolveAll(a, true, b, d, buffer.base, shape, count.count); });
-}
-
-template <class A, class B, class D, class T>
-KVLM_INLINE KvlStatus qrSolveBatch(const A &a, Buffer<T> buffer, const B &b, const D &d, TallShape shape, Count count)
-{
-    return byTallShape(
-        shape, [&](auto width, auto height) KVLM_INLINED { return qrSystems(a, b, d, width, height, count.count); },
-        [&]() KVLM_INLINED { return qrSolveAll(a, false, b, d, buffer.base, shape, count.count); });
+    return qrSolveObjects(objectsOf(a, shape.width), buffer.base, objectsOf(b, shape.height),
+                          objectsOf(d, shape.width), shape, count.count);
 }
 
 KVLM_INLINE int qrVectorsWork(unsigned width, unsigned height, unsigned count)
@@ -243,6 +227,11 @@ KVLM_INLINE int qrSystemsWork(unsigned width, unsigned height, unsigned count)
 }
 
 constexpr Limits qrSolveLimits = {2800, 2800, 1800, 1800, 1800};
+
+// Compiled once, in kvlmqrbacksubst_mava.cpp.
+#define QR_SOLVERS(linkage, T) \
+    linkage template KvlStatus qrSolveObjects(const Objects<const T> &, T *, const Objects<const T> &, const Objects<T> &, TallShape, int);
+KVLM_FOR_ELEMENTS(QR_SOLVERS, extern)
 
 } // namespace kvlm
 

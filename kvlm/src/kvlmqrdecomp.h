@@ -2,7 +2,7 @@
 #ifndef KVLMQRDECOMP_H
 #define KVLMQRDECOMP_H
 
-#include "kvlm_reflectors.h"
+#include "loops/tall.h"
 
 namespace kvlm {
 
@@ -20,7 +20,7 @@ struct Reflector {
 // take each step before any takes the next: so the roots and divisions of one are hidden behind the sums of the others.
 // The number of columns that were reflected: all, or those before one in which an object is zero to working precision.
 template <class V, int W, class Height>
-__attribute__((noinline)) int reflectKnown(V *elements, int groups, Height given)
+KVLM_NOINLINE int reflectKnown(V *elements, int groups, Height given)
 {
     using T = typename NumberTraits<V>::Element;
     const int height = given;
@@ -104,19 +104,20 @@ KVLM_INLINE bool reflectColumns(V *a, int groups, Width width, Height height)
 }
 
 // What a failure leaves of the columns from the failing one on is stored too.
-template <class Width, class Height, class S, class D>
-KVLM_INLINE KvlStatus reflectObject(const S &s, const D &d, Width width, Height height, ptrdiff_t i)
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus reflectObject(const Objects<const T> &s, const Objects<T> &d, Width width,
+                                                  Height height, ptrdiff_t i)
 {
-    Lanes<typename D::Element> a[capacity<Height, Width>];
-    loadObject(s, i, int(height), int(width), a);
+    Lanes<T> a[capacity<Height, Width>];
+    loadObject(s, i, height, width, a);
     const bool complete = reflectColumns(a, 1, width, height);
-    storeObject(d, i, int(height), int(width), a);
+    storeObject(d, i, height, width, a);
     return complete ? kvlOk : kvlErrZeroDivisor;
 }
 
 // All other shapes
 template <class Src, class Dst, class T>
-__attribute__((noinline)) KvlStatus reflectInPlace(const Src &src, const Dst &dst, T *v, TallShape shape)
+KVLM_NOINLINE KvlStatus reflectInPlace(const Src &src, const Dst &dst, T *v, TallShape shape)
 {
     const int width = shape.width, height = shape.height;
     const auto a = [&](int i, int j) KVLM_INLINED { return get(dst.at(i, j)); };
@@ -152,61 +153,60 @@ __attribute__((noinline)) KvlStatus reflectInPlace(const Src &src, const Dst &ds
     return kvlOk;
 }
 
-template <class Width, class Height, class S, class D>
-__attribute__((noinline)) KvlStatus reflectBatch(const S &givenS, const D &givenD, Width width, Height height,
-                                                 int count)
+template <class T>
+KVLM_INLINE KvlStatus reflectGeneral(const Objects<const T> &s, const Objects<T> &d, T *buffer, TallShape shape,
+                                     ptrdiff_t i)
 {
-    using T = typename D::Element;
-    const S s = givenS;
-    const D d = givenD;
+    return withViews(
+        [&](const auto &src, const auto &dst) KVLM_INLINED { return reflectInPlace(src, dst, buffer, shape); }, i, s, d);
+}
+
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width,
+                                                 Height height, int count)
+{
     constexpr int most = isFixed<Height> ? mostGroups : tallGroups, lanes = Lanes<T>::count;
     Lanes<T> a[most * capacity<Height, Width>];
-    const ObjectsApart<T, Whole, most> apart(d, height, width);
-    const ObjectsApart<T> apartInGroup(d, height, width);
+    const GroupsApart<T, Whole, most> apart(d, height, width);
+    const GroupsApart<T> apartInGroup(d, height, width);
     return inWideGroups<T, most>(
         count,
         [&](ptrdiff_t first, int groups) KVLM_INLINED {
-            if (!(groups > 1 ? apart(d, first, groups) : apartInGroup(d, first)))
+            if (!(groups > 1 ? apart(first, groups) : apartInGroup(first)))
                 return false;
             const auto each = [&](auto move) KVLM_INLINED {
 #pragma GCC unroll 1
                 for (int g = 0; g < groups; ++g)
                     move(first + g * lanes, a + ptrdiff_t(g) * height * width);
             };
-            each([&](ptrdiff_t i, Lanes<T> *to)
-                     KVLM_INLINED { moveObjects<Load, Whole>(s, i, movedSize<S>(height), movedSize<S>(width), to); });
+            each([&](ptrdiff_t i, Lanes<T> *to) KVLM_INLINED { moveObjects<Load, Whole>(s, i, height, width, to); });
             if (!reflectColumns(a, groups, width, height))
                 return false;
-            each([&](ptrdiff_t i, Lanes<T> *from) KVLM_INLINED {
-                moveObjects<Store, Whole>(d, i, movedSize<D>(height), movedSize<D>(width), from);
-            });
+            each([&](ptrdiff_t i, const Lanes<T> *from)
+                     KVLM_INLINED { moveObjects<Store, Whole>(d, i, height, width, from); });
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED { return reflectObject(s, d, width, height, i); });
 }
 
-template <class S, class T, class D>
-KVLM_INLINE KvlStatus qrDecomp(const S &s, Buffer<T> buffer, const D &d, TallShape shape)
+template <class T>
+KVLM_NOINLINE KvlStatus reflectObjects(const Objects<const T> &s, const Objects<T> &d, T *buffer,
+                                                   TallShape shape, int count)
 {
     return byTallShape(
-        shape, [&](auto width, auto height) KVLM_INLINED { return reflectObject(s, d, width, height, 0); },
+        shape,
+        [&](auto width, auto height) KVLM_INLINED {
+            return count == 1 ? reflectObject(s, d, width, height, 0) : reflectBatch(s, d, width, height, count);
+        },
         [&]() KVLM_INLINED {
-            return reflectInPlace(viewOf(s, 0, shape.width), viewOf(d, 0, shape.width), buffer.base, shape);
+            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED { return reflectGeneral(s, d, buffer, shape, i); });
         });
 }
 
-template <class S, class T, class D>
-KVLM_INLINE KvlStatus qrDecompBatch(const S &s, Buffer<T> buffer, const D &d, TallShape shape, Count count)
+template <class S, class D, class T>
+KVLM_INLINE KvlStatus qrDecomp(const S &s, Buffer<T> buffer, const D &d, TallShape shape, Count count = Count(1))
 {
-    return byTallShape(
-        shape, [&](auto width, auto height) KVLM_INLINED { return reflectBatch(s, d, width, height, count.count); },
-        [&]() KVLM_INLINED {
-            for (ptrdiff_t i = 0; i < count.count; ++i)
-                if (const KvlStatus status =
-                        reflectInPlace(viewOf(s, i, shape.width), viewOf(d, i, shape.width), buffer.base, shape))
-                    return status;
-            return KvlStatus(kvlOk);
-        });
+    return reflectObjects(objectsOf(s, shape.width), objectsOf(d, shape.width), buffer.base, shape, count.count);
 }
 
 KVLM_INLINE int qrWork(unsigned width, unsigned height, unsigned count)
@@ -215,6 +215,11 @@ KVLM_INLINE int qrWork(unsigned width, unsigned height, unsigned count)
 }
 
 constexpr Limits qrLimits = {2800, 2800, 1800, 1800, 1800};
+
+// Compiled once, in kvlmqrdecomp_ma.cpp.
+#define QR_DECOMPOSITIONS(linkage, T) \
+    linkage template KvlStatus reflectObjects(const Objects<const T> &, const Objects<T> &, T *, TallShape, int);
+KVLM_FOR_ELEMENTS(QR_DECOMPOSITIONS, extern)
 
 } // namespace kvlm
 

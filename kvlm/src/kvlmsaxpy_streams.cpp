@@ -1,6 +1,6 @@
 // Adjacent vectors as one stream of elements, beside a vector that repeats: `block` holds one period of it. No function
 // of the library calls these.
-#include "kvlm_sums.h"
+#include "loops/sums.h"
 #include "kvlmlcomb.h"
 
 using namespace kvlm;

@@ -1,5 +1,5 @@
 // Sub: an array of vectors and an array of vectors. Drivers: standard, _P and _L of each member.
-#include "kvlm_rows.h"
+#include "frame/rows.h"
 
 using namespace kvlm;
 

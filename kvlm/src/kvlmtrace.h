@@ -2,8 +2,8 @@
 #ifndef KVLMTRACE_H
 #define KVLMTRACE_H
 
-#include "kvlm_innerproducts.h"
-#include "kvlm_rows.h"
+#include "loops/inner_products.h"
+#include "frame/rows.h"
 
 namespace kvlm {
 
@@ -20,7 +20,7 @@ KVLM_INLINE V sumOfDiagonal(Order n, Element e)
 }
 
 template <class Order, class S, class T>
-__attribute__((noinline)) KvlStatus traces(const S &givenS, Order n, T *dst, int count)
+KVLM_NOINLINE KvlStatus traces(const S &givenS, Order n, T *dst, int count)
 {
     const S s = givenS;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
@@ -29,7 +29,7 @@ __attribute__((noinline)) KvlStatus traces(const S &givenS, Order n, T *dst, int
         return KvlStatus(kvlOk);
     };
     if constexpr (!S::isSingle && !S::isList)
-        if (sideBySide(s))
+        if (inPlanes(s))
             return inGroups<T>(
                 count,
                 [&](ptrdiff_t i) KVLM_INLINED {
@@ -45,7 +45,7 @@ __attribute__((noinline)) KvlStatus traces(const S &givenS, Order n, T *dst, int
 }
 
 template <class S, class T>
-KVLM_INLINE KvlStatus trace(const S &src, Length length, Runs<T> dst, Count count = Count(1))
+KVLM_INLINE KvlStatus trace(const S &src, Length length, PerObject<T> dst, Count count = Count(1))
 {
     const int n = length.length;
     return bySmallOrder(
@@ -60,7 +60,7 @@ KVLM_INLINE int traceWork(unsigned n, unsigned count)
 
 } // namespace kvlm
 
-#define TRACE_M(X, D, T)  X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_RUNS(T, dst, 1)
-#define TRACE_MA(X, D, T) X##_MA_##D(const T, src), X##_LENGTH(widthHeight), X##_RUNS(T, dst, 1), X##_COUNT
+#define TRACE_M(X, D, T)  X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_PER_OBJECT(T, dst, 1)
+#define TRACE_MA(X, D, T) X##_MA_##D(const T, src), X##_LENGTH(widthHeight), X##_PER_OBJECT(T, dst, 1), X##_COUNT
 
 #endif

@@ -4,9 +4,9 @@
 #ifndef KVLMTRANSPOSE_H
 #define KVLMTRANSPOSE_H
 
-#include "kvlm_groups.h"
-#include "kvlm_moves.h"
-#include "kvlm_rows.h"
+#include "lanes/batches.h"
+#include "loops/moves.h"
+#include "frame/rows.h"
 
 // Routines for one matrix of adjacent elements, strides in bytes: the first blocks it and chooses one of the next two,
 // which transpose `rows` rows of the source, with ordinary stores or past the cache. The last is for 8-byte elements.
@@ -83,7 +83,7 @@ KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int w
 }
 
 template <int columns, class T>
-__attribute__((noinline)) void transposeInStrips(const Transposition<T> &x, int width, int rows)
+KVLM_NOINLINE void transposeInStrips(const Transposition<T> &x, int width, int rows)
 {
     const auto [c, r] = transposeStrips<columns>(x, width, rows);
     if (r < rows)
@@ -145,8 +145,8 @@ KVLM_INLINE KvlStatus transposeAdjacent(const S &s, Shape n, const D &d, Count c
             const auto columns = s.withSteps(Unit<const T>(), s.rowStride);
             constexpr int line = order * sizeof(T);
             if (s.rowStride == line && d.rowStride == line)
-                objects<T>(First(), withPackedLines<line>(columns), withPackedLines<line>(columns),
-                           withPackedLines<line>(d), order, order, count.count);
+                objects<T>(First(), withPackedLines<order>(columns), withPackedLines<order>(columns),
+                           withPackedLines<order>(d), order, order, count.count);
             else
                 objects<T>(First(), columns, columns, d, order, order, count.count);
             return KvlStatus(kvlOk);
@@ -162,8 +162,8 @@ KVLM_INLINE KvlStatus transposeAdjacent(const S &s, Shape n, const D &d, Count c
 template <class S, class D>
 KVLM_INLINE KvlStatus transposeAny(const S &s, Shape n, const D &d, Count count = Count(1))
 {
-    const auto source = movable(s, n.width);
-    const auto result = movable(d, n.height);
+    const auto source = wide(s, n.width);
+    const auto result = wide(d, n.height);
     if (!D::isTable || (n.width == n.height && n.width >= 3 && n.width <= 6))
         move(transposed(source), result, {n.height, n.width, count.count});
     else

@@ -1,7 +1,7 @@
 // The driver machine with what no member on matrices needs: scratch of each thread, runs of results, failing kernels.
 #include "../runtime/fake_runtime.h"
 
-#include "kvlm_rows.h"
+#include "frame/rows.h"
 
 #include "kvlcore.h"
 

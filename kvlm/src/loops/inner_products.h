@@ -1,8 +1,9 @@
 // Sums of products of two operands over their elements, ascending: of one object, or of a batch in lanes.
-#ifndef KVLM_INNERPRODUCTS_H
-#define KVLM_INNERPRODUCTS_H
+#ifndef KVLM_LOOPS_INNER_PRODUCTS_H
+#define KVLM_LOOPS_INNER_PRODUCTS_H
 
-#include "kvlm_groups.h"
+#include "frame/layout.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -15,7 +16,7 @@ KVLM_INLINE auto elementsAt(const X &x, ptrdiff_t i, int width, int r, int c)
     const auto place = [&](ptrdiff_t l) KVLM_INLINED { return viewOf(x, i + l, width).at(r, c); };
     if constexpr (X::isSingle)
         return V::all(get(place(0)));
-    else if (sideBySide(x))
+    else if (inPlanes(x))
         return V::load(place(0));
     else
         return gather(groupOf<E>(place));
@@ -84,7 +85,7 @@ KVLM_INLINE T innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int h
 
 // The same of a batch, finished by `root`.
 template <class Root, class A, class B, class T, class Width>
-__attribute__((noinline)) KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height,
+KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height,
                                                   int count)
 {
     constexpr int lanes = Lanes<T>::count, most = 4;

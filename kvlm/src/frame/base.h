@@ -1,6 +1,6 @@
 // What every source of the library starts from: the public types, inlining, sizes known to the compiler, addresses.
-#ifndef KVLM_BASE_H
-#define KVLM_BASE_H
+#ifndef KVLM_FRAME_BASE_H
+#define KVLM_FRAME_BASE_H
 
 #include "kvlm.h"
 
@@ -12,6 +12,7 @@
 #include <utility>
 
 #define KVLM_INLINE  inline __attribute__((always_inline))
+#define KVLM_NOINLINE __attribute__((noinline)) // one copy for all callers
 #define KVLM_INLINED __attribute__((always_inline)) // behind the parameters of a lambda
 
 namespace kvlm {
@@ -50,6 +51,36 @@ KVLM_INLINE void eachIndex(int n, Body body)
     for (int i = 0; i < n; ++i)
         body(i);
 }
+
+// So many elements are worth a local copy of what says where they lie, or of themselves.
+constexpr int smallObject = 36;
+
+KVLM_INLINE constexpr bool isSmall(int width, int height)
+{
+    return static_cast<int64_t>(width) * height <= smallObject;
+}
+
+// small(n) for the orders that are unrolled, general() for all others.
+template <class Small, class General>
+KVLM_INLINE auto bySmallOrder(int n, Small small, General general)
+{
+    switch (n) {
+    case 3:
+        return small(Fixed<3>());
+    case 4:
+        return small(Fixed<4>());
+    case 5:
+        return small(Fixed<5>());
+    case 6:
+        return small(Fixed<6>());
+    default:
+        return general();
+    }
+}
+
+// Templates that are compiled once for all members: INSTANCES(linkage, T) declares those of an element type, in the
+// family's header with `extern`, in one of its sources without linkage.
+#define KVLM_FOR_ELEMENTS(INSTANCES, linkage) INSTANCES(linkage, float) INSTANCES(linkage, double)
 
 // The stride of adjacent elements.
 template <class T>

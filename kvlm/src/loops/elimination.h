@@ -1,9 +1,9 @@
 // Gaussian elimination on a copy of a matrix in the caller's buffer, for the orders that have no closed form.
-#ifndef KVLM_ELIMINATION_H
-#define KVLM_ELIMINATION_H
+#ifndef KVLM_LOOPS_ELIMINATION_H
+#define KVLM_LOOPS_ELIMINATION_H
 
-#include "kvlm_lanes.h"
-#include "kvlm_operand.h"
+#include "lanes/lanes.h"
+#include "frame/operand.h"
 
 namespace kvlm {
 

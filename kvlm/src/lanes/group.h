@@ -1,10 +1,10 @@
 // Groups of objects, one per lane: runs of adjacent elements, elements side by side and elements anywhere, between
 // memory and registers.
-#ifndef KVLM_GROUP_RUNS_H
-#define KVLM_GROUP_RUNS_H
+#ifndef KVLM_LANES_GROUP_H
+#define KVLM_LANES_GROUP_H
 
-#include "kvlm_lanes.h"
-#include "kvlm_operand.h"
+#include "lanes/shuffles.h"
+#include "frame/operand.h"
 
 namespace kvlm {
 
@@ -134,16 +134,6 @@ KVLM_INLINE void scatter(Lanes<double> v, const Group<double> &g)
     v.scatter(g.p[0], g.p[1]);
 }
 
-// Whether equal elements of the objects are adjacent: then they fill a register as they are.
-template <class X>
-KVLM_INLINE bool sideBySide(const X &x)
-{
-    if constexpr (X::isList)
-        return false;
-    else
-        return x.objStride == static_cast<int>(sizeof(typename X::Element));
-}
-
 // A column of an array of rows.
 template <class Rows, class Columns>
 struct ColumnOf {
@@ -160,6 +150,14 @@ struct Load {
     static KVLM_INLINE void runs(const Group<const T> &g, Fixed<N>, V v)
     {
         loadRuns<N>(g.p, v);
+    }
+    // Packed vectors.
+    template <int N, class T>
+    static KVLM_INLINE void vectors(const T *p, Fixed<N>, Lanes<T> *v)
+    {
+        auto &x = *reinterpret_cast<Lanes<T>(*)[N]>(v);
+        loadRegisters(p, x);
+        sortElements(x);
     }
     template <class T>
     static KVLM_INLINE void plane(const T *p, Lanes<T> &v)
@@ -178,6 +176,16 @@ struct Store {
     static KVLM_INLINE void runs(const Group<T> &g, Fixed<N>, V v)
     {
         storeRuns<N>(g.p, v);
+    }
+    template <int N, class T>
+    static KVLM_INLINE void vectors(T *p, Fixed<N>, const Lanes<T> *v)
+    {
+        Lanes<T> x[N];
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            x[k] = v[k];
+        packElements(x);
+        storeRegisters(p, x);
     }
     template <class T>
     static KVLM_INLINE void plane(T *p, Lanes<T> v)

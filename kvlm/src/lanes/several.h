@@ -1,9 +1,9 @@
 // The number type of several registers: that many times as many objects, one per lane, whose latencies overlap. It pays
 // where each object is a long chain of roots, divisions and sums.
-#ifndef KVLM_SEVERAL_H
-#define KVLM_SEVERAL_H
+#ifndef KVLM_LANES_SEVERAL_H
+#define KVLM_LANES_SEVERAL_H
 
-#include "kvlm_lanes.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

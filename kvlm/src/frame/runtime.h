@@ -1,6 +1,6 @@
 // The entry points of the OpenMP runtime that the drivers call.
-#ifndef KVLM_RUNTIME_H
-#define KVLM_RUNTIME_H
+#ifndef KVLM_FRAME_RUNTIME_H
+#define KVLM_FRAME_RUNTIME_H
 
 #include <stddef.h>
 

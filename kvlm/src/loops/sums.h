@@ -1,9 +1,9 @@
 // The orders in which products are summed. They are settled, kernel by kernel: each says which lanes of a register once
 // held the partial sums.
-#ifndef KVLM_SUMS_H
-#define KVLM_SUMS_H
+#ifndef KVLM_LOOPS_SUMS_H
+#define KVLM_LOOPS_SUMS_H
 
-#include "kvlm_lanes.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

@@ -1,11 +1,104 @@
-// Batches of packed vectors of 3 to 6 elements: a group of them fills as many registers, and shuffles sort the
-// elements.
-#ifndef KVLM_PACKED_H
-#define KVLM_PACKED_H
+// Elements that change places between registers.
+#ifndef KVLM_LANES_SHUFFLES_H
+#define KVLM_LANES_SHUFFLES_H
 
-#include "kvlm_groups.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
+
+// Keeps what was loaded in registers: gcc would rather load the halves from memory a second time, at twice the cost.
+template <int N>
+KVLM_INLINE void wholeRegisters(Lanes<double> (&v)[N])
+{
+#pragma GCC unroll 16
+    for (int k = 0; k < N; ++k)
+        asm("" : "+x"(v[k].v));
+}
+
+// Register R of a run of objects of N elements each, every element the number of its object, which x has lane by lane.
+template <int N, int R>
+KVLM_INLINE Lanes<float> spread(Lanes<float> x)
+{
+    constexpr auto object = [](int lane) { return (R * 4 + lane) / N; };
+    return {_mm_shuffle_ps(x.v, x.v, _MM_SHUFFLE(object(3), object(2), object(1), object(0)))};
+}
+
+template <int N, int R>
+KVLM_INLINE Lanes<double> spread(Lanes<double> x)
+{
+    return {_mm_shuffle_pd(x.v, x.v, (R * 2) / N | (R * 2 + 1) / N << 1)};
+}
+
+// Rows become columns.
+KVLM_INLINE void transpose(Lanes<float> (&row)[4])
+{
+    _MM_TRANSPOSE4_PS(row[0].v, row[1].v, row[2].v, row[3].v);
+}
+
+KVLM_INLINE void transpose(Lanes<double> (&row)[2])
+{
+    wholeRegisters(row);
+    const __m128d first = row[0].v;
+    row[0].v = _mm_unpacklo_pd(first, row[1].v);
+    row[1].v = _mm_unpackhi_pd(first, row[1].v);
+}
+
+// A packed matrix of odd order N, its elements in registers one behind the other, rows become columns. The last element
+// is in none of them: it stays where it is.
+KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
+{
+    const __m128 first = v[0].v, second = v[1].v;
+    const __m128 ends = _mm_shuffle_ps(second, first, _MM_SHUFFLE(0, 1, 0, 2));
+    const __m128 starts = _mm_shuffle_ps(first, second, _MM_SHUFFLE(0, 1, 0, 2));
+    v[0].v = _mm_shuffle_ps(first, ends, _MM_SHUFFLE(2, 0, 3, 0));
+    v[1].v = _mm_shuffle_ps(second, starts, _MM_SHUFFLE(2, 0, 3, 0));
+}
+
+// Four elements of a run of registers, by their places in it: two pairs, each of which may be in one register.
+template <int A, int B>
+KVLM_INLINE __m128 pairOf(const Lanes<float> *x)
+{
+    if constexpr (A / 4 == B / 4)
+        return x[A / 4].v;
+    else
+        return _mm_shuffle_ps(x[A / 4].v, x[B / 4].v, A % 4 | B % 4 << 4);
+}
+
+template <int A, int B, int C, int D>
+KVLM_INLINE Lanes<float> fourOf(const Lanes<float> *x)
+{
+    constexpr auto lanesOfPair = [](int a, int b) { return a / 4 == b / 4 ? a % 4 | b % 4 << 2 : 2 << 2; };
+    return {_mm_shuffle_ps(pairOf<A, B>(x), pairOf<C, D>(x), lanesOfPair(A, B) | lanesOfPair(C, D) << 4)};
+}
+
+// The same of several packed matrices in a row.
+template <int N, size_t... K>
+KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
+{
+    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
+    const Lanes<double> x[] = {v[K]...};
+    ((v[K].v = _mm_shuffle_pd(x[source(2 * K) / 2].v, x[source(2 * K + 1) / 2].v,
+                              source(2 * K) % 2 | source(2 * K + 1) % 2 << 1)),
+     ...);
+}
+
+template <int N, size_t... K>
+KVLM_INLINE void transposePacked(Lanes<float> *v, std::index_sequence<K...>)
+{
+    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
+    const Lanes<float> x[] = {v[K]...};
+    ((v[K] = fourOf<source(4 * K), source(4 * K + 1), source(4 * K + 2), source(4 * K + 3)>(x)), ...);
+}
+
+template <class T, int N, int Registers>
+KVLM_INLINE void transposePacked(Lanes<T> (&v)[Registers], Fixed<N>)
+{
+    if constexpr (sizeof(T) == 8)
+        wholeRegisters(v);
+    transposePacked<N>(v, std::make_index_sequence<Registers>());
+}
+
+// ---- Packed vectors of N elements, as many as a register has lanes, in N registers
 
 // Element j of each object, from registers that hold the objects one behind the other.
 template <int N, int J>
@@ -115,44 +208,6 @@ KVLM_INLINE void packElements(Lanes<T> (&x)[N])
         x[r] = packed[r];
 }
 
-// A batch that is known to be packed.
-template <class T, int N>
-using PackedVectors = Strided<T, Fixed<N * sizeof(T)>, None, Unit<T>>;
-
-template <class X>
-constexpr bool isPackedVectors = false;
-template <class T, int N>
-constexpr bool isPackedVectors<Strided<T, Fixed<N>, None, Unit<T>>> = true;
-
-// A single vector is packed in any case.
-template <int N, class X>
-KVLM_INLINE bool hasPackedObjects(const X &x)
-{
-    if constexpr (!hasAdjacentRows<X>() || X::isList)
-        return false;
-    else
-        return X::isSingle || x.objStride == N * static_cast<int>(sizeof(typename X::Element));
-}
-
-template <int N, class X>
-KVLM_INLINE auto asPacked(const X &x)
-{
-    if constexpr (X::isSingle)
-        return x;
-    else
-        return PackedVectors<typename X::Element, N>(x.base, {}, {}, {});
-}
-
-// f(x...), with types that say so if the vectors of N elements are packed in all of them.
-template <int N, class F, class... X>
-KVLM_INLINE auto knowingPackedVectors(F f, const X &...x)
-{
-    if constexpr ((hasAdjacentRows<X>() && ...) && !(X::isList || ...))
-        if ((hasPackedObjects<N>(x) && ...))
-            return f(asPacked<N>(x)...);
-    return f(x...);
-}
-
 template <class T, int N>
 KVLM_INLINE void loadRegisters(const T *p, Lanes<T> (&v)[N])
 {
@@ -161,51 +216,12 @@ KVLM_INLINE void loadRegisters(const T *p, Lanes<T> (&v)[N])
         v[r] = Lanes<T>::load(p + r * Lanes<T>::count);
 }
 
-// The vectors from object i on, one in each lane; a single one in all.
-template <class X, class T, int N>
-KVLM_INLINE void loadVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][N])
+template <class T, int N>
+KVLM_INLINE void storeRegisters(T *p, const Lanes<T> (&v)[N])
 {
-    if constexpr (isPackedVectors<X>) {
-        loadRegisters(x.object(i), v[0]);
-        sortElements(v[0]);
-    } else if constexpr (X::isSingle)
-        loadObject(x, 0, v);
-    else
-        loadObjects(x, i, v);
-}
-
-template <class X, class T, int N>
-KVLM_INLINE void storeVectors(const X &x, ptrdiff_t i, Lanes<T> (&v)[1][N])
-{
-    if constexpr (isPackedVectors<X>) {
-        packElements(v[0]);
 #pragma GCC unroll 6
-        for (int r = 0; r < N; ++r)
-            v[0][r].store(x.object(i) + r * Lanes<T>::count);
-    } else
-        storeObjects(x, i, v);
-}
-
-// Vectors of N elements, a group at a time: compute(i, x) makes those of a group, one(i) makes and stores one.
-template <int N, class D, class Compute, class One>
-KVLM_INLINE KvlStatus vectorsInGroups(const D &d, int count, Compute compute, One one)
-{
-    using T = typename D::Element;
-    const Apart<1, N, T> apart(d);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(d, i))
-                return false;
-            Lanes<T> x[1][N];
-            compute(i, x);
-            storeVectors(d, i, x);
-            return true;
-        },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            one(i);
-            return KvlStatus(kvlOk);
-        });
+    for (int r = 0; r < N; ++r)
+        v[r].store(p + r * Lanes<T>::count);
 }
 
 } // namespace kvlm

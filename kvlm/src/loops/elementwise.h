@@ -2,23 +2,13 @@
 //
 // Each element is op of two elements and nothing else, so the order of work is free as far as the destination overlaps
 // nothing. Where destination objects overlap each other, they are written one after the other, ascending.
-#ifndef KVLM_ELEMENTWISE_H
-#define KVLM_ELEMENTWISE_H
+#ifndef KVLM_LOOPS_ELEMENTWISE_H
+#define KVLM_LOOPS_ELEMENTWISE_H
 
-#include "kvlm_strided.h"
-#include "kvlm_table.h"
+#include "loops/strided.h"
+#include "loops/table.h"
 
 namespace kvlm {
-
-template <char Letter, class X>
-KVLM_INLINE auto readAs(const X &x)
-{
-    static_assert(Letter == 'm' || Letter == 't');
-    if constexpr (Letter == 't')
-        return x.withSteps(x.elemStride, x.rowStride);
-    else
-        return x;
-}
 
 // dst = op(A, B), A and B read as their letters say.
 template <char LetterA, char LetterB, class Op, class A, class B, class D>
@@ -28,9 +18,9 @@ KVLM_INLINE KvlStatus elementwiseBy(Op op, const A &a, const B &b, const D &d, S
     if constexpr (D::isTable)
         tables<T, LetterA, LetterB>(op, a, b, d, shape.width, shape.height, count.count);
     else if constexpr (D::View::adjacentInRows)
-        contiguous<T>(op, readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+        contiguous<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width, shape.height, count.count);
     else
-        strided<T>(op, readAs<LetterA>(a), readAs<LetterB>(b), d, shape.width, shape.height, count.count);
+        strided<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width, shape.height, count.count);
     return kvlOk;
 }
 

@@ -1,9 +1,9 @@
 // Element-wise work on one object: runs of adjacent elements, tiles of registers, and any other strides.
-#ifndef KVLM_RUNS_H
-#define KVLM_RUNS_H
+#ifndef KVLM_LOOPS_RUNS_H
+#define KVLM_LOOPS_RUNS_H
 
-#include "kvlm_lanes.h"
-#include "kvlm_operand.h"
+#include "lanes/shuffles.h"
+#include "frame/layout.h"
 
 namespace kvlm {
 
@@ -89,18 +89,12 @@ KVLM_INLINE void run(Op op, A a, B b, T *d, Fixed<N>)
         put(d + N - 1, op(elementAt(a, N - 1), elementAt(b, N - 1)));
 }
 
-// Fewer objects than this are not worth a run over the objects.
-constexpr int worthLines = 4;
+// Fewer objects than this are not worth work plane by plane.
+constexpr int worthPlanes = 4;
 
-template <class X>
-KVLM_INLINE bool objectsAdjacent(const X &x)
-{
-    return X::isSingle || x.objStride == static_cast<int>(sizeof(typename X::Element));
-}
-
-// What an operand contributes to the run over the objects at one position.
+// The plane that begins at an element, as the source of a run.
 template <class T, class X>
-KVLM_INLINE auto lineOf(const X &, T *first)
+KVLM_INLINE auto planeOf(const X &, T *first)
 {
     if constexpr (X::isSingle)
         return Same<std::remove_const_t<T>>{get(first)};
@@ -243,18 +237,9 @@ KVLM_INLINE void object(Op op, const A &a, const B &b, const D &d, W width, H he
 template <class F>
 KVLM_INLINE void bySquareOrder(int width, int height, F f)
 {
-    if (width == height)
-        switch (width) {
-        case 3:
-            return f(Fixed<3>(), Fixed<3>());
-        case 4:
-            return f(Fixed<4>(), Fixed<4>());
-        case 5:
-            return f(Fixed<5>(), Fixed<5>());
-        case 6:
-            return f(Fixed<6>(), Fixed<6>());
-        }
-    f(width, height);
+    bySmallOrder(
+        width == height ? width : 0, [&](auto order) KVLM_INLINED { f(order, order); },
+        [&]() KVLM_INLINED { f(width, height); });
 }
 
 } // namespace kvlm

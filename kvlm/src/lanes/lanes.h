@@ -1,10 +1,10 @@
 // The number type of a whole register: four 32f or two 64f, one rounded operation on all of them at once.
 //
 // The only place with processor intrinsics, hand-scheduled routines apart. Loads and stores ask for no alignment.
-#ifndef KVLM_LANES_H
-#define KVLM_LANES_H
+#ifndef KVLM_LANES_LANES_H
+#define KVLM_LANES_LANES_H
 
-#include "kvlm_base.h"
+#include "frame/base.h"
 
 #include <emmintrin.h>
 #include <utility>
@@ -244,98 +244,6 @@ KVLM_INLINE double squareRoot(double a)
 KVLM_INLINE float roughReciprocalRoot(float a)
 {
     return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a)));
-}
-
-// Keeps what was loaded in registers: gcc would rather load the halves from memory a second time, at twice the cost.
-template <int N>
-KVLM_INLINE void wholeRegisters(Lanes<double> (&v)[N])
-{
-#pragma GCC unroll 16
-    for (int k = 0; k < N; ++k)
-        asm("" : "+x"(v[k].v));
-}
-
-// Register R of a run of objects of N elements each, every element the number of its object, which x has lane by lane.
-template <int N, int R>
-KVLM_INLINE Lanes<float> spread(Lanes<float> x)
-{
-    constexpr auto object = [](int lane) { return (R * 4 + lane) / N; };
-    return {_mm_shuffle_ps(x.v, x.v, _MM_SHUFFLE(object(3), object(2), object(1), object(0)))};
-}
-
-template <int N, int R>
-KVLM_INLINE Lanes<double> spread(Lanes<double> x)
-{
-    return {_mm_shuffle_pd(x.v, x.v, (R * 2) / N | (R * 2 + 1) / N << 1)};
-}
-
-// Rows become columns.
-KVLM_INLINE void transpose(Lanes<float> (&row)[4])
-{
-    _MM_TRANSPOSE4_PS(row[0].v, row[1].v, row[2].v, row[3].v);
-}
-
-KVLM_INLINE void transpose(Lanes<double> (&row)[2])
-{
-    wholeRegisters(row);
-    const __m128d first = row[0].v;
-    row[0].v = _mm_unpacklo_pd(first, row[1].v);
-    row[1].v = _mm_unpackhi_pd(first, row[1].v);
-}
-
-// A packed matrix of odd order N, its elements in registers one behind the other, rows become columns. The last element
-// is in none of them: it stays where it is.
-KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
-{
-    const __m128 first = v[0].v, second = v[1].v;
-    const __m128 ends = _mm_shuffle_ps(second, first, _MM_SHUFFLE(0, 1, 0, 2));
-    const __m128 starts = _mm_shuffle_ps(first, second, _MM_SHUFFLE(0, 1, 0, 2));
-    v[0].v = _mm_shuffle_ps(first, ends, _MM_SHUFFLE(2, 0, 3, 0));
-    v[1].v = _mm_shuffle_ps(second, starts, _MM_SHUFFLE(2, 0, 3, 0));
-}
-
-// Four elements of a run of registers, by their places in it: two pairs, each of which may be in one register.
-template <int A, int B>
-KVLM_INLINE __m128 pairOf(const Lanes<float> *x)
-{
-    if constexpr (A / 4 == B / 4)
-        return x[A / 4].v;
-    else
-        return _mm_shuffle_ps(x[A / 4].v, x[B / 4].v, A % 4 | B % 4 << 4);
-}
-
-template <int A, int B, int C, int D>
-KVLM_INLINE Lanes<float> fourOf(const Lanes<float> *x)
-{
-    constexpr auto lanesOfPair = [](int a, int b) { return a / 4 == b / 4 ? a % 4 | b % 4 << 2 : 2 << 2; };
-    return {_mm_shuffle_ps(pairOf<A, B>(x), pairOf<C, D>(x), lanesOfPair(A, B) | lanesOfPair(C, D) << 4)};
-}
-
-// The same of several packed matrices in a row.
-template <int N, size_t... K>
-KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
-{
-    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
-    const Lanes<double> x[] = {v[K]...};
-    ((v[K].v = _mm_shuffle_pd(x[source(2 * K) / 2].v, x[source(2 * K + 1) / 2].v,
-                              source(2 * K) % 2 | source(2 * K + 1) % 2 << 1)),
-     ...);
-}
-
-template <int N, size_t... K>
-KVLM_INLINE void transposePacked(Lanes<float> *v, std::index_sequence<K...>)
-{
-    constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
-    const Lanes<float> x[] = {v[K]...};
-    ((v[K] = fourOf<source(4 * K), source(4 * K + 1), source(4 * K + 2), source(4 * K + 3)>(x)), ...);
-}
-
-template <class T, int N, int Registers>
-KVLM_INLINE void transposePacked(Lanes<T> (&v)[Registers], Fixed<N>)
-{
-    if constexpr (sizeof(T) == 8)
-        wholeRegisters(v);
-    transposePacked<N>(v, std::make_index_sequence<Registers>());
 }
 
 } // namespace kvlm

@@ -1,10 +1,10 @@
 // Element-wise work on a batch of strided or listed operands: dst(i, r, c) = op(A(i, r, c), B(i, r, c)).
 //
 // Settled: only objects have an order. Which element of one object is written first depends on the loop that is taken.
-#ifndef KVLM_STRIDED_H
-#define KVLM_STRIDED_H
+#ifndef KVLM_LOOPS_STRIDED_H
+#define KVLM_LOOPS_STRIDED_H
 
-#include "kvlm_runs.h"
+#include "loops/runs.h"
 
 #include <limits.h>
 
@@ -40,21 +40,12 @@ struct LocalCopy {
     }
 };
 
-template <class X>
-KVLM_INLINE bool objectsPacked(const X &x, int64_t elements)
-{
-    if constexpr (X::isList)
-        return false;
-    else
-        return X::isSingle || x.objStride == elements * static_cast<int64_t>(sizeof(typename X::Element));
-}
-
 // The loop over objects, a function of its own for each shape: it has the registers for itself.
 //
 // Operands come by reference and are copied here: passed by value, their fields would be stored one by one and loaded
 // again as whole registers, which stalls.
 template <class T, class Op, class A, class B, class D, class W, class H>
-__attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
+KVLM_NOINLINE void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
                                        int count)
 {
     const A a = givenA;
@@ -85,27 +76,6 @@ __attribute__((noinline)) void objects(Op op, const A &givenA, const B &givenB, 
     }
 }
 
-// The same operand with its lines packed behind each other, as the compiler then knows.
-template <int Bytes, class X>
-KVLM_INLINE auto withPackedLines(const X &x)
-{
-    if constexpr (X::View::adjacentInRows)
-        return x.withSteps(Fixed<Bytes>(), x.elemStride);
-    else
-        return x.withSteps(x.rowStride, Fixed<Bytes>());
-}
-
-template <class X>
-KVLM_INLINE bool linesPacked(const X &x, int width, int height)
-{
-    constexpr int64_t size = sizeof(typename X::Element);
-    return X::View::adjacentInRows ? height == 1 || x.rowStride == width * size
-                                   : width == 1 || x.elemStride == height * size;
-}
-
-// A single operand of at most this many elements is worth a packed copy of its own.
-constexpr int smallObject = 36;
-
 // A packed copy of a small single operand, made once for the batch.
 template <class T>
 struct PackedCopy {
@@ -125,11 +95,6 @@ struct PackedCopy {
     Strided<const T, None, int, Unit<const T>> operand() const { return {elements, {}, rowStride, {}}; }
 };
 
-KVLM_INLINE bool isSmall(int width, int height)
-{
-    return static_cast<int64_t>(width) * height <= smallObject;
-}
-
 // ---- Elements adjacent in rows or columns ------------------------------------------------------------------------
 
 // A packed batch of objects of N elements with a single one of as many, which is repeated so often that it fills whole
@@ -138,7 +103,7 @@ template <class T, int N>
 constexpr int patternCopies = N % Lanes<T>::count == 0 ? 2 : Lanes<T>::count;
 
 template <class T, bool SingleFirst, int N, class Op>
-__attribute__((noinline)) void patternRuns(Op op, const T *single, const T *array, T *d, int count)
+KVLM_NOINLINE void patternRuns(Op op, const T *single, const T *array, T *d, int count)
 {
     constexpr int copies = patternCopies<T, N>;
     alignas(16) T pattern[N * copies];
@@ -195,11 +160,10 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
                         return patternRuns<T, false, order * order>(op, b.base, a.base, d.base, count);
                 }
             if (packed) {
-                constexpr int line = order * sizeof(T);
                 if constexpr (rowsOnly)
                     return objects<T>(op, a, b, d, Fixed<order * order>(), Fixed<1>(), count);
                 else
-                    return objects<T>(op, withPackedLines<line>(a), withPackedLines<line>(b), withPackedLines<line>(d),
+                    return objects<T>(op, withPackedLines<order>(a), withPackedLines<order>(b), withPackedLines<order>(d),
                                       w, h, count);
             }
         }
@@ -227,16 +191,8 @@ KVLM_INLINE bool byAdjacency(const X &x, int width, int height, F f)
     return false;
 }
 
-// Whether the runs of d over the objects, one at each position, lie apart.
-template <class T, class D>
-KVLM_INLINE bool positionsDisjoint(const D &d, int width, int height, int count)
-{
-    const int64_t run = count * static_cast<int64_t>(sizeof(T)), row = d.rowStride, elem = d.elemStride;
-    return (elem >= run && row >= elem * width) || (row >= run && elem >= row * height);
-}
-
 template <class T, class Op, class A, class B, class D>
-__attribute__((noinline)) void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height,
+KVLM_NOINLINE void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height,
                                        int count)
 {
     const A a = givenA;
@@ -244,17 +200,16 @@ __attribute__((noinline)) void strided(Op op, const A &givenA, const B &givenB, 
     const D d = givenD;
     constexpr int adjacent = sizeof(T);
     if constexpr (!D::isList && !D::isSingle)
-        if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
-            positionsDisjoint<T>(d, width, height, count)) {
+        if (count >= worthPlanes && inPlanes(a) && inPlanes(b) && inPlanes(d) &&
+            planesApart(d, {width, height, count})) {
             for (int r = 0; r < height; ++r)
                 for (int c = 0; c < width; ++c)
-                    run<T>(op, lineOf(a, a.view(0).at(r, c)), lineOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
+                    run<T>(op, planeOf(a, a.view(0).at(r, c)), planeOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
                            static_cast<ptrdiff_t>(count));
             return;
         }
     if (d.rowStride == adjacent && d.elemStride != adjacent)
-        return strided<T>(op, a.withSteps(a.elemStride, a.rowStride), b.withSteps(b.elemStride, b.rowStride),
-                          d.withSteps(d.elemStride, d.rowStride), height, width, count);
+        return strided<T>(op, transposed(a), transposed(b), transposed(d), height, width, count);
     if (d.elemStride == adjacent && byAdjacency<T>(a, width, height, [&](const auto &typedA) KVLM_INLINED {
             return byAdjacency<T>(b, width, height, [&](const auto &typedB) KVLM_INLINED {
                 contiguous<T>(op, typedA, typedB, d.withSteps(d.rowStride, Unit<T>()), width, height, count);

@@ -1,10 +1,10 @@
 // What the QR decomposition and its solver share: matrices with at least as many rows as columns, worked in lanes as
 // far as they are small.
-#ifndef KVLM_REFLECTORS_H
-#define KVLM_REFLECTORS_H
+#ifndef KVLM_LOOPS_TALL_H
+#define KVLM_LOOPS_TALL_H
 
-#include "kvlm_groups.h"
-#include "kvlm_rows.h"
+#include "lanes/batches.h"
+#include "frame/rows.h"
 
 namespace kvlm {
 
@@ -32,17 +32,14 @@ constexpr int registersFor<Fixed<3>> = 4;
 template <>
 constexpr int registersFor<Fixed<4>> = 3;
 
-// How many rows or columns are moved: where elements are not adjacent a loop will do for the larger orders.
-template <class X, class Size>
-KVLM_INLINE auto movedSize(Size size)
+// A vector is moved as a row, of a length that is known or not.
+template <class Length>
+KVLM_INLINE auto oneRow(Length)
 {
-    if constexpr (isFixed<Size>)
-        if constexpr (size > 4 && !hasAdjacentRows<X>())
-            return int(size);
-        else
-            return size;
+    if constexpr (isFixed<Length>)
+        return Fixed<1>();
     else
-        return size;
+        return 1;
 }
 
 // small(width, height) for those, both known for the square orders 3 to 6 and none for others; general() for the rest.

@@ -2,18 +2,17 @@
 //
 // Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
 //   null(), strides(), shifts(), sizeFault(), matchFault(), countFault()   for the checks
-//   objectStrides(), innerStrides()   the strides apart, for families that check them apart; several(): more than one
+//   objectStrides(), innerStrides()   the strides apart, for families that check them apart; moreThanOne(): more than one object
 //   adjacent()              whether its elements lie behind one another, true where that means nothing
-//   args(), plainArgs()     its arguments, with and without the element stride
-//   from(first, count, scratch)   the same part of a chunk that begins at object `first`
-//   fits(first)             whether that chunk's arguments still fit their types
+//   lastStart()             the last object at which a chunk may begin, so that its arguments fit their types
 //   scratchBytes()          what one thread of a team needs in place of the caller's buffer
-#ifndef KVLM_OPERAND_H
-#define KVLM_OPERAND_H
+#ifndef KVLM_FRAME_OPERAND_H
+#define KVLM_FRAME_OPERAND_H
 
-#include "kvlm_base.h"
+#include "frame/base.h"
 
-#include <tuple>
+#include <algorithm>
+#include <limits.h>
 #include <type_traits>
 
 namespace kvlm {
@@ -47,23 +46,6 @@ KVLM_INLINE Bits shiftBits(int shift)
     return {static_cast<unsigned>(shift), 0, sizeof(T) - 1};
 }
 
-// The argument that a stride is in a list: one int, or none.
-KVLM_INLINE std::tuple<int> argOf(int stride)
-{
-    return {stride};
-}
-
-KVLM_INLINE std::tuple<> argOf(None)
-{
-    return {};
-}
-
-template <class T>
-KVLM_INLINE std::tuple<> argOf(Unit<T>)
-{
-    return {};
-}
-
 // The neutral answers.
 struct Part {
     static constexpr bool isSingle = false, isTable = false, isList = false, isSource = false;
@@ -76,9 +58,9 @@ struct Part {
     bool sizeFault() const { return false; }
     bool matchFault() const { return false; }
     bool countFault() const { return false; }
-    bool several() const { return false; }
+    bool moreThanOne() const { return false; }
     bool adjacent() const { return true; }
-    bool fits(ptrdiff_t) const { return true; }
+    int lastStart() const { return INT_MAX; }
     size_t scratchBytes() const { return 0; }
 };
 
@@ -96,6 +78,19 @@ struct View {
     {
         return moved(base, steps(r, rowStride) + steps(c, elemStride));
     }
+};
+
+// The same of a table, whose strides count entries.
+template <class T, class Row = int, class Elem = Fixed<1>>
+struct TableView {
+    static constexpr bool adjacentInRows = false, adjacentInColumns = false;
+
+    T *const *table;
+    Offset shift;
+    Row rowStride;
+    Elem elemStride;
+
+    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const { return moved(table[r * rowStride + c * elemStride], shift); }
 };
 
 // Standard description: base pointer and byte strides. Obj and Row are int or None, Elem is int or Unit<T>.
@@ -120,9 +115,6 @@ struct Strided : Part {
     Bits innerStrides() const { return strideBits<T>(rowStride) | strideBits<T>(elemStride); }
     Bits strides() const { return objectStrides() | innerStrides(); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
-    auto plainArgs() const { return std::tuple_cat(std::tuple<T *>(base), argOf(objStride), argOf(rowStride)); }
-    auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
-    Strided from(int first, int, void *) const { return {object(first), objStride, rowStride, elemStride}; }
 
     T *object(ptrdiff_t i) const { return moved(base, steps(i, objStride)); }
     View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
@@ -132,9 +124,6 @@ struct Strided : Part {
         return {base, objStride, row, elem};
     }
 };
-
-template <class T>
-struct TableView;
 
 // Pointer description: a table with one pointer per element position of object 0, a shift, and for arrays objStride.
 template <class T, class Obj>
@@ -152,15 +141,12 @@ struct Table : Part {
     Bits objectStrides() const { return strideBits<T>(objStride); }
     Bits strides() const { return objectStrides(); }
     Bits shifts() const { return shiftBits<T>(shift); }
-    auto args() const { return std::tuple_cat(std::tuple<T *const *, int>(table, shift), argOf(objStride)); }
-    auto plainArgs() const { return args(); }
-    Table from(int first, int, void *) const
+    int lastStart() const
     {
-        return {table, wrapped(unsigned(shift) + unsigned(first) * unsigned(int(objStride))), objStride};
-    }
-    bool fits(ptrdiff_t first) const
-    {
-        return sizeof(ptrdiff_t) == sizeof(int) || shiftOf(first) == static_cast<int>(shiftOf(first));
+        if (sizeof(ptrdiff_t) == sizeof(int) || objStride == 0)
+            return INT_MAX;
+        const int64_t room = int64_t(objStride > 0 ? INT_MAX : INT_MIN) - shift;
+        return static_cast<int>(std::min<int64_t>(room / objStride, INT_MAX));
     }
 
     ptrdiff_t shiftOf(ptrdiff_t i) const
@@ -192,9 +178,6 @@ struct List : Part {
     Bits strides() const { return innerStrides(); }
     Bits shifts() const { return shiftBits<T>(shift); }
     bool adjacent() const { return elemStride == static_cast<int>(sizeof(T)); }
-    auto plainArgs() const { return std::tuple_cat(std::tuple<T *const *, int>(list, shift), argOf(rowStride)); }
-    auto args() const { return std::tuple_cat(plainArgs(), argOf(elemStride)); }
-    List from(int first, int, void *) const { return {list + first, shift, rowStride, elemStride}; }
 
     T *object(ptrdiff_t i) const { return moved(list[i], static_cast<Offset>(shift)); }
     View view(ptrdiff_t i) const { return {object(i), rowStride, elemStride}; }
@@ -213,24 +196,12 @@ struct StridesUnchecked : X {
     Bits strides() const { return {}; }
 };
 
-// One object of a table, `width` elements a row.
-template <class T>
-struct TableView {
-    static constexpr bool adjacentInRows = false, adjacentInColumns = false;
-
-    T *const *table;
-    Offset shift;
-    int width;
-
-    KVLM_INLINE T *at(ptrdiff_t r, ptrdiff_t c) const { return moved(table[r * width + c], shift); }
-};
-
 // Object i of a matrix operand: at(r, c) is where an element lies.
 template <class X>
 KVLM_INLINE auto viewOf(const X &x, ptrdiff_t i, int width)
 {
     if constexpr (X::isTable)
-        return TableView<typename X::Element>{x.table, static_cast<Offset>(x.shiftOf(i)), width};
+        return TableView<typename X::Element>{x.table, static_cast<Offset>(x.shiftOf(i)), width, {}};
     else
         return x.view(i);
 }
@@ -265,9 +236,6 @@ struct Shape : Part {
     Shape(int width, int height) : width(width), height(height) {}
 
     bool sizeFault() const { return width < 1 || height < 1; }
-    auto args() const { return std::tuple<int, int>(width, height); }
-    auto plainArgs() const { return args(); }
-    Shape from(int, int, void *) const { return *this; }
 };
 
 // The sizes of a matrix that must have at least as many rows as columns.
@@ -275,7 +243,6 @@ struct TallShape : Shape {
     using Shape::Shape;
 
     bool matchFault() const { return width > height; }
-    TallShape from(int, int, void *) const { return *this; }
 };
 
 struct Length : Part {
@@ -284,9 +251,6 @@ struct Length : Part {
     explicit Length(int length) : length(length) {}
 
     bool sizeFault() const { return length < 1; }
-    auto args() const { return std::tuple<int>(length); }
-    auto plainArgs() const { return args(); }
-    Length from(int, int, void *) const { return *this; }
 };
 
 // No argument of its own: whether the sizes of two operands fit together.
@@ -296,9 +260,6 @@ struct SizeMatch : Part {
     explicit SizeMatch(bool matched) : matched(matched) {}
 
     bool matchFault() const { return !matched; }
-    auto args() const { return std::tuple<>(); }
-    auto plainArgs() const { return args(); }
-    SizeMatch from(int, int, void *) const { return *this; }
 };
 
 // A constant, passed by value. An array of constants needs no class of its own: it is an array of vectors of one
@@ -308,10 +269,6 @@ struct Constant : Part {
     T value;
 
     explicit Constant(T value) : value(value) {}
-
-    auto args() const { return std::tuple<T>(value); }
-    auto plainArgs() const { return args(); }
-    Constant from(int, int, void *) const { return *this; }
 };
 
 struct Count : Part {
@@ -320,24 +277,18 @@ struct Count : Part {
     explicit Count(int count) : count(count) {}
 
     bool countFault() const { return count < 1; }
-    bool several() const { return count > 1; }
-    auto args() const { return std::tuple<int>(count); }
-    auto plainArgs() const { return args(); }
-    Count from(int, int chunk, void *) const { return Count(chunk); }
+    bool moreThanOne() const { return count > 1; }
 };
 
-// A plain array with a run of `perObject` entries for each object: scalar results, eigenvalues, pivots.
+// A plain array with `perObject` entries for each object: scalar results, eigenvalues, pivots.
 template <class T>
-struct Runs : Part {
+struct PerObject : Part {
     T *base;
     int perObject;
 
-    Runs(T *base, int perObject) : base(base), perObject(perObject) {}
+    PerObject(T *base, int perObject) : base(base), perObject(perObject) {}
 
     bool null() const { return base == nullptr; }
-    auto args() const { return std::tuple<T *>(base); }
-    auto plainArgs() const { return args(); }
-    Runs from(int first, int, void *) const { return {base + static_cast<ptrdiff_t>(first) * perObject, perObject}; }
 };
 
 // The caller's scratch, which every thread of a team replaces by a piece of its own.
@@ -349,23 +300,19 @@ struct Buffer : Part {
     Buffer(T *base, size_t elements) : base(base), elements(elements) {}
 
     bool null() const { return base == nullptr; }
-    auto args() const { return std::tuple<T *>(base); }
-    auto plainArgs() const { return args(); }
-    Buffer from(int, int, void *scratch) const { return {scratch ? static_cast<T *>(scratch) : base, elements}; }
     size_t scratchBytes() const { return elements * sizeof(T); }
 };
 
-// A call of a function with the arguments of all parts.
-template <class Function, class... Parts>
-KVLM_INLINE KvlStatus callWithAll(Function *function, const Parts &...parts)
+// Object `first` of an array, and the shift of the table or list from it on.
+template <class T>
+KVLM_INLINE T *objectFrom(T *base, int first, int objStride)
 {
-    return std::apply(function, std::tuple_cat(parts.args()...));
+    return moved(base, steps(first, objStride));
 }
 
-template <class Function, class... Parts>
-KVLM_INLINE KvlStatus callPlain(Function *function, const Parts &...parts)
+KVLM_INLINE int shiftFrom(int shift, int first, int objStride)
 {
-    return std::apply(function, std::tuple_cat(parts.plainArgs()...));
+    return wrapped(unsigned(shift) + unsigned(first) * unsigned(objStride));
 }
 
 } // namespace kvlm

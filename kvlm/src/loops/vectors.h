@@ -4,11 +4,12 @@
 // Each element is op of two numbers, so the order of work is free, with two exceptions: single vectors are worked
 // ascending where dst overlaps a source ahead of it, and of destination objects that overlap each other the later one
 // is written last.
-#ifndef KVLM_VECTORS_H
-#define KVLM_VECTORS_H
+#ifndef KVLM_LOOPS_VECTORS_H
+#define KVLM_LOOPS_VECTORS_H
 
-#include "kvlm_groups.h"
-#include "kvlm_table.h"
+#include "frame/work.h"
+#include "lanes/batches.h"
+#include "loops/table.h"
 
 namespace kvlm {
 
@@ -60,63 +61,56 @@ KVLM_INLINE auto runOf(const Each<X> &x, ptrdiff_t i)
     return Same<decltype(x.of(i))>{x.of(i)};
 }
 
-// Element j of all objects as the source of a run, for objects side by side.
+// Element j of all objects as the source of a run, for objects in planes.
 template <class X>
-KVLM_INLINE auto lineAt(const X &x, ptrdiff_t j)
+KVLM_INLINE auto planeAt(const X &x, ptrdiff_t j)
 {
-    return lineOf(x, viewOf(x, 0, 1).at(0, j));
+    return planeOf(x, viewOf(x, 0, 1).at(0, j));
 }
 
 template <class T>
-KVLM_INLINE Same<T> lineAt(const Constant<T> &x, ptrdiff_t)
+KVLM_INLINE Same<T> planeAt(const Constant<T> &x, ptrdiff_t)
 {
     return {x.value};
 }
 
 template <class X>
-KVLM_INLINE auto lineAt(const Each<X> &x, ptrdiff_t)
+KVLM_INLINE auto planeAt(const Each<X> &x, ptrdiff_t)
 {
     return x.constants.object(0);
 }
 
 template <class T>
-KVLM_INLINE bool objectsAdjacent(const Constant<T> &)
+KVLM_INLINE bool inPlanes(const Constant<T> &)
 {
     return true;
 }
 
 template <class X>
-KVLM_INLINE bool objectsAdjacent(const Each<X> &x)
+KVLM_INLINE bool inPlanes(const Each<X> &x)
 {
-    return objectsAdjacent(x.constants);
-}
-
-// Whether objects of n adjacent elements lie behind one another; a single vector or number is no obstacle.
-template <class X>
-KVLM_INLINE bool isPacked(const X &x, int n)
-{
-    return X::isSingle || x.objStride == n * static_cast<int64_t>(sizeof(typename X::Element));
+    return inPlanes(x.constants);
 }
 
 template <class T>
-KVLM_INLINE bool isPacked(const Constant<T> &, int)
+KVLM_INLINE bool objectsPacked(const Constant<T> &, int64_t)
 {
     return true;
 }
 
 template <class X>
-KVLM_INLINE bool isPacked(const Each<X> &, int)
+KVLM_INLINE bool objectsPacked(const Each<X> &, int64_t)
 {
     return true;
 }
 
 // Whether a packed batch is one run to an operand.
 template <class X>
-constexpr bool isOneRun = !X::isSingle;
+constexpr bool isRunWhenPacked = !X::isSingle;
 template <class T>
-constexpr bool isOneRun<Constant<T>> = true;
+constexpr bool isRunWhenPacked<Constant<T>> = true;
 template <class X>
-constexpr bool isOneRun<Each<X>> = false;
+constexpr bool isRunWhenPacked<Each<X>> = false;
 
 // ---- Packed objects of 3 to 6 elements ---------------------------------------------------------------------------
 
@@ -130,7 +124,7 @@ struct PackedGroup {
 
 // What an operand contributes to a group: register r of the group from object i on is of(i).at(r).
 template <class T, int N, class X>
-struct GroupSource { // an array
+struct PatternSource { // an array
     struct Group {
         const T *p;
 
@@ -138,15 +132,15 @@ struct GroupSource { // an array
     };
     const T *base;
 
-    KVLM_INLINE explicit GroupSource(const X &x) : base(x.base) {}
+    KVLM_INLINE explicit PatternSource(const X &x) : base(x.base) {}
     KVLM_INLINE Group of(ptrdiff_t i) const { return {base + i * N}; }
 };
 
 template <class T, int N, class U, class Elem>
-struct GroupSource<T, N, Strided<U, None, None, Elem>> {
+struct PatternSource<T, N, Strided<U, None, None, Elem>> {
     Lanes<T> registers[PackedGroup<T, N>::registers];
 
-    KVLM_INLINE explicit GroupSource(const Strided<U, None, None, Elem> &x)
+    KVLM_INLINE explicit PatternSource(const Strided<U, None, None, Elem> &x)
     {
         constexpr int objects = PackedGroup<T, N>::objects;
         T pattern[N * objects];
@@ -154,21 +148,21 @@ struct GroupSource<T, N, Strided<U, None, None, Elem>> {
             memcpy(pattern + k * N, x.base, N * sizeof(T));
         memcpy(registers, pattern, sizeof registers);
     }
-    KVLM_INLINE const GroupSource &of(ptrdiff_t) const { return *this; }
+    KVLM_INLINE const PatternSource &of(ptrdiff_t) const { return *this; }
     KVLM_INLINE Lanes<T> at(int r) const { return registers[r]; }
 };
 
 template <class T, int N>
-struct GroupSource<T, N, Constant<T>> {
+struct PatternSource<T, N, Constant<T>> {
     Lanes<T> all;
 
-    KVLM_INLINE explicit GroupSource(const Constant<T> &x) : all(Lanes<T>::all(x.value)) {}
-    KVLM_INLINE const GroupSource &of(ptrdiff_t) const { return *this; }
+    KVLM_INLINE explicit PatternSource(const Constant<T> &x) : all(Lanes<T>::all(x.value)) {}
+    KVLM_INLINE const PatternSource &of(ptrdiff_t) const { return *this; }
     KVLM_INLINE Lanes<T> at(int) const { return all; }
 };
 
 template <class T, int N, class X>
-struct GroupSource<T, N, Each<X>> {
+struct PatternSource<T, N, Each<X>> {
     struct Group {
         Lanes<T> constants;
 
@@ -180,13 +174,13 @@ struct GroupSource<T, N, Each<X>> {
     };
     X constants;
 
-    KVLM_INLINE explicit GroupSource(const Each<X> &x) : constants(x.constants) {}
+    KVLM_INLINE explicit PatternSource(const Each<X> &x) : constants(x.constants) {}
     KVLM_INLINE Group of(ptrdiff_t i) const
     {
         constexpr int objects = PackedGroup<T, N>::objects;
         if constexpr (objects == 1)
             return {Lanes<T>::all(get(constants.object(i)))};
-        else if (objectsAdjacent(constants))
+        else if (inPlanes(constants))
             return {Lanes<T>::template loadFirst<objects>(constants.object(i))};
         else
             return {gather(groupOf<const T>([&](int l) KVLM_INLINED { return constants.object(i + l % objects); }))};
@@ -194,15 +188,15 @@ struct GroupSource<T, N, Each<X>> {
 };
 
 template <int N, class Op, class A, class B, class D>
-__attribute__((noinline)) void packedVectors(Op op, const A &givenA, const B &givenB, const D &givenD, int count)
+KVLM_NOINLINE void packedVectors(Op op, const A &givenA, const B &givenB, const D &givenD, int count)
 {
     using T = typename D::Element;
     using Group = PackedGroup<T, N>;
     const A a = givenA;
     const B b = givenB;
     const D d = givenD;
-    const GroupSource<T, N, A> sourceA(a);
-    const GroupSource<T, N, B> sourceB(b);
+    const PatternSource<T, N, A> sourceA(a);
+    const PatternSource<T, N, B> sourceB(b);
     ptrdiff_t i = 0;
 #pragma GCC unroll 2
     for (; i + Group::objects <= count; i += Group::objects) {
@@ -241,7 +235,7 @@ KVLM_INLINE void ascending(Op op, const A &a, const B &b, const D &d, ptrdiff_t 
 
 // The objects one after the other.
 template <class Op, class A, class B, class D, class N>
-__attribute__((noinline)) void eachVector(Op op, const A &givenA, const B &givenB, const D &givenD, N n, int count)
+KVLM_NOINLINE void eachVector(Op op, const A &givenA, const B &givenB, const D &givenD, N n, int count)
 {
     const A a = givenA;
     const B b = givenB;
@@ -251,17 +245,6 @@ __attribute__((noinline)) void eachVector(Op op, const A &givenA, const B &given
             run<typename D::Element>(op, runOf(a, i), runOf(b, i), d.object(i), n);
         else
             ascending(op, a, b, d, i, n);
-}
-
-// Whether the runs of d over the objects, one at each position, lie apart.
-template <class D>
-KVLM_INLINE bool linesDisjoint(const D &d, int n, int count)
-{
-    using T = typename D::Element;
-    if constexpr (D::isTable)
-        return entriesDisjoint<T>(d, n, count);
-    else
-        return n == 1 || d.elemStride >= count * static_cast<int64_t>(sizeof(T));
 }
 
 template <class Op, class A, class B, class D>
@@ -278,16 +261,15 @@ KVLM_INLINE KvlStatus vectorwise(Op op, const A &a, const B &b, const D &d, Leng
     } else {
         constexpr bool adjacent = hasAdjacentRows<D>();
         if constexpr (!adjacent && !D::isList)
-            if (count >= worthLines && objectsAdjacent(a) && objectsAdjacent(b) && objectsAdjacent(d) &&
-                linesDisjoint(d, n, count)) {
+            if (count >= worthPlanes && inPlanes(a) && inPlanes(b) && inPlanes(d) && planesApart(d, {n, 1, count})) {
                 for (int j = 0; j < n; ++j)
-                    run<T>(op, lineAt(a, j), lineAt(b, j), viewOf(d, 0, 1).at(0, j), count);
+                    run<T>(op, planeAt(a, j), planeAt(b, j), viewOf(d, 0, 1).at(0, j), count);
                 return kvlOk;
             }
-        constexpr bool groups = adjacent && !D::isList, whole = groups && isOneRun<A> && isOneRun<B>;
+        constexpr bool groups = adjacent && !D::isList, whole = groups && isRunWhenPacked<A> && isRunWhenPacked<B>;
         bool packed = false;
         if constexpr (groups)
-            packed = isPacked(a, n) && isPacked(b, n) && isPacked(d, n);
+            packed = objectsPacked(a, n) && objectsPacked(b, n) && objectsPacked(d, n);
         if constexpr (whole)
             if (packed)
                 return run<T>(op, runOf(a, 0), runOf(b, 0), d.base, static_cast<ptrdiff_t>(n) * count), kvlOk;
@@ -330,32 +312,6 @@ KVLM_INLINE KvlStatus eachFirst(const A &a, const C &constants, const D &d, Leng
 {
     return vectorwise(Op(), Each<C>{constants}, a, d, length, count);
 }
-
-// ---- Work estimates: elements of an array count per object, those of a single operand once -----------------------
-
-KVLM_INLINE int workOfArrayAndOne(unsigned len, unsigned count)
-{
-    return wrapped(2 * count * len + len);
-}
-
-KVLM_INLINE int workOfVectorArrays(unsigned len, unsigned count)
-{
-    return wrapped(3 * len * count);
-}
-
-KVLM_INLINE int workOfOneAndConstants(unsigned len, unsigned count)
-{
-    return wrapped(len * count + len + count);
-}
-
-KVLM_INLINE int workOfArrayAndConstants(unsigned len, unsigned count)
-{
-    return wrapped(2 * len * count + count);
-}
-
-// Of sums, differences and cross products.
-template <class T>
-constexpr Limits vectorLimits = {20000, 20000, 20000, sizeof(T) == 4 ? 40000 : 20000, sizeof(T) == 4 ? 40000 : 20000};
 
 } // namespace kvlm
 

@@ -1,8 +1,8 @@
 // The checks of the arguments, by class, and the orders in which the public functions make them.
-#ifndef KVLM_CHECKS_H
-#define KVLM_CHECKS_H
+#ifndef KVLM_FRAME_CHECKS_H
+#define KVLM_FRAME_CHECKS_H
 
-#include "kvlm_operand.h"
+#include "frame/operand.h"
 
 namespace kvlm {
 
@@ -27,7 +27,7 @@ KVLM_INLINE KvlStatus checkClass(const Parts &...parts)
     else if constexpr (Class == 'i')
         return (parts.innerStrides() | ...).fault() ? kvlErrStride : kvlOk;
     else if constexpr (Class == 'o')
-        return (parts.several() || ...) && (parts.objectStrides() | ...).fault() ? kvlErrStride : kvlOk;
+        return (parts.moreThanOne() || ...) && (parts.objectStrides() | ...).fault() ? kvlErrStride : kvlOk;
     else {
         static_assert(Class == 'h');
         return ((parts.isSource ? parts.shifts() : Bits()) | ...).fault() ? kvlErrShift : kvlOk;

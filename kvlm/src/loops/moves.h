@@ -2,11 +2,11 @@
 //
 // Operands may overlap: memory then holds what single elements moved in their order leave, objects, rows and columns
 // ascending. Any other order is taken only where it can't be told from that one.
-#ifndef KVLM_MOVES_H
-#define KVLM_MOVES_H
+#ifndef KVLM_LOOPS_MOVES_H
+#define KVLM_LOOPS_MOVES_H
 
-#include "kvlm_places.h"
-#include "kvlm_strided.h"
+#include "frame/layout.h"
+#include "loops/strided.h"
 
 namespace kvlm {
 
@@ -88,7 +88,7 @@ KVLM_INLINE void moveRow(const View<const T, SRow, SElem> &s, const View<T, DRow
 
 // The order that counts. Settled: `extract` from tables takes the positions one after the other, in all objects each.
 template <bool PositionsFirst, class S, class D>
-__attribute__((noinline)) void moveInOrder(const S &givenS, const D &givenD, Extent n)
+KVLM_NOINLINE void moveInOrder(const S &givenS, const D &givenD, Extent n)
 {
     const S s = givenS;
     const D d = givenD;
@@ -125,7 +125,7 @@ KVLM_INLINE void moveRun(const T *s, T *d, N n)
 
 // Rows of adjacent elements in both. Where a list is involved, each pair of objects is looked at on its way.
 template <class S, class D, class W, class H>
-__attribute__((noinline)) void moveRows(const S &givenS, const D &givenD, W width, H height, int count)
+KVLM_NOINLINE void moveRows(const S &givenS, const D &givenD, W width, H height, int count)
 {
     using T = typename D::Element;
     const S s = givenS;
@@ -140,8 +140,8 @@ __attribute__((noinline)) void moveRows(const S &givenS, const D &givenD, W widt
             if (anywhere || reinterpret_cast<uintptr_t>(to) - reinterpret_cast<uintptr_t>(from) +
                                     static_cast<uintptr_t>(written) - 1 <
                                 static_cast<uintptr_t>(read + written) - 1) {
-                moveInOrder<false>(Grid<const T>(from, 0, s.rowStride, s.elemStride),
-                                   Grid<T>(to, 0, d.rowStride, d.elemStride), {width, height, 1});
+                moveInOrder<false>(WideStrided<const T>(from, 0, s.rowStride, s.elemStride),
+                                   WideStrided<T>(to, 0, d.rowStride, d.elemStride), {width, height, 1});
                 continue;
             }
         for (ptrdiff_t r = 0; r < height; ++r)
@@ -201,7 +201,7 @@ KVLM_INLINE void movePositions(const Object &object, const Run &run, int count)
 
 // From whole objects to runs over the objects, or the reverse: so many at a time that their cache lines stay at hand.
 template <bool ToObjects, class S, class D>
-__attribute__((noinline)) void moveAcross(const S &givenS, const D &givenD, Extent n)
+KVLM_NOINLINE void moveAcross(const S &givenS, const D &givenD, Extent n)
 {
     using T = typename D::Element;
     constexpr ptrdiff_t atOnce = 256 / sizeof(T);
@@ -241,35 +241,16 @@ __attribute__((noinline)) void moveAcross(const S &givenS, const D &givenD, Exte
 // ---- The choice --------------------------------------------------------------------------------------------------
 
 template <class X>
-KVLM_INLINE bool runsOverObjects(const X &x, Extent n)
+KVLM_INLINE bool worthPlanesOf(const X &x, Extent n)
 {
-    if constexpr (X::isList)
-        return false;
-    else
-        return n.count >= worthLines && x.objStride == static_cast<ptrdiff_t>(sizeof(typename X::Element));
-}
-
-template <class X>
-KVLM_INLINE bool runsInRows(const X &x)
-{
-    return !X::isTable && x.elemStride == static_cast<ptrdiff_t>(sizeof(typename X::Element));
-}
-
-template <class X>
-KVLM_INLINE bool runsInColumns(const X &x)
-{
-    return !X::isTable && x.rowStride == static_cast<ptrdiff_t>(sizeof(typename X::Element));
+    return n.count >= worthPlanes && inPlanes(x);
 }
 
 // One run from the first element to the last.
 template <class X>
 KVLM_INLINE bool isOneRun(const X &x, Extent n)
 {
-    if constexpr (X::isList || X::isTable)
-        return false;
-    else
-        return n.height == 1 && runsInRows(x) &&
-               (n.count == 1 || x.objStride == static_cast<ptrdiff_t>(steps(n.width, sizeof(typename X::Element))));
+    return n.height == 1 && adjacentInRows(x) && (n.count == 1 || objectsPacked(x, n.width));
 }
 
 // Lines of adjacent elements in both, those of the destination being its rows.
@@ -277,7 +258,7 @@ template <class S, class D>
 KVLM_INLINE void moveLines(const S &s, const D &d, Extent n)
 {
     using T = typename D::Element;
-    if (runsInRows(s))
+    if (adjacentInRows(s))
         return moveAdjacentRows(s, d, n);
     const auto columns = s.withSteps(Unit<const T>(), s.elemStride);
     contiguous<T>(First(), columns, columns, d.withSteps(d.rowStride, Unit<T>()), n.width, n.height, n.count);
@@ -289,11 +270,11 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
 {
     if constexpr (!S::isList && !S::isTable && !D::isList && !D::isTable)
         if (isOneRun(s, n) && isOneRun(d, n))
-            return apart(s, d, n) && (moveRun(s.base, d.base, static_cast<ptrdiff_t>(n.width) * n.count), true);
-    const auto free = [&]() KVLM_INLINED { return distinct(d, n) && apart(s, d, n); };
-    const bool sourceRuns = runsOverObjects(s, n), resultRuns = runsOverObjects(d, n);
+            return operandsApart(s, d, n) && (moveRun(s.base, d.base, static_cast<ptrdiff_t>(n.width) * n.count), true);
+    const auto free = [&]() KVLM_INLINED { return elementsApart(d, n) && operandsApart(s, d, n); };
+    const bool sourcePlanes = worthPlanesOf(s, n), resultPlanes = worthPlanesOf(d, n);
     if constexpr (!S::isList && !D::isList)
-        if (sourceRuns && resultRuns) {
+        if (sourcePlanes && resultPlanes) {
             if (!free())
                 return false;
             for (ptrdiff_t r = 0; r < n.height; ++r)
@@ -302,16 +283,16 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
             return true;
         }
     if constexpr (!S::isTable && !D::isList)
-        if (runsInRows(s) && resultRuns)
+        if (adjacentInRows(s) && resultPlanes)
             return free() && (moveAcross<false>(s, d, n), true);
     if constexpr (!S::isList && !D::isTable)
-        if (sourceRuns && runsInRows(d))
+        if (sourcePlanes && adjacentInRows(d))
             return free() && objectsApart(d, n) && (moveAcross<true>(s, d, n), true);
     if constexpr (!S::isTable && !D::isTable) {
-        if (runsInRows(d) && runsInRows(s))
-            return (S::isList || D::isList || apart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
-        if ((runsInRows(d) || runsInColumns(d)) && (runsInRows(s) || runsInColumns(s)) && free()) {
-            if (runsInRows(d))
+        if (adjacentInRows(d) && adjacentInRows(s))
+            return (S::isList || D::isList || operandsApart(s, d, n)) && (moveAdjacentRows(s, d, n), true);
+        if ((adjacentInRows(d) || adjacentInColumns(d)) && (adjacentInRows(s) || adjacentInColumns(s)) && free()) {
+            if (adjacentInRows(d))
                 moveLines(s, d, n);
             else
                 moveLines(transposed(s), transposed(d), Extent{n.height, n.width, n.count});
@@ -322,19 +303,19 @@ KVLM_INLINE bool moveReordered(const S &s, const D &d, Extent n)
 }
 
 template <bool PositionsFirst = false, class S, class D>
-__attribute__((noinline)) void move(const S &givenS, const D &givenD, Extent n)
+KVLM_NOINLINE void move(const S &givenS, const D &givenD, Extent n)
 {
     S s = givenS;
     D d = givenD;
     if constexpr (S::isTable) {
-        Grid<typename S::Element> grid(nullptr, 0, 0, 0);
-        if (n.count > 1 && isGrid(s, n, grid))
-            return move<PositionsFirst>(grid, d, n);
+        WideStrided<typename S::Element> strided(nullptr, 0, 0, 0);
+        if (n.count > 1 && isStrided(s, n, strided))
+            return move<PositionsFirst>(strided, d, n);
     }
     if constexpr (D::isTable) {
-        Grid<typename D::Element> grid(nullptr, 0, 0, 0);
-        if (n.count > 1 && isGrid(d, n, grid))
-            return move<PositionsFirst>(s, grid, n);
+        WideStrided<typename D::Element> strided(nullptr, 0, 0, 0);
+        if (n.count > 1 && isStrided(d, n, strided))
+            return move<PositionsFirst>(s, strided, n);
     }
     // One row, where the elements of both continue in the next as within one.
     if (n.width == 1) {

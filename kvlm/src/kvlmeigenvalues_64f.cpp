@@ -1,0 +1,8 @@
+// Eigenvalues of general matrices in double: compiled once for all members and descriptions.
+#include "kvlmeigen.h"
+
+namespace kvlm {
+
+GENERAL_VALUES(, double)
+
+} // namespace kvlm

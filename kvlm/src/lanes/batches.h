@@ -1,0 +1,182 @@
+// Batches of small objects in groups, one object per lane: which orders, what lanes exchange, which objects are apart,
+// the loop over the groups.
+#ifndef KVLM_LANES_BATCHES_H
+#define KVLM_LANES_BATCHES_H
+
+#include "lanes/objects.h"
+
+namespace kvlm {
+
+// An interchange that each lane makes for itself: which of N candidates takes the place of candidate k.
+template <class T, int N>
+struct Choice {
+    Lanes<T> taken[N]; // while searching: i is better than all from k to i - 1
+
+    // The last that was taken is it.
+    KVLM_INLINE void settle(int k)
+    {
+        Lanes<T> later = Lanes<T>::all(0);
+#pragma GCC unroll 6
+        for (int i = N - 1; i > k; --i) {
+            const Lanes<T> here = taken[i];
+            taken[i] = without(here, later);
+            later = later | here;
+        }
+    }
+    template <class Entry>
+    KVLM_INLINE void exchange(int k, Entry x) const
+    {
+        Lanes<T> change = Lanes<T>::all(0);
+#pragma GCC unroll 6
+        for (int i = k + 1; i < N; ++i) {
+            const Lanes<T> difference = (x(i) ^ x(k)) & taken[i];
+            x(i) = x(i) ^ difference;
+            change = change | difference;
+        }
+        x(k) = x(k) ^ change;
+    }
+};
+
+// Whether no byte belongs to two objects of a group: what is written for one is then not written for another. Objects
+// that overlap are written one after the other.
+template <class T, class Elements = Whole, int Registers = 1>
+class GroupsApart {
+public:
+    GroupsApart(const Objects<T> &x, int rows, int columns) : list(x.list), always(false)
+    {
+        const int64_t right = columns - 1, below = rows - 1, row = x.rowStride, elem = x.elemStride;
+        if (x.table)
+            always = positionsApart(x, rows, columns);
+        else if (list)
+            extent = below * row + right * elem + size;
+        else {
+            const int64_t obj = x.objStride, whole = below * row + right * elem + size, span = (lanes - 1) * obj + size;
+            always = obj >= whole || (elem >= span && (below == 0 || row >= right * elem + span)) ||
+                     (row >= span && elem >= below * row + span) ||
+                     (obj >= right * elem + size && row >= (lanes - 1) * obj + right * elem + size);
+        }
+    }
+
+    // The group from `first` on, of so many registers.
+    KVLM_INLINE bool operator()(ptrdiff_t first, int parts = 1) const
+    {
+        if (!list)
+            return always;
+        const int objects = Registers == 1 ? lanes : parts * Lanes<T>::count;
+        bool apart = true;
+#pragma GCC unroll 4
+        for (int l = 1; l < objects; ++l)
+            apart &= distance(first, l, l - 1) >= extent;
+        return apart || pairsApart(first, objects);
+    }
+
+private:
+    static constexpr int lanes = Registers * Lanes<T>::count;
+    static constexpr int64_t size = sizeof(T);
+
+    KVLM_INLINE int64_t distance(ptrdiff_t first, int l, int k) const
+    {
+        return static_cast<int64_t>(reinterpret_cast<uintptr_t>(list[first + l])) -
+               static_cast<int64_t>(reinterpret_cast<uintptr_t>(list[first + k]));
+    }
+    bool pairsApart(ptrdiff_t first, int objects) const
+    {
+        for (int l = 1; l < objects; ++l)
+            for (int k = 0; k < l; ++k)
+                if (distance(first, l, k) < extent && distance(first, k, l) < extent)
+                    return false;
+        return true;
+    }
+    // Each position of a table behind the one before it, or each object behind the one before it.
+    static bool positionsApart(const Objects<T> &x, int rows, int columns)
+    {
+        const uintptr_t obj = static_cast<unsigned>(static_cast<int>(x.objStride));
+        const auto place = [&](int k) KVLM_INLINED { return reinterpret_cast<uintptr_t>(x.table[k]); };
+        uintptr_t low = place(0), high = low;
+        bool apart = true;
+        for (int r = 0; r < rows; ++r)
+            for (int k = r * columns + (r == 0); k < r * columns + Elements::width(r, columns); ++k) {
+                apart &= place(k) >= high && place(k) - high >= (lanes - 1) * obj + size;
+                low = place(k) < low ? place(k) : low;
+                high = place(k) > high ? place(k) : high;
+            }
+        return apart || obj >= high - low + size;
+    }
+
+    T *const *list;
+    bool always;
+    int64_t extent = 0;
+};
+
+// A batch in groups of one register or up to several, then what is left one by one. group(i, parts) does that many
+// registers of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly
+// the objects before a failing one are complete.
+template <class T, int Registers, class GroupOf, class One>
+KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
+{
+    constexpr int lanes = Lanes<T>::count;
+    int i = 0, most = Registers;
+    while (i < count) {
+        int end = count;
+        if (count - i >= lanes) {
+            const int parts = (count - i) / lanes < most ? (count - i) / lanes : most;
+            if (group(i, parts)) {
+                i += parts * lanes;
+                most = Registers;
+                continue;
+            }
+            if (parts > 1) {
+                most = 1;
+                continue;
+            }
+            end = i + lanes;
+        }
+        for (; i < end; ++i)
+            if (const KvlStatus status = one(i))
+                return status;
+    }
+    return kvlOk;
+}
+
+// one(i) for each object, until one fails.
+template <class One>
+KVLM_INLINE KvlStatus untilOneFails(ptrdiff_t count, One one)
+{
+    for (ptrdiff_t i = 0; i < count; ++i)
+        if (const KvlStatus status = one(i))
+            return status;
+    return kvlOk;
+}
+
+template <class T, class GroupOf, class One>
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+{
+    return inWideGroups<T, 1>(
+        count, [&](ptrdiff_t i, int) KVLM_INLINED { return group(i); }, one);
+}
+
+// Vectors of N elements, a group at a time: compute(i, x) makes those of a group, one(i) makes and stores one.
+template <int N, class T, class Compute, class One>
+KVLM_INLINE KvlStatus vectorsInGroups(const Objects<T> &d, int count, Compute compute, One one)
+{
+    const GroupResult<T, 1, N> result(d);
+    const GroupsApart<T> apart(d, 1, N);
+    return inGroups<T>(
+        count,
+        [&](ptrdiff_t i) KVLM_INLINED {
+            if (!apart(i))
+                return false;
+            Lanes<T> x[1][N];
+            compute(i, x);
+            result.store(i, x);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            one(i);
+            return KvlStatus(kvlOk);
+        });
+}
+
+} // namespace kvlm
+
+#endif
