@@ -27,7 +27,7 @@ target_compile_options(kvlm_numeric INTERFACE -msse2 -mfpmath=sse -ffp-contract=
 add_library(kvlm_library INTERFACE)
 target_link_libraries(kvlm_library INTERFACE kvlm_warnings kvlm_numeric)
 target_compile_options(kvlm_library INTERFACE
-  "$<$<NOT:$<CONFIG:Debug>>:-O2;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
+  "$<$<NOT:$<CONFIG:Debug>>:-O3;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
   $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-sra;-fno-ipa-cp>
   $<$<BOOL:${onX86_32}>:-mstackrealign>)
 target_link_options(kvlm_library INTERFACE

@@ -1,8 +1,8 @@
 // The one machine behind all drivers: it splits a batch, forks the team, and collects one status.
 #include "frame/batch.h"
 
-#include "kvlcore.h"
 #include "frame/runtime.h"
+#include "kvlcore.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMADDSUB_H
 #define KVLMADDSUB_H
 
-#include "loops/elementwise.h"
 #include "frame/rows.h"
+#include "loops/elementwise.h"
 
 namespace kvlm {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMAFFINETRANSFORM3DH_H
 #define KVLMAFFINETRANSFORM3DH_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
+#include "lanes/batches.h"
 
 #include <float.h>
 
@@ -30,34 +30,35 @@ KVLM_INLINE V transformed(const V (&a)[4][4], const V (&p)[3], V (&out)[3])
 }
 
 template <bool Adjacent>
-KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix,
-                                                     const Objects<const float> &points, const Objects<float> &d,
-                                                     int count)
+KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix, const Objects<const float> &points,
+                                         const Objects<float> &d, int count)
 {
     using V = Lanes<float>;
     V a[4][4], zeros = V::all(0);
     loadObject(matrix, 0, a);
-    const GroupSource<float, 1, 3> source(points);
-    const GroupResult<float, 1, 3> result(d);
     const GroupsApart<float> apart(d, 1, 3);
-    inGroups<float>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(i))
-                return false;
-            V p[1][3], out[1][3];
-            source.load(i, p);
-            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
-            result.store(i, out);
-            return true;
+    byLayout(
+        [&](const auto &source, const auto &result) KVLM_INLINED {
+            return inGroups<float>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    if (!apart(i))
+                        return false;
+                    V p[1][3], out[1][3];
+                    source.move(i, p[0]);
+                    zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+                    result.move(i, out[0]);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    V p[1][3], out[1][3];
+                    loadObject(points, i, p);
+                    zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+                    storeObject(d, i, out);
+                    return KvlStatus(kvlOk); // the points after it are transformed all the same
+                });
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            V p[1][3], out[1][3];
-            loadObject(points, i, p);
-            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
-            storeObject(d, i, out);
-            return KvlStatus(kvlOk); // the points after it are transformed all the same
-        });
+        GroupSource<float, 1, 3>(points), GroupResult<float, 1, 3>(d));
     return any(zeros) ? kvlErrZeroDivisor : kvlOk;
 }
 

@@ -3,9 +3,9 @@
 #ifndef KVLMCHOLESKYBACKSUBST_H
 #define KVLMCHOLESKYBACKSUBST_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -35,10 +35,10 @@ KVLM_INLINE void choleskySolve(Order order, Factor l, B b, X &x)
 
 template <class V, int N>
 struct SmallSolution {
-    V (&x)[1][N];
+    V (&x)[N];
 
-    KVLM_INLINE V operator()(int i) const { return x[0][i]; }
-    KVLM_INLINE void set(int i, V value) { x[0][i] = value; }
+    KVLM_INLINE V operator()(int i) const { return x[i]; }
+    KVLM_INLINE void set(int i, V value) { x[i] = value; }
 };
 
 template <class View>
@@ -62,12 +62,12 @@ KVLM_INLINE auto elementsOf(const View &view)
 
 // System i. A single matrix is that of all systems.
 template <int N, class T>
-KVLM_NOINLINE void choleskySolveSmall(const Objects<const T> &a, const Objects<const T> &b,
-                                                  const Objects<T> &d, ptrdiff_t i)
+KVLM_NOINLINE void choleskySolveSmall(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                      ptrdiff_t i)
 {
     withViews(
         [&](const auto &factor, const auto &src, const auto &dst) KVLM_INLINED {
-            T solution[1][N];
+            T solution[N];
             SmallSolution<T, N> x{solution};
             choleskySolve(
                 Fixed<N>(), elementsOf(factor), [&](int j) KVLM_INLINED { return get(src.at(0, j)); }, x);
@@ -79,8 +79,8 @@ KVLM_NOINLINE void choleskySolveSmall(const Objects<const T> &a, const Objects<c
 }
 
 template <class T>
-KVLM_NOINLINE void choleskySolveGeneral(const Objects<const T> &a, const Objects<const T> &b,
-                                                    const Objects<T> &d, int n, ptrdiff_t i)
+KVLM_NOINLINE void choleskySolveGeneral(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                        int n, ptrdiff_t i)
 {
     withViews(
         [&](const auto &factor, const auto &src, auto dst) KVLM_INLINED {
@@ -92,31 +92,42 @@ KVLM_NOINLINE void choleskySolveGeneral(const Objects<const T> &a, const Objects
 }
 
 template <int N, class T>
-KVLM_NOINLINE KvlStatus choleskySystems(const Objects<const T> &a, const Objects<const T> &b,
-                                                    const Objects<T> &d, int count)
+KVLM_NOINLINE KvlStatus choleskySystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                        int count)
 {
     using V = Lanes<T>;
-    const GroupSource<T, N, N, LowerTriangle> factors(a);
-    const GroupSource<T, 1, N> source(b);
-    V l[N][N];
-    if (a.isSingle)
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); };
+    const auto solve = [](const V(&l)[N][N], V(&x)[N]) KVLM_INLINED {
+        SmallSolution<V, N> solution{x};
+        choleskySolve(
+            Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
+    };
+    const GroupSource<T, 1, N> rightHandSides(b);
+    if (a.isSingle) {
+        V l[N][N];
         loadObject(a, 0, l);
-    return vectorsInGroups<N>(
+        return vectorsByLayout<N>(
+            d, count,
+            [&](ptrdiff_t i, V(&x)[N], const auto &source) KVLM_INLINED {
+                source.move(i, x);
+                solve(l, x);
+            },
+            one, rightHandSides);
+    }
+    return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
-            if (!a.isSingle)
-                factors.load(i, l);
-            source.load(i, x);
-            SmallSolution<V, N> solution{x};
-            choleskySolve(
-                Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
+        [&](ptrdiff_t i, V(&x)[N], const auto &factors, const auto &source) KVLM_INLINED {
+            V l[N][N];
+            factors.move(i, l[0]);
+            source.move(i, x);
+            solve(l, x);
         },
-        [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); });
+        one, GroupSource<T, N, N, LowerTriangle>(a), rightHandSides);
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus choleskySolveObjects(const Objects<const T> &a, const Objects<const T> &b,
-                                                         const Objects<T> &d, int n, int count)
+KVLM_NOINLINE KvlStatus choleskySolveObjects(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                             int n, int count)
 {
     return bySmallOrder(
         n,
@@ -147,8 +158,9 @@ constexpr Limits choleskySystemsLimits32f = {2050, 1700, 1700, 1700, 1700};
 constexpr Limits choleskySystemsLimits64f = {1700, 1700, 2050, 1700, 1700};
 
 // Compiled once, in kvlmcholeskybacksubst_mava.cpp.
-#define CHOLESKY_SOLVERS(linkage, T) \
-    linkage template KvlStatus choleskySolveObjects(const Objects<const T> &, const Objects<const T> &, const Objects<T> &, int, int);
+#define CHOLESKY_SOLVERS(linkage, T)                                                                                   \
+    linkage template KvlStatus choleskySolveObjects(const Objects<const T> &, const Objects<const T> &,                \
+                                                    const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(CHOLESKY_SOLVERS, extern)
 
 } // namespace kvlm

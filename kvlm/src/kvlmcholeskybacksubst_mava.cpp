@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(CHOLESKY_SOLVERS, )
 using namespace kvlm;
 
 #define ROW(name, T, limits)                                                                                           \
-    BATCH_KERNELS(name, CHOLESKY_MAVA, T, choleskySolve)                                                          \
+    BATCH_KERNELS(name, CHOLESKY_MAVA, T, choleskySolve)                                                               \
     BATCH_FUNCTIONS(name, CHOLESKY_MAVA, T, UsualOrder, systemsWork(widthHeight, count), limits)
 
 ROW(kvlmCholeskyBackSubst_mava_32f, float, choleskySystemsLimits32f)

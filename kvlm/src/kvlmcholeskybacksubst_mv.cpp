@@ -4,7 +4,7 @@
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    OBJECT_KERNELS(name, CHOLESKY_MV, T, choleskySolve)                                                             \
+    OBJECT_KERNELS(name, CHOLESKY_MV, T, choleskySolve)                                                                \
     OBJECT_FUNCTIONS(name, CHOLESKY_MV, T, UsualOrder)
 
 ROW(kvlmCholeskyBackSubst_mv_32f, float)

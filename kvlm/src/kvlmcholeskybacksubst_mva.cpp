@@ -4,7 +4,7 @@
 using namespace kvlm;
 
 #define ROW(name, T, limits)                                                                                           \
-    BATCH_KERNELS(name, CHOLESKY_MVA, T, choleskySolve)                                                           \
+    BATCH_KERNELS(name, CHOLESKY_MVA, T, choleskySolve)                                                                \
     BATCH_FUNCTIONS(name, CHOLESKY_MVA, T, SizesLastInList, vectorsWork(widthHeight, count), limits)
 
 ROW(kvlmCholeskyBackSubst_mva_32f, float, choleskyVectorsLimits32f)

@@ -4,9 +4,9 @@
 #ifndef KVLMCHOLESKYDECOMP_H
 #define KVLMCHOLESKYDECOMP_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -105,8 +105,7 @@ KVLM_INLINE KvlStatus factorView(Order n, typename Factor::T threshold, const Vi
 }
 
 template <int N, class T>
-KVLM_NOINLINE KvlStatus choleskyObject(const Objects<const T> &s, const Objects<T> &d, T threshold,
-                                                   ptrdiff_t i)
+KVLM_NOINLINE KvlStatus choleskyObject(const Objects<const T> &s, const Objects<T> &d, T threshold, ptrdiff_t i)
 {
     return withViews(
         [&](const auto &src, auto dst) KVLM_INLINED {
@@ -116,48 +115,48 @@ KVLM_NOINLINE KvlStatus choleskyObject(const Objects<const T> &s, const Objects<
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus choleskyGeneral(const Objects<const T> &s, const Objects<T> &d, T threshold, int n,
-                                                    ptrdiff_t i)
+KVLM_NOINLINE KvlStatus choleskyGeneral(const Objects<const T> &s, const Objects<T> &d, T threshold, int n, ptrdiff_t i)
 {
-    return withViews(
-        [&](const auto &src, auto dst)
-            KVLM_INLINED { return factorView(n, threshold, src, FactorInPlace<decltype(dst)>{dst}); },
-        i, s, d);
+    return withViews([&](const auto &src, auto dst)
+                         KVLM_INLINED { return factorView(n, threshold, src, FactorInPlace<decltype(dst)>{dst}); },
+                     i, s, d);
 }
 
 template <int N, class T>
-KVLM_NOINLINE KvlStatus choleskyBatch(const Objects<const T> &s, const Objects<T> &d, T threshold,
-                                                  int count)
+KVLM_NOINLINE KvlStatus choleskyBatch(const Objects<const T> &s, const Objects<T> &d, T threshold, int count)
 {
-    const GroupSource<T, N, N, LowerTriangle> source(s);
-    const GroupResult<T, N, N, LowerTriangle> result(d);
     const GroupsApart<T, LowerTriangle> apart(d, N, N);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            GroupFactor<T, N> f;
-            if (!apart(i))
-                return false;
-            source.load(i, f.l);
-            if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
-                return false;
-            result.store(i, f.l);
-            return true;
+    return byLayout(
+        [&](const auto &source, const auto &result) KVLM_INLINED {
+            return inGroups<T>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    GroupFactor<T, N> f;
+                    if (!apart(i))
+                        return false;
+                    source.move(i, f.l[0]);
+                    if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
+                        return false;
+                    result.move(i, f.l[0]);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED { return choleskyObject<N>(s, d, threshold, i); });
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return choleskyObject<N>(s, d, threshold, i); });
+        GroupSource<T, N, N, LowerTriangle>(s), GroupResult<T, N, N, LowerTriangle>(d));
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus choleskyObjects(const Objects<const T> &s, const Objects<T> &d, T threshold, int n,
-                                                    int count)
+KVLM_NOINLINE KvlStatus choleskyObjects(const Objects<const T> &s, const Objects<T> &d, T threshold, int n, int count)
 {
     return bySmallOrder(
         n,
         [&](auto order) KVLM_INLINED {
-            return count == 1 ? choleskyObject<order>(s, d, threshold, 0) : choleskyBatch<order>(s, d, threshold, count);
+            return count == 1 ? choleskyObject<order>(s, d, threshold, 0)
+                              : choleskyBatch<order>(s, d, threshold, count);
         },
         [&]() KVLM_INLINED {
-            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED { return choleskyGeneral(s, d, threshold, n, i); });
+            return untilOneFails(count,
+                                 [&](ptrdiff_t i) KVLM_INLINED { return choleskyGeneral(s, d, threshold, n, i); });
         });
 }
 
@@ -173,7 +172,7 @@ constexpr Limits choleskyLimits32f = {7500, 7500, 2000, 2000, 2000};
 constexpr Limits choleskyLimits64f = {2000, 2000, 2000, 720, 2000};
 
 // Compiled once, in kvlmcholeskydecomp_ma.cpp.
-#define CHOLESKY_DECOMPOSITIONS(linkage, T) \
+#define CHOLESKY_DECOMPOSITIONS(linkage, T)                                                                            \
     linkage template KvlStatus choleskyObjects(const Objects<const T> &, const Objects<T> &, T, int, int);
 KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, extern)
 

@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, )
 using namespace kvlm;
 
 #define ROW(name, T, limits)                                                                                           \
-    BATCH_KERNELS(name, CHOLESKY_MA, T, choleskyDecomp)                                                           \
+    BATCH_KERNELS(name, CHOLESKY_MA, T, choleskyDecomp)                                                                \
     BATCH_FUNCTIONS(name, CHOLESKY_MA, T, UsualOrder, squaresWork(widthHeight, count), limits)
 
 ROW(kvlmCholeskyDecomp_ma_32f, float, choleskyLimits32f)

@@ -2,8 +2,8 @@
 #ifndef KVLMCOPY_H
 #define KVLMCOPY_H
 
-#include "loops/moves.h"
 #include "frame/rows.h"
+#include "loops/moves.h"
 
 namespace kvlm {
 

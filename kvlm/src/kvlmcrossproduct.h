@@ -2,9 +2,9 @@
 #ifndef KVLMCROSSPRODUCT_H
 #define KVLMCROSSPRODUCT_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -16,45 +16,56 @@ KVLM_INLINE void crossProductOf(const V (&a)[3], const V (&b)[3], V (&c)[3])
     c[2] = a[0] * b[1] - a[1] * b[0];
 }
 
-// A batch, or one object.
 template <class T>
-KVLM_NOINLINE KvlStatus crossProducts(const Objects<const T> &a, const Objects<const T> &b,
-                                                  const Objects<T> &d, int count)
+KVLM_NOINLINE void crossProductObject(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                      ptrdiff_t i)
 {
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        withViews(
-            [&](const auto &viewA, const auto &viewB, const auto &dst) KVLM_INLINED {
-                T x[3], y[3], z[3];
+    withViews(
+        [&](const auto &viewA, const auto &viewB, const auto &dst) KVLM_INLINED {
+            T x[3], y[3], z[3];
 #pragma GCC unroll 3
-                for (int k = 0; k < 3; ++k) {
-                    x[k] = Loose<T>::load(viewA.at(0, k));
-                    y[k] = Loose<T>::load(viewB.at(0, k));
-                }
-                crossProductOf(x, y, z);
+            for (int k = 0; k < 3; ++k) {
+                x[k] = Loose<T>::load(viewA.at(0, k));
+                y[k] = Loose<T>::load(viewB.at(0, k));
+            }
+            crossProductOf(x, y, z);
 #pragma GCC unroll 3
-                for (int k = 0; k < 3; ++k)
-                    Loose<T>::store(dst.at(0, k), z[k]);
-            },
-            i, a, b, d);
-    };
-    if (d.isSingle)
-        return one(0), kvlOk;
-    const VectorSource<T, 3> sourceA(a), sourceB(b);
-    return vectorsInGroups<3>(
-        d, count,
-        [&](ptrdiff_t i, Lanes<T>(&z)[1][3]) KVLM_INLINED {
-            Lanes<T> x[1][3], y[1][3];
-            sourceA.load(i, x);
-            sourceB.load(i, y);
-            crossProductOf(x[0], y[0], z[0]);
+            for (int k = 0; k < 3; ++k)
+                Loose<T>::store(dst.at(0, k), z[k]);
         },
-        one);
+        i, a, b, d);
+}
+
+template <bool SingleA, bool SingleB, class T>
+KVLM_NOINLINE void crossProducts(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d, int count)
+{
+    const GroupsApart<T> apart(d, 1, 3);
+    byExactLayout(
+        [&](const auto &result, const auto &sourceA, const auto &sourceB) KVLM_INLINED {
+            return vectorsInGroups(
+                apart, result, Fixed<3>(), count,
+                [&](ptrdiff_t i, Lanes<T>(&z)[3]) KVLM_INLINED {
+                    Lanes<T> x[3], y[3];
+                    sourceA.move(i, x);
+                    sourceB.move(i, y);
+                    crossProductOf(x, y, z);
+                },
+                [&](ptrdiff_t i) KVLM_INLINED { crossProductObject(a, b, d, i); });
+        },
+        GroupResult<T, 1, 3>(d), VectorSource<T, 3, SingleA>(a), VectorSource<T, 3, SingleB>(b));
 }
 
 template <class A, class B, class D>
-KVLM_INLINE KvlStatus crossProduct(const A &a, const B &b, const D &d, Count count = Count(1))
+KVLM_INLINE KvlStatus crossProduct(const A &src1, const B &src2, const D &dst, Count count = Count(1))
 {
-    return crossProducts(objectsOf(a, 3), objectsOf(b, 3), objectsOf(d, 3), count.count);
+    const auto a = objectsOf(src1, 3);
+    const auto b = objectsOf(src2, 3);
+    const auto d = objectsOf(dst, 3);
+    if constexpr (D::isSingle)
+        crossProductObject(a, b, d, 0);
+    else
+        crossProducts<A::isSingle, B::isSingle>(a, b, d, count.count);
+    return kvlOk;
 }
 
 KVLM_INLINE int crossWithOneWork(unsigned count)
@@ -66,11 +77,6 @@ KVLM_INLINE int crossArraysWork(unsigned count)
 {
     return wrapped(3 * count);
 }
-
-// Compiled once, in kvlmcrossproduct_vava.cpp.
-#define CROSS_PRODUCTS(linkage, T) \
-    linkage template KvlStatus crossProducts(const Objects<const T> &, const Objects<const T> &, const Objects<T> &, int);
-KVLM_FOR_ELEMENTS(CROSS_PRODUCTS, extern)
 
 } // namespace kvlm
 

@@ -1,12 +1,6 @@
 // Cross products of an array of vectors and an array of vectors: kernels and public functions.
 #include "kvlmcrossproduct.h"
 
-namespace kvlm {
-
-KVLM_FOR_ELEMENTS(CROSS_PRODUCTS, )
-
-} // namespace kvlm
-
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \

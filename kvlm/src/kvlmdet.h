@@ -2,10 +2,10 @@
 #ifndef KVLMDET_H
 #define KVLMDET_H
 
-#include "loops/elimination.h"
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
+#include "loops/elimination.h"
 
 namespace kvlm {
 
@@ -119,16 +119,19 @@ KVLM_INLINE KvlStatus detOne(const S &operand, Length n, Buffer<T> buffer, PerOb
 template <int N, class T>
 KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int count)
 {
-    const GroupSource<T, N, N> source(s);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            Lanes<T> a[N][N];
-            source.load(i, a);
-            determinantOf(a).store(dst + i);
-            return true;
+    return byLayout(
+        [&](const auto &source) KVLM_INLINED {
+            return inGroups<T>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    Lanes<T> a[N][N];
+                    source.move(i, a[0]);
+                    determinantOf(a).store(dst + i);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); });
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); });
+        GroupSource<T, N, N>(s));
 }
 
 template <class T>

@@ -22,8 +22,7 @@ EXTENDED(double, 64f)
     FUNCTION(own##name, DET_M(ARG, U, T))                                                                              \
     {                                                                                                                  \
         return bySmallOrder(                                                                                           \
-            widthHeight,                                                                                               \
-            [&](auto order) KVLM_INLINED { return extended_##type[order - 3](src, srcRowStride, dst); },               \
+            widthHeight, [&](auto order) KVLM_INLINED { return extended_##type[order - 3](src, srcRowStride, dst); },  \
             [&]() KVLM_INLINED {                                                                                       \
                 determinantGeneral<true, float>(objectsOf(PART_M_U(const T, src), 0), buffer, dst, widthHeight, 0);    \
                 return KvlStatus(kvlOk);                                                                               \

@@ -2,8 +2,8 @@
 #ifndef KVLMDOTPRODUCT_H
 #define KVLMDOTPRODUCT_H
 
-#include "loops/inner_products.h"
 #include "frame/rows.h"
+#include "loops/inner_products.h"
 #include "loops/sums.h"
 
 #include <limits.h>
@@ -48,7 +48,7 @@ KVLM_INLINE uintptr_t placeBits(const X &x)
 }
 
 // Of lengths 3 to 6. The second factor is the first once more where the sums are of squares.
-template <Sum Order, bool Squares, int N, class Root, class T>
+template <Sum Order, bool Squares, bool SingleB, int N, class Root, class T>
 KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const T> &b, T *dst, int count)
 {
     using V = Lanes<T>;
@@ -66,8 +66,7 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
     };
     if (a.isSingle)
         return one(0);
-    const VectorSource<T, N> sourceA(a), sourceB(b);
-    const auto sums = [&](auto products) KVLM_INLINED {
+    const auto sumsOf = [&](auto products) KVLM_INLINED {
         return inGroups<T>(
             count,
             [&](ptrdiff_t i) KVLM_INLINED {
@@ -78,9 +77,11 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
             },
             one);
     };
+    const GroupSource<T, 1, N> sourceA(a);
+    const VectorSource<T, N, SingleB> sourceB(b);
     // Of packed vectors the products are sorted, not the factors.
-    if (sourceA.arePacked() && sourceB.arePacked())
-        return sums([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
+    if (!SingleB && sourceA.isPacked() && sourceB.isPacked())
+        return sumsOf([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
             V x[N], y[N];
             loadRegisters(a.base + i * N, x);
             loadRegisters(b.base + i * N, y);
@@ -89,15 +90,19 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
                 p[k] = x[k] * (Squares ? x : y)[k];
             sortElements(p);
         });
-    return sums([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
-        V x[1][N], y[1][N];
-        sourceA.load(i, x);
-        if (!Squares)
-            sourceB.load(i, y);
+    return byExactLayout(
+        [&](const auto &knownA, const auto &knownB) KVLM_INLINED {
+            return sumsOf([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
+                V x[N], y[N];
+                knownA.move(i, x);
+                if (!Squares)
+                    knownB.move(i, y);
 #pragma GCC unroll 6
-        for (int k = 0; k < N; ++k)
-            p[k] = x[0][k] * (Squares ? x : y)[0][k];
-    });
+                for (int k = 0; k < N; ++k)
+                    p[k] = x[k] * (Squares ? x : y)[k];
+            });
+        },
+        sourceA, sourceB);
 }
 
 template <class A, class B>
@@ -147,8 +152,10 @@ KVLM_INLINE KvlStatus sumsOfProducts(const A &a, const B &b, T *dst, int n, int 
         n,
         [&](auto known) KVLM_INLINED {
             constexpr int N = decltype(known){};
-            return shortSums<Plan.order[N - 3], isItself<B>, N, ShortRoot>(objectsOf(a, N), objectsOf(lastFactor(a, b), N),
-                                                                           dst, count);
+            const auto &last = lastFactor(a, b);
+            constexpr bool singleB = !A::isSingle && std::decay_t<decltype(last)>::isSingle;
+            return shortSums<Plan.order[N - 3], isItself<B>, singleB, N, ShortRoot>(objectsOf(a, N), objectsOf(last, N),
+                                                                                    dst, count);
         },
         [&]() KVLM_INLINED { return longSums<Plan, Root>(a, b, dst, n, count); });
 }

@@ -4,11 +4,11 @@
 #ifndef KVLMEIGEN_H
 #define KVLMEIGEN_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "kvlmeigen_hessenberg.h"
 #include "kvlmeigen_lanes.h"
 #include "kvlmeigen_vectors.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -106,7 +106,7 @@ KVLM_NOINLINE Outcome makeSets(GeneralScratch<Kind, Order> scratch, const typena
 // From what is in the working matrix.
 template <class Kind, class Order>
 KVLM_NOINLINE Outcome solveOfOrder(Order n, typename Kind::Element *buffer, typename Kind::Element *re,
-                                               typename Kind::Element *im)
+                                   typename Kind::Element *im)
 {
     using T = typename Kind::Element;
     const GeneralScratch<Kind, Order> scratch = {buffer, n};
@@ -127,7 +127,7 @@ KVLM_NOINLINE Outcome solveOfOrder(Order n, typename Kind::Element *buffer, type
 
 template <class Kind>
 KVLM_NOINLINE Outcome solveGeneral(int n, typename Kind::Element *buffer, typename Kind::Element *re,
-                                               typename Kind::Element *im)
+                                   typename Kind::Element *im)
 {
     switch (n) {
     case 3:
@@ -167,7 +167,7 @@ using GroupOf = GeneralGroup<GroupNumber<Kind>, N, Kind::hasVectors>;
 // One object of a group that has been solved.
 template <class Kind, int N>
 KVLM_NOINLINE Outcome finishObject(const GroupOf<Kind, N> &group, int lane, typename Kind::Element *buffer,
-                                               typename Kind::Element *re, typename Kind::Element *im)
+                                   typename Kind::Element *re, typename Kind::Element *im)
 {
     memcpy(re, group.re[lane], sizeof group.re[lane]);
     memcpy(im, group.im[lane], sizeof group.im[lane]);
@@ -194,8 +194,8 @@ using LeftKind = GeneralKind<T, false, true>;
 template <class T>
 using BothKind = GeneralKind<T, true, true>;
 
-// The objects of a call. Those that are solved in order are stored, until one ends the call. A set that is not wanted is
-// null.
+// The objects of a call. Those that are solved in order are stored, until one ends the call. A set that is not wanted
+// is null.
 template <class Kind>
 struct GeneralBatch {
     using T = typename Kind::Element;
@@ -217,7 +217,8 @@ struct GeneralBatch {
     KVLM_NOINLINE Outcome solveGroupAt(ptrdiff_t i, int parts) const
     {
         GroupOf<Kind, N> group;
-        loadParts(s, i, parts, Fixed<N>(), Fixed<N>(), group.source());
+        const SharedGroups<Load, const T, Fixed<N>, Fixed<N>> source(s, {}, {});
+        loadParts(source, i, parts, group.source());
         const bool solved = kvlm::solveGroup(group);
         for (int lane = 0; lane < parts * Lanes<T>::count; ++lane) {
             const ptrdiff_t k = i + lane;
@@ -282,9 +283,9 @@ KVLM_FOR_ELEMENTS(GENERAL_VECTORS, extern)
 template <class S, class T>
 KVLM_INLINE KvlStatus eigenValues(const S &s, PerObject<T> re, PerObject<T> im, Length n, Count count, Buffer<T> buffer)
 {
-    return solveBatch(GeneralBatch<ValuesKind<T>>{objectsOf(s, n.length), nullptr, nullptr, re.base, im.base, n.length,
-                                                  buffer.base},
-                      count.count);
+    return solveBatch(
+        GeneralBatch<ValuesKind<T>>{objectsOf(s, n.length), nullptr, nullptr, re.base, im.base, n.length, buffer.base},
+        count.count);
 }
 
 template <class S, class T>
@@ -294,17 +295,18 @@ KVLM_INLINE KvlStatus eigenValues(const S &s, PerObject<T> re, PerObject<T> im, 
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im, Length n,
-                                   Count count, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im,
+                                   Length n, Count count, Buffer<T> buffer)
 {
     const auto r = objectsOf(right, n.length), l = objectsOf(left, n.length);
     return solveBatch(
-        GeneralBatch<BothKind<T>>{objectsOf(s, n.length), &r, &l, re.base, im.base, n.length, buffer.base}, count.count);
+        GeneralBatch<BothKind<T>>{objectsOf(s, n.length), &r, &l, re.base, im.base, n.length, buffer.base},
+        count.count);
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im, Length n,
-                                   Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectors(const S &s, const D &right, const D &left, PerObject<T> re, PerObject<T> im,
+                                   Length n, Buffer<T> buffer)
 {
     return eigenVectors(s, right, left, re, im, n, Count(1), buffer);
 }
@@ -320,7 +322,8 @@ KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, PerObject<T> re,
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectorsRight(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n,
+                                        Buffer<T> buffer)
 {
     return eigenVectorsRight(s, d, re, im, n, Count(1), buffer);
 }
@@ -336,7 +339,8 @@ KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, PerObject<T> re, 
 }
 
 template <class S, class D, class T>
-KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n, Buffer<T> buffer)
+KVLM_INLINE KvlStatus eigenVectorsLeft(const S &s, const D &d, PerObject<T> re, PerObject<T> im, Length n,
+                                       Buffer<T> buffer)
 {
     return eigenVectorsLeft(s, d, re, im, n, Count(1), buffer);
 }
@@ -373,7 +377,8 @@ KVLM_INLINE size_t teamScratch(int n)
 
 } // namespace kvlm
 
-#define EIGEN_RUNS(X, T)   X##_PER_OBJECT(T, dstRe, widthHeight), X##_PER_OBJECT(T, dstIm, widthHeight), X##_LENGTH(widthHeight)
+#define EIGEN_RUNS(X, T)                                                                                               \
+    X##_PER_OBJECT(T, dstRe, widthHeight), X##_PER_OBJECT(T, dstIm, widthHeight), X##_LENGTH(widthHeight)
 #define EIGEN_BUFFER(X, T) X##_BUFFER(T, buffer, teamScratch(widthHeight))
 
 #define EIGEN_VALUES_M(X, D, T)  X##_M_##D(const T, src), EIGEN_RUNS(X, T), EIGEN_BUFFER(X, T)

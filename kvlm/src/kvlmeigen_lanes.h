@@ -4,8 +4,8 @@
 #ifndef KVLMEIGEN_LANES_H
 #define KVLMEIGEN_LANES_H
 
-#include "lanes/several.h"
 #include "kvlmeigen_schur.h"
+#include "lanes/several.h"
 
 namespace kvlm {
 

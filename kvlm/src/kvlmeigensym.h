@@ -66,14 +66,13 @@ KVLM_INLINE KvlStatus solvePair(const Src &src, typename Kind::Element *values, 
 // Orders 3 to 6, in one copy for all descriptions.
 template <class Kind, int N, class Vectors>
 KVLM_NOINLINE KvlStatus solveSmall(typename Kind::Element (&matrix)[N * N], typename Kind::Element *values,
-                                               Vectors &vectors)
+                                   Vectors &vectors)
 {
     return SymmetricProblem<Kind, N, Vectors>(N, matrix, values, vectors).solve();
 }
 
 template <class Kind, int N, class T>
-KVLM_NOINLINE KvlStatus solveLocally(const Objects<const T> &s, const Objects<T> *d, T *values,
-                                                 ptrdiff_t i)
+KVLM_NOINLINE KvlStatus solveLocally(const Objects<const T> &s, const Objects<T> *d, T *values, ptrdiff_t i)
 {
     T matrix[N * N];
     readObject(s, i, N, N, matrix);
@@ -93,8 +92,8 @@ KVLM_NOINLINE KvlStatus solveLocally(const Objects<const T> &s, const Objects<T>
 
 // All other orders from 3 on, in the caller's buffer.
 template <class Kind, class T, class Vectors>
-KVLM_NOINLINE KvlStatus solveInBuffer(const Objects<const T> &s, ptrdiff_t i, T *buffer, T *values,
-                                                  Vectors &vectors, int n)
+KVLM_NOINLINE KvlStatus solveInBuffer(const Objects<const T> &s, ptrdiff_t i, T *buffer, T *values, Vectors &vectors,
+                                      int n)
 {
     readObject(s, i, n, n, buffer);
     return SymmetricProblem<Kind, 0, Vectors>(n, buffer, values, vectors).solve();
@@ -117,8 +116,8 @@ KVLM_INLINE KvlStatus solveOther(const Objects<const T> &s, ptrdiff_t i, T *buff
 
 // Object i of any order; `d` is null where vectors are not wanted.
 template <class Kind, class T>
-KVLM_NOINLINE KvlStatus solveGeneral(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
-                                                 int n, ptrdiff_t i)
+KVLM_NOINLINE KvlStatus solveGeneral(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values, int n,
+                                     ptrdiff_t i)
 {
     if constexpr (Kind::hasVectors)
         return withViews([&](const auto &dst) KVLM_INLINED { return solveOther<Kind>(s, i, buffer, values, dst, n); },
@@ -138,8 +137,7 @@ using VectorsOfArray = SymmetricKind<T, true, true>;
 
 // One matrix: values alone, then with vectors.
 template <class Kind, class T>
-KVLM_NOINLINE KvlStatus solveOne(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
-                                             int n)
+KVLM_NOINLINE KvlStatus solveOne(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values, int n)
 {
     return bySmallOrder(
         n, [&](auto order) KVLM_INLINED { return solveLocally<Kind, order>(s, d, values, 0); },
@@ -186,10 +184,10 @@ KVLM_INLINE size_t squareElements(int n)
 } // namespace kvlm
 
 #define SYM_VALUES_M(X, D, T)                                                                                          \
-    X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),        \
+    X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),  \
         X##_LENGTH(widthHeight)
 #define SYM_VALUES_MA(X, D, T)                                                                                         \
-    X##_MA_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),       \
+    X##_MA_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight), \
         X##_LENGTH(widthHeight), X##_COUNT
 #define SYM_VECTORS_M(X, D, T)                                                                                         \
     X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_M_##D(T, dst),                    \

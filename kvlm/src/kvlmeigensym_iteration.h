@@ -7,8 +7,8 @@
 #ifndef KVLMEIGENSYM_ITERATION_H
 #define KVLMEIGENSYM_ITERATION_H
 
-#include "loops/elimination.h"
 #include "lanes/batches.h"
+#include "loops/elimination.h"
 
 namespace kvlm {
 

@@ -285,6 +285,7 @@ KVLM_INLINE bool solveGroup(Lanes<T> (&x)[N][N], Lanes<T> (&values)[N])
 template <class Kind, int N, class T>
 KVLM_NOINLINE KvlStatus solveBatch(const Objects<const T> &s, const Objects<T> *d, T *values, int count)
 {
+    const SharedGroups<Load, const T, Fixed<N>, Fixed<N>> source(s, {}, {});
     const auto groups = [&](auto isApart, auto store) KVLM_INLINED {
         return inGroups<T>(
             count,
@@ -292,7 +293,7 @@ KVLM_NOINLINE KvlStatus solveBatch(const Objects<const T> &s, const Objects<T> *
                 Lanes<T> x[N][N], value[N];
                 if (!isApart(i))
                     return false;
-                moveObjects<Load, Whole>(s, i, Fixed<N>(), Fixed<N>(), x[0]);
+                source.move(i, x[0]);
                 if (!solveGroup<Kind>(x, value))
                     return false;
                 store(i, x);
@@ -303,17 +304,17 @@ KVLM_NOINLINE KvlStatus solveBatch(const Objects<const T> &s, const Objects<T> *
     };
     if constexpr (Kind::hasVectors) {
         const GroupsApart<T> apart(*d, N, N);
+        const SharedGroups<Store, T, Fixed<N>, Fixed<N>> result(*d, {}, {});
         return groups([&](ptrdiff_t i) KVLM_INLINED { return apart(i); },
-                      [&](ptrdiff_t i, const Lanes<T>(&x)[N][N])
-                          KVLM_INLINED { moveObjects<Store, Whole>(*d, i, Fixed<N>(), Fixed<N>(), x[0]); });
+                      [&](ptrdiff_t i, const Lanes<T>(&x)[N][N]) KVLM_INLINED { result.move(i, x[0]); });
     } else
         return groups([](ptrdiff_t) KVLM_INLINED { return true; }, [](ptrdiff_t, const auto &) KVLM_INLINED {});
 }
 
 // An array of matrices: values alone, then with vectors.
 template <class Kind, class T>
-KVLM_NOINLINE KvlStatus solveArray(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values,
-                                               int n, int count)
+KVLM_NOINLINE KvlStatus solveArray(const Objects<const T> &s, const Objects<T> *d, T *buffer, T *values, int n,
+                                   int count)
 {
     return bySmallOrder(
         n, [&](auto order) KVLM_INLINED { return solveBatch<Kind, order>(s, d, values, count); },

@@ -2,8 +2,8 @@
 #ifndef KVLMEXTRACT_H
 #define KVLMEXTRACT_H
 
-#include "loops/moves.h"
 #include "frame/rows.h"
+#include "loops/moves.h"
 
 namespace kvlm {
 

@@ -2,8 +2,8 @@
 #ifndef KVLMFROBNORM_H
 #define KVLMFROBNORM_H
 
-#include "loops/inner_products.h"
 #include "frame/rows.h"
+#include "loops/inner_products.h"
 #include "loops/sums.h"
 
 #include <limits.h>

@@ -36,12 +36,12 @@ constexpr Limits gaxpyLimits = {5000, 5000, 5000, 5000, 5000};
 #define GAXPY_MVAV(X, D, T) GAXPY(X, D, T, VA, V, VA), X##_COUNT
 
 #define GAXPY_OBJECT_KERNELS(name, CLASS, T)                                                                           \
-    KERNEL(own##name, CLASS, U, T, gaxpy<laneOrder<T>>)                                                                 \
+    KERNEL(own##name, CLASS, U, T, gaxpy<laneOrder<T>>)                                                                \
     KERNEL(own##name##_S2, CLASS, S, T, gaxpy<Sum::fromLeft>)                                                          \
     KERNEL(own##name##_P, CLASS, P, T, gaxpy<Sum::fromLeft>)
 #define GAXPY_BATCH_KERNELS(name, CLASS, T)                                                                            \
     GAXPY_OBJECT_KERNELS(name, CLASS, T)                                                                               \
-    KERNEL(own##name##_L, CLASS, LU, T, gaxpy<laneOrder<T>>)                                                            \
+    KERNEL(own##name##_L, CLASS, LU, T, gaxpy<laneOrder<T>>)                                                           \
     KERNEL(own##name##_LS2, CLASS, LS, T, gaxpy<Sum::fromLeft>)
 
 #endif

@@ -3,11 +3,11 @@
 #ifndef KVLMINVERT_H
 #define KVLMINVERT_H
 
-#include "loops/elimination.h"
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
 #include "kvlminvert_forms.h"
+#include "lanes/batches.h"
+#include "loops/elimination.h"
 
 namespace kvlm {
 
@@ -29,22 +29,24 @@ KVLM_NOINLINE KvlStatus invertObject(const Objects<const T> &s, const Objects<T>
 template <int N, bool Adjacent, class T>
 KVLM_NOINLINE KvlStatus invertBatch(const Objects<const T> &s, const Objects<T> &d, int count)
 {
-    const GroupSource<T, N, N> source(s);
-    const GroupResult<T, N, N> result(d);
     const GroupsApart<T> apart(d, N, N);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(i))
-                return false;
-            Inverse<T, N, Adjacent> work;
-            source.load(i, work.a);
-            if (!invert(work))
-                return false;
-            result.store(i, work.a);
-            return true;
+    return byLayout(
+        [&](const auto &source, const auto &result) KVLM_INLINED {
+            return inGroups<T>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    if (!apart(i))
+                        return false;
+                    Inverse<T, N, Adjacent> work;
+                    source.move(i, work.a[0]);
+                    if (!invert(work))
+                        return false;
+                    result.move(i, work.a[0]);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N, Adjacent>(s, d, i); });
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N, Adjacent>(s, d, i); });
+        GroupSource<T, N, N>(s), GroupResult<T, N, N>(d));
 }
 
 // The determinant of what an elimination holds, with the settled difference between the matrix itself and its minors:
@@ -98,9 +100,9 @@ KVLM_NOINLINE KvlStatus invertByElimination(const Src &src, T *buffer, const Dst
 template <class T>
 KVLM_INLINE KvlStatus invertGeneral(const Objects<const T> &s, T *buffer, const Objects<T> &d, int n, ptrdiff_t i)
 {
-    return withViews(
-        [&](const auto &src, const auto &dst) KVLM_INLINED { return invertByElimination(src, buffer, dst, n); }, i, s,
-        d);
+    return withViews([&](const auto &src, const auto &dst)
+                         KVLM_INLINED { return invertByElimination(src, buffer, dst, n); },
+                     i, s, d);
 }
 
 template <class S, class D, class T>
@@ -159,13 +161,17 @@ KVLM_INLINE int invertWork(unsigned n, unsigned count)
 }
 
 // Compiled once, in kvlminvert_ma.cpp.
-#define INVERSES(linkage, T) \
-    linkage template KvlStatus invertObjects<false>(const Objects<const T> &, T *, const Objects<T> &, int, int); \
-    linkage template KvlStatus invertObjects<true>(const Objects<const T> &, T *, const Objects<T> &, int, int); \
-    linkage template KvlStatus invertObject<3, hasAdjacentForm<T, 3>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
-    linkage template KvlStatus invertObject<4, hasAdjacentForm<T, 4>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
-    linkage template KvlStatus invertObject<5, hasAdjacentForm<T, 5>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t); \
-    linkage template KvlStatus invertObject<6, hasAdjacentForm<T, 6>>(const Objects<const T> &, const Objects<T> &, ptrdiff_t);
+#define INVERSES(linkage, T)                                                                                           \
+    linkage template KvlStatus invertObjects<false>(const Objects<const T> &, T *, const Objects<T> &, int, int);      \
+    linkage template KvlStatus invertObjects<true>(const Objects<const T> &, T *, const Objects<T> &, int, int);       \
+    linkage template KvlStatus invertObject<3, hasAdjacentForm<T, 3>>(const Objects<const T> &, const Objects<T> &,    \
+                                                                      ptrdiff_t);                                      \
+    linkage template KvlStatus invertObject<4, hasAdjacentForm<T, 4>>(const Objects<const T> &, const Objects<T> &,    \
+                                                                      ptrdiff_t);                                      \
+    linkage template KvlStatus invertObject<5, hasAdjacentForm<T, 5>>(const Objects<const T> &, const Objects<T> &,    \
+                                                                      ptrdiff_t);                                      \
+    linkage template KvlStatus invertObject<6, hasAdjacentForm<T, 6>>(const Objects<const T> &, const Objects<T> &,    \
+                                                                      ptrdiff_t);
 KVLM_FOR_ELEMENTS(INVERSES, extern)
 
 } // namespace kvlm

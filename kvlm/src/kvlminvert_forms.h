@@ -2,8 +2,8 @@
 #ifndef KVLMINVERT_FORMS_H
 #define KVLMINVERT_FORMS_H
 
-#include "loops/elimination.h"
 #include "lanes/batches.h"
+#include "loops/elimination.h"
 
 namespace kvlm {
 

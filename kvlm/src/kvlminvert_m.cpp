@@ -4,7 +4,7 @@
 using namespace kvlm;
 
 // The kernels of one order, for adjacent elements.
-#define INVERT_FIXED(X, D, T) X##_M_##D(const T, src), X##_M_##D(T, dst)
+#define INVERT_FIXED(X, D, T)    X##_M_##D(const T, src), X##_M_##D(T, dst)
 #define OF_ORDER(name, T, order) KERNEL(name, INVERT_FIXED, U, T, invertAdjacent<order>)
 
 // The common routine of each description, for the orders that are not unrolled.
@@ -13,7 +13,7 @@ using namespace kvlm;
     KERNEL(name##_S2_com, INVERT_M, S, T, invertCommon)                                                                \
     KERNEL(name##_P_com, INVERT_M, P, T, invertCommon)
 #define ROW(name, T)                                                                                                   \
-    OBJECT_KERNELS(name, INVERT_M, T, inverse)                                                                       \
+    OBJECT_KERNELS(name, INVERT_M, T, inverse)                                                                         \
     OBJECT_FUNCTIONS(name, INVERT_M, T, UsualOrder)
 
 OF_ORDER(ownkvlmInvert_m_32f_3x3, float, 3)

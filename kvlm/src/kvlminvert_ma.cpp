@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(INVERSES, )
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, INVERT_MA, T, inverse)                                                                     \
+    BATCH_KERNELS(name, INVERT_MA, T, inverse)                                                                         \
     BATCH_FUNCTIONS(name, INVERT_MA, T, UsualOrder, invertWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmInvert_ma_32f, float)

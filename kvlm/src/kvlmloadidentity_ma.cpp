@@ -1,6 +1,6 @@
 // Arrays of identity matrices.
-#include "loops/moves.h"
 #include "frame/rows.h"
+#include "loops/moves.h"
 
 #include <algorithm>
 

@@ -3,9 +3,9 @@
 #ifndef KVLMLUBACKSUBST_H
 #define KVLMLUBACKSUBST_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -97,7 +97,7 @@ KVLM_NOINLINE void solveByDivision(const A &a, const int *pivot, const B &b, con
 // System i. A single matrix is that of all systems.
 template <int N, class T>
 KVLM_NOINLINE void solveSystem(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
-                                           const Objects<T> &d, ptrdiff_t i)
+                               const Objects<T> &d, ptrdiff_t i)
 {
     withViews(
         [&](const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
@@ -110,8 +110,8 @@ KVLM_NOINLINE void solveSystem(const Objects<const T> &a, const int *pivot, cons
 
 // One matrix, many right-hand sides
 template <int N, class T>
-KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot,
-                                                 const Objects<const T> &b, const Objects<T> &d, int count)
+KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
+                                     const Objects<T> &d, int count)
 {
     using V = Lanes<T>;
     Factors<T, N> f;
@@ -126,54 +126,62 @@ KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot
         for (int c = 0; c < N; ++c)
             all.lu[r][c] = V::all(f.lu[r][c]);
     }
-    const GroupSource<T, 1, N> source(b);
-    return vectorsInGroups<N>(
+    return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
-            V given[1][N];
-            source.load(i, given);
+        [&](ptrdiff_t i, V(&x)[N], const auto &source) KVLM_INLINED {
+            V given[N];
+            source.move(i, given);
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
-                x[0][j] = given[0][order[j]];
-            all.solve(x[0]);
+                x[j] = given[order[j]];
+            all.solve(x);
         },
         [&](ptrdiff_t i) KVLM_INLINED {
             withViews([&](const auto &src, const auto &dst) KVLM_INLINED { solveWith(f, order, src, dst); }, i, b, d);
-        });
+        },
+        GroupSource<T, 1, N>(b));
 }
 
 // A matrix for each right-hand side
 template <int N, class T>
-KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot,
-                                                 const Objects<const T> &b, const Objects<T> &d, int count)
+KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
+                                     const Objects<T> &d, int count)
 {
     using V = Lanes<T>;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { solveSystem<N>(a, pivot + i * N, b, d, i); };
     // Measured: three rows of three floats are not worth a group.
     if constexpr (N == 3 && sizeof(T) == 4) {
-        for (ptrdiff_t i = 0; i < count; ++i)
-            one(i);
+        eachObject(
+            count,
+            [&](ptrdiff_t i, const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
+                Factors<T, N> f;
+                loadFactors(matrix, pivot + i * N, f);
+                solveWith(f, pivot + i * N, src, dst);
+            },
+            a, b, d);
         return kvlOk;
     }
-    return vectorsInGroups<N>(
+    return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[1][N]) KVLM_INLINED {
+        [&](ptrdiff_t i, V(&x)[N], const auto &factors, const auto &source) KVLM_INLINED {
             int order[V::count][N];
             memcpy(order, pivot + i * N, sizeof order);
             Factors<V, N> f;
-            moveRows<Load>(a, i, order, f.lu);
+            factors.move(i, order, f.lu);
             f.invertDiagonal();
+            V column[N][1];
+            source.move(i, order, column);
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
-                x[0][j] = gather(groupOf<const T>([&](int l) KVLM_INLINED { return b.at(i + l, 0, order[l][j]); }));
-            f.solve(x[0]);
+                x[j] = column[j][0];
+            f.solve(x);
         },
-        one);
+        one, RowGroups<Load, const T, N>(a), RowGroups<Load, const T, 1>(b.transposed()));
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus solveFactored(const Objects<const T> &a, const int *pivot,
-                                                  const Objects<const T> &b, const Objects<T> &d, int n, int count)
+KVLM_NOINLINE KvlStatus solveFactored(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
+                                      const Objects<T> &d, int n, int count)
 {
     return bySmallOrder(
         n,
@@ -184,9 +192,9 @@ KVLM_NOINLINE KvlStatus solveFactored(const Objects<const T> &a, const int *pivo
         },
         [&]() KVLM_INLINED {
             for (ptrdiff_t i = 0; i < count; ++i)
-                withViews([&](const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
-                    solveByDivision(matrix, pivot + (a.isSingle ? 0 : i * n), src, dst, n);
-                }, i, a, b, d);
+                withViews([&](const auto &matrix, const auto &src, const auto &dst)
+                              KVLM_INLINED { solveByDivision(matrix, pivot + (a.isSingle ? 0 : i * n), src, dst, n); },
+                          i, a, b, d);
             return KvlStatus(kvlOk);
         });
 }
@@ -202,20 +210,21 @@ KVLM_INLINE KvlStatus luSolve(const A &a, PerObject<const int> pivots, const B &
 constexpr Limits luSolveLimits = {1700, 1700, 1700, 1700, 1700};
 
 // Compiled once, in kvlmlubacksubst_mava.cpp.
-#define LU_SOLVERS(linkage, T) \
-    linkage template KvlStatus solveFactored(const Objects<const T> &, const int *, const Objects<const T> &, const Objects<T> &, int, int);
+#define LU_SOLVERS(linkage, T)                                                                                         \
+    linkage template KvlStatus solveFactored(const Objects<const T> &, const int *, const Objects<const T> &,          \
+                                             const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(LU_SOLVERS, extern)
 
 } // namespace kvlm
 
 #define LU_MV(X, D, T)                                                                                                 \
-    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_V_##D(const T, src2), X##_V_##D(T, dst),              \
+    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_V_##D(const T, src2), X##_V_##D(T, dst),        \
         X##_LENGTH(widthHeight)
 #define LU_MVA(X, D, T)                                                                                                \
-    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_VA_##D(const T, src2), X##_VA_##D(T, dst),            \
+    X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_VA_##D(const T, src2), X##_VA_##D(T, dst),      \
         X##_LENGTH(widthHeight), X##_COUNT
 #define LU_MAVA(X, D, T)                                                                                               \
-    X##_MA_##D(const T, src1), X##_PER_OBJECT(const int, pivot, widthHeight), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), \
-        X##_LENGTH(widthHeight), X##_COUNT
+    X##_MA_##D(const T, src1), X##_PER_OBJECT(const int, pivot, widthHeight), X##_VA_##D(const T, src2),               \
+        X##_VA_##D(T, dst), X##_LENGTH(widthHeight), X##_COUNT
 
 #endif

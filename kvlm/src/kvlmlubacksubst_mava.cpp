@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(LU_SOLVERS, )
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, LU_MAVA, T, luSolve)                                                                      \
+    BATCH_KERNELS(name, LU_MAVA, T, luSolve)                                                                           \
     BATCH_FUNCTIONS(name, LU_MAVA, T, UsualOrder, systemsWork(widthHeight, count), luSolveLimits)
 
 ROW(kvlmLUBackSubst_mava_32f, float)

@@ -4,7 +4,7 @@
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, LU_MVA, T, luSolve)                                                                     \
+    BATCH_KERNELS(name, LU_MVA, T, luSolve)                                                                            \
     BATCH_FUNCTIONS(name, LU_MVA, T, UsualOrder, vectorsWork(widthHeight, count), luSolveLimits)
 
 ROW(kvlmLUBackSubst_mva_32f, float)

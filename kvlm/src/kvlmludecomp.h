@@ -5,9 +5,9 @@
 #ifndef KVLMLUDECOMP_H
 #define KVLMLUDECOMP_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -91,8 +91,7 @@ KVLM_NOINLINE int factor(Rows<T, N> &rows)
 
 // One object of a batch, or alone.
 template <int N, class T>
-KVLM_NOINLINE KvlStatus factorObject(const Objects<const T> &s, const Objects<T> &d, int *pivot,
-                                                 ptrdiff_t i)
+KVLM_NOINLINE KvlStatus factorObject(const Objects<const T> &s, const Objects<T> &d, int *pivot, ptrdiff_t i)
 {
     Rows<T, N> rows;
     loadObject(s, i, rows.a);
@@ -161,29 +160,31 @@ KVLM_INLINE KvlStatus factorCommon(const S &s, PerObject<int> pivot, const D &d,
 template <int N, class T>
 KVLM_NOINLINE KvlStatus factorBatch(const Objects<const T> &s, int *pivots, const Objects<T> &d, int count)
 {
-    const GroupSource<T, N, N> source(s);
     const GroupsApart<T> apart(d, N, N);
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            Rows<T, N> rows;
-            if (!apart(i))
-                return false;
-            source.load(i, rows.a);
-            if (factor(rows) < N)
-                return false;
-            int order[Lanes<T>::count][N];
-            rows.tables(order);
-            memcpy(pivots + i * N, order, sizeof order);
-            moveRows<Store>(d, i, order, rows.a);
-            return true;
+    return byLayout(
+        [&](const auto &source, const auto &result) KVLM_INLINED {
+            return inGroups<T>(
+                count,
+                [&](ptrdiff_t i) KVLM_INLINED {
+                    Rows<T, N> rows;
+                    if (!apart(i))
+                        return false;
+                    source.move(i, rows.a[0]);
+                    if (factor(rows) < N)
+                        return false;
+                    int order[Lanes<T>::count][N];
+                    rows.tables(order);
+                    memcpy(pivots + i * N, order, sizeof order);
+                    result.move(i, order, rows.a);
+                    return true;
+                },
+                [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivots + i * N, i); });
         },
-        [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivots + i * N, i); });
+        GroupSource<T, N, N>(s), RowGroups<Store, T, N>(d));
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus factorObjects(const Objects<const T> &s, int *pivots, const Objects<T> &d, int n,
-                                                  int count)
+KVLM_NOINLINE KvlStatus factorObjects(const Objects<const T> &s, int *pivots, const Objects<T> &d, int n, int count)
 {
     return bySmallOrder(
         n,
@@ -203,7 +204,7 @@ KVLM_INLINE KvlStatus luDecomp(const S &s, PerObject<int> pivot, const D &d, Len
 }
 
 // Compiled once, in kvlmludecomp_ma.cpp.
-#define LU_DECOMPOSITIONS(linkage, T) \
+#define LU_DECOMPOSITIONS(linkage, T)                                                                                  \
     linkage template KvlStatus factorObjects(const Objects<const T> &, int *, const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, extern)
 
@@ -212,6 +213,7 @@ KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, extern)
 #define LU_M(X, D, T)                                                                                                  \
     X##_M_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_M_##D(T, dst), X##_LENGTH(widthHeight)
 #define LU_MA(X, D, T)                                                                                                 \
-    X##_MA_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_MA_##D(T, dst), X##_LENGTH(widthHeight), X##_COUNT
+    X##_MA_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_MA_##D(T, dst), X##_LENGTH(widthHeight),    \
+        X##_COUNT
 
 #endif

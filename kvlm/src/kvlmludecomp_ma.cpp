@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, )
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, LU_MA, T, luDecomp)                                                                       \
+    BATCH_KERNELS(name, LU_MA, T, luDecomp)                                                                            \
     BATCH_FUNCTIONS(name, LU_MA, T, UsualOrder, squaresWork(widthHeight, count), listApartLimits<T>)
 
 ROW(kvlmLUDecomp_ma_32f, float)

@@ -3,9 +3,9 @@
 #ifndef KVLMMUL_ADJACENT_H
 #define KVLMMUL_ADJACENT_H
 
+#include "kvlmmul_small.h"
 #include "lanes/batches.h"
 #include "loops/sums.h"
-#include "kvlmmul_small.h"
 
 namespace kvlm {
 
@@ -173,8 +173,7 @@ constexpr int vectorsAtOnce = RowShape<T, N>::left ? RowShape<T, N>::together : 
 
 // The batch, or one product. Objects that overlap are written one after the other.
 template <int N, Sum Order, class A, class X, class E, class D>
-KVLM_NOINLINE void adjacentProducts(const A &givenA, const X &givenX, const E &givenTerm, const D &givenD,
-                                                int count)
+KVLM_NOINLINE void adjacentProducts(const A &givenA, const X &givenX, const E &givenTerm, const D &givenD, int count)
 {
     using T = typename D::Element;
     const A a = givenA;

@@ -2,8 +2,8 @@
 #ifndef KVLMMUL_CONSTANT_H
 #define KVLMMUL_CONSTANT_H
 
-#include "loops/elementwise.h"
 #include "frame/rows.h"
+#include "loops/elementwise.h"
 #include "loops/vectors.h"
 
 namespace kvlm {

@@ -3,8 +3,8 @@
 #ifndef KVLMMUL_FACTORS_H
 #define KVLMMUL_FACTORS_H
 
-#include "lanes/lanes.h"
 #include "frame/read.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

@@ -3,8 +3,8 @@
 #ifndef KVLMMUL_GENERAL_H
 #define KVLMMUL_GENERAL_H
 
-#include "lanes/lanes.h"
 #include "frame/read.h"
+#include "lanes/lanes.h"
 #include "loops/sums.h"
 
 namespace kvlm {

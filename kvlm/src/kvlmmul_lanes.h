@@ -2,8 +2,8 @@
 #ifndef KVLMMUL_LANES_H
 #define KVLMMUL_LANES_H
 
-#include "lanes/batches.h"
 #include "kvlmmul_small.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 

@@ -5,10 +5,10 @@
 
 #include "frame/layout.h"
 #include "frame/rows.h"
-#include "loops/sums.h"
 #include "kvlmmul_adjacent.h"
 #include "kvlmmul_general.h"
 #include "kvlmmul_limits.h"
+#include "loops/sums.h"
 
 namespace kvlm {
 
@@ -53,8 +53,8 @@ KVLM_INLINE void readVector(const View &view, int r, T (&v)[N])
 
 // One object of order N.
 template <int N, Sum Order, class T>
-KVLM_NOINLINE void vectorProduct(const Objects<const T> &a, const Objects<const T> &x,
-                                             const Objects<const T> *term, const Objects<T> &d, ptrdiff_t i)
+KVLM_NOINLINE void vectorProduct(const Objects<const T> &a, const Objects<const T> &x, const Objects<const T> *term,
+                                 const Objects<T> &d, ptrdiff_t i)
 {
     withViews(
         [&](const auto &matrix, const auto &vector, const auto &dst) KVLM_INLINED {
@@ -76,31 +76,56 @@ KVLM_NOINLINE void vectorProduct(const Objects<const T> &a, const Objects<const 
         i, a, x, d);
 }
 
-// A batch, one object per lane.
-template <int N, Sum Order, class T>
-KVLM_NOINLINE KvlStatus vectorProducts(const Objects<const T> &a, const Objects<const T> &x,
-                                                   const Objects<const T> *term, const Objects<T> &d, int count)
+// A batch of vectors by one matrix, one object per lane: plus a term for each, plus one for all, or alone.
+template <int N, Sum Order, class T, class... Terms>
+KVLM_NOINLINE KvlStatus vectorsByMatrix(const Objects<const T> &a, const Objects<const T> &x,
+                                        const Objects<const T> *term, const Objects<T> &d, int count,
+                                        const Terms &...terms)
 {
     using V = Lanes<T>;
-    const GroupSource<T, N, N> matrices(a);
-    const VectorSource<T, N> vectors(x), terms(term ? *term : x);
     V matrix[N][N];
-    if (a.isSingle)
-        loadObject(a, 0, matrix);
-    return vectorsInGroups<N>(
+    loadObject(a, 0, matrix);
+    return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&y)[1][N]) KVLM_INLINED {
-            V v[1][N];
-            if (!a.isSingle)
-                matrices.load(i, matrix);
-            vectors.load(i, v);
-            vectorSums<Order>(matrix, v[0], y[0]);
-            if (term) {
-                terms.load(i, v);
-                addTerm(v[0], y[0]);
-            }
+        [&](ptrdiff_t i, V(&y)[N], const auto &source, const auto &...addends) KVLM_INLINED {
+            V v[N];
+            source.move(i, v);
+            vectorSums<Order>(matrix, v, y);
+            ((addends.move(i, v), addTerm(v, y)), ...);
         },
-        [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order>(a, x, term, d, i); });
+        [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order>(a, x, term, d, i); }, GroupSource<T, 1, N>(x),
+        terms...);
+}
+
+// A batch of vectors, or a single one, by a matrix for each.
+template <int N, Sum Order, class T, class Vectors>
+KVLM_NOINLINE KvlStatus vectorsByMatrices(const Objects<const T> &a, const Objects<const T> &x, const Objects<T> &d,
+                                          int count, const Vectors &vectors)
+{
+    using V = Lanes<T>;
+    return vectorsByLayout<N>(
+        d, count,
+        [](ptrdiff_t i, V(&y)[N], const auto &matrices, const auto &source) KVLM_INLINED {
+            V matrix[N][N], v[N];
+            matrices.move(i, matrix[0]);
+            source.move(i, v);
+            vectorSums<Order>(matrix, v, y);
+        },
+        [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order, T>(a, x, nullptr, d, i); }, GroupSource<T, N, N>(a),
+        vectors);
+}
+
+template <int N, Sum Order, class T>
+KVLM_INLINE KvlStatus vectorProducts(const Objects<const T> &a, const Objects<const T> &x, const Objects<const T> *term,
+                                     const Objects<T> &d, int count)
+{
+    if (!a.isSingle)
+        return x.isSingle ? vectorsByMatrices<N, Order>(a, x, d, count, SingleVector<T, N>(x))
+                          : vectorsByMatrices<N, Order>(a, x, d, count, GroupSource<T, 1, N>(x));
+    if (!term)
+        return vectorsByMatrix<N, Order>(a, x, term, d, count);
+    return term->isSingle ? vectorsByMatrix<N, Order>(a, x, term, d, count, SingleVector<T, N>(*term))
+                          : vectorsByMatrix<N, Order>(a, x, term, d, count, GroupSource<T, 1, N>(*term));
 }
 
 // Orders 3 to 6.
@@ -118,7 +143,7 @@ KVLM_NOINLINE KvlStatus productsInLanes(const Objects<const T> &a, const Objects
         []() KVLM_INLINED { return KvlStatus(kvlOk); });
 }
 
-// Compiled once, in kvlmmul_vector.cpp: for any strides, for adjacent elements.
+// Compiled once, in kvlmmul_vector_32f.cpp and its like: for any strides, for adjacent elements.
 #define PRODUCTS_IN_LANES(linkage, T)                                                                                  \
     linkage template KvlStatus productsInLanes<Sum::fromLeft>(const Objects<const T> &, const Objects<const T> &,      \
                                                               const Objects<const T> *, const Objects<T> &, int, int); \
@@ -166,8 +191,8 @@ KVLM_INLINE void anyVectorProducts(const A &a, const X &x, const E &term, const 
         productGeneral<T>(anySteps(a).view(i), asColumn(x, i), asColumn(term, i), asColumn(d, i), height, inner, 1);
 }
 
-// How products of an order that is unrolled are worked: with one object per lane, as sums along the rows of a matrix, or
-// as rows by the columns of a matrix, which are in registers. Measured:
+// How products of an order that is unrolled are worked: with one object per lane, as sums along the rows of a matrix,
+// or as rows by the columns of a matrix, which are in registers. Measured:
 //
 //   elements    matrices   read as   32f                 64f
 //   adjacent    one        m, t      columns             columns
@@ -188,31 +213,35 @@ constexpr Way wayOf(char letter, int order)
     return sizeof(typename A::Element) == 4 && order != 4 ? Way::lanes : Way::rows;
 }
 
-// dst = op(src1)*src2 + term of order N, one or a batch.
+// dst = op(src1)*src2 + term of order n, one or a batch.
+template <char Letter, Sum Order, class A, class X, class E, class D>
+KVLM_INLINE void multiplyInLanes(const A &src1, const X &src2, const E &term, const D &dst, int n, int count)
+{
+    const auto matrices = objectsOf(src1, n), a = Letter == 't' ? matrices.transposed() : matrices;
+    const auto x = objectsOf(src2, n);
+    const auto d = objectsOf(dst, n);
+    if constexpr (std::is_same_v<E, NoTerm>)
+        productsInLanes<Order, typename D::Element>(a, x, nullptr, d, n, count);
+    else {
+        const auto b = objectsOf(term, n);
+        productsInLanes<Order>(a, x, &b, d, n, count);
+    }
+}
+
 template <int N, char Letter, Sum Order, class A, class X, class E, class D>
 KVLM_INLINE void multiplyByWay(const A &src1, const X &src2, const E &term, const D &dst, int count)
 {
     constexpr Way way = wayOf<A>(Letter, N);
-    constexpr bool hasTerm = !std::is_same_v<E, NoTerm>, vectorsShare = A::isSingle && !D::isSingle && !D::isList;
-    const auto inLanes = [&]() KVLM_INLINED {
-        const auto matrices = objectsOf(src1, N), a = Letter == 't' ? matrices.transposed() : matrices;
-        const auto x = objectsOf(src2, N);
-        const auto d = objectsOf(dst, N);
-        if constexpr (hasTerm) {
-            const auto b = objectsOf(term, N);
-            productsInLanes<Order>(a, x, &b, d, N, count);
-        } else
-            productsInLanes<Order, typename D::Element>(a, x, nullptr, d, N, count);
-    };
+    constexpr bool vectorsShare = A::isSingle && !D::isSingle && !D::isList;
     if constexpr (way == Way::lanes)
-        return inLanes();
+        multiplyInLanes<Letter, Order>(src1, src2, term, dst, N, count);
     else if constexpr (way == Way::rows)
-        return productsByRows<N, Order>(src1, src2, dst, count);
+        productsByRows<N, Order>(src1, src2, dst, count);
     else {
         if constexpr (vectorsShare && N != 4)
             if (objectsPacked(src2, N) && objectsPacked(dst, N) && objectsPacked(term, N))
-                return inLanes();
-        const auto a = readAs<Letter == 'm' ? 't' : 'm'>(src1, N);
+                return multiplyInLanes<Letter, Order>(src1, src2, term, dst, N, count);
+        const auto a = readAs < Letter == 'm' ? 't' : 'm' > (src1, N);
         if (!A::isSingle && linesPacked(a, N, N))
             adjacentProducts<N, Order>(withPackedLines<N>(a), src2, term, dst, count);
         else

@@ -89,8 +89,8 @@ KVLM_NOINLINE void solvePrepared(const V *a, const V *beta, Height height, V *b)
 
 // System i. A single matrix is that of all systems.
 template <class Width, class Height, class T>
-KVLM_NOINLINE void qrSolveObject(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
-                                             Width width, Height height, ptrdiff_t i)
+KVLM_NOINLINE void qrSolveObject(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d, Width width,
+                                 Height height, ptrdiff_t i)
 {
     using V = Lanes<T>;
     V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
@@ -132,12 +132,14 @@ KVLM_NOINLINE void qrSolveGeneral(const A &factor, const B &b, const D &d, T *wo
 
 // One matrix, many right-hand sides
 template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b,
-                                              const Objects<T> &d, Width width, Height height, int count)
+KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                  Width width, Height height, int count)
 {
     using V = Lanes<T>;
     V factor[capacity<Height, Width>];
     loadObject(a, 0, height, width, factor);
+    const SizedGroups<Load, const T, OneRow<Height>, Height> source(b, {}, height);
+    const SizedGroups<Store, T, OneRow<Width>, Width> result(d, {}, width);
     const GroupsApart<T> apart(d, 1, width);
     V beta[lanesWidth], x[capacity<Height, Fixed<1>>];
     knowingWidth(width, [&](auto w) KVLM_INLINED { reflectorFactors(rowsOf<V, w>(factor), height, beta); });
@@ -149,9 +151,9 @@ KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const
         [&](ptrdiff_t i) KVLM_INLINED {
             if (!apart(i))
                 return false;
-            moveObjects<Load, Whole>(b, i, oneRow(height), height, static_cast<V *>(x));
+            source.move(i, static_cast<V *>(x));
             solve();
-            moveObjects<Store, Whole>(d, i, oneRow(width), width, static_cast<const V *>(x));
+            result.move(i, static_cast<const V *>(x));
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
@@ -164,11 +166,14 @@ KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const
 
 // A matrix for each right-hand side
 template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b,
-                                              const Objects<T> &d, Width width, Height height, int count)
+KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                  Width width, Height height, int count)
 {
     constexpr int registers = registersFor<Height>;
     using V = Several<T, registers>;
+    const SizedGroups<Load, const T, Height, Width> matrices(a, height, width);
+    const SizedGroups<Load, const T, OneRow<Height>, Height> source(b, {}, height);
+    const SizedGroups<Store, T, OneRow<Width>, Width> result(d, {}, width);
     const GroupsApart<T, Whole, registers> apart(d, 1, width);
     return inWideGroups<T, registers>(
         count,
@@ -176,10 +181,10 @@ KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const
             if (!apart(i, parts))
                 return false;
             V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
-            loadParts(a, i, parts, height, width, factor);
-            loadParts(b, i, parts, oneRow(height), height, x);
+            loadParts(matrices, i, parts, factor);
+            loadParts(source, i, parts, x);
             knowingWidth(width, [&](auto w) KVLM_INLINED { solveAnew<V, w>(factor, height, x); });
-            storeParts(d, i, parts, oneRow(width), width, x);
+            storeParts(result, i, parts, x);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
@@ -190,7 +195,7 @@ KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const
 
 template <class T>
 KVLM_NOINLINE KvlStatus qrSolveObjects(const Objects<const T> &a, T *work, const Objects<const T> &b,
-                                                   const Objects<T> &d, TallShape shape, int count)
+                                       const Objects<T> &d, TallShape shape, int count)
 {
     return byTallShape(
         shape,
@@ -212,8 +217,8 @@ template <class A, class B, class D, class T>
 KVLM_INLINE KvlStatus qrSolve(const A &a, Buffer<T> buffer, const B &b, const D &d, TallShape shape,
                               Count count = Count(1))
 {
-    return qrSolveObjects(objectsOf(a, shape.width), buffer.base, objectsOf(b, shape.height),
-                          objectsOf(d, shape.width), shape, count.count);
+    return qrSolveObjects(objectsOf(a, shape.width), buffer.base, objectsOf(b, shape.height), objectsOf(d, shape.width),
+                          shape, count.count);
 }
 
 KVLM_INLINE int qrVectorsWork(unsigned width, unsigned height, unsigned count)
@@ -229,8 +234,9 @@ KVLM_INLINE int qrSystemsWork(unsigned width, unsigned height, unsigned count)
 constexpr Limits qrSolveLimits = {2800, 2800, 1800, 1800, 1800};
 
 // Compiled once, in kvlmqrbacksubst_mava.cpp.
-#define QR_SOLVERS(linkage, T) \
-    linkage template KvlStatus qrSolveObjects(const Objects<const T> &, T *, const Objects<const T> &, const Objects<T> &, TallShape, int);
+#define QR_SOLVERS(linkage, T)                                                                                         \
+    linkage template KvlStatus qrSolveObjects(const Objects<const T> &, T *, const Objects<const T> &,                 \
+                                              const Objects<T> &, TallShape, int);
 KVLM_FOR_ELEMENTS(QR_SOLVERS, extern)
 
 } // namespace kvlm

@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(QR_SOLVERS, )
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, QR_MAVA, T, qrSolve)                                                                      \
+    BATCH_KERNELS(name, QR_MAVA, T, qrSolve)                                                                           \
     BATCH_FUNCTIONS(name, QR_MAVA, T, MatchLast, qrSystemsWork(width, height, count), qrSolveLimits)
 
 ROW(kvlmQRBackSubst_mava_32f, float)

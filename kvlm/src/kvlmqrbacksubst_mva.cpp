@@ -4,7 +4,7 @@
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, QR_MVA, T, qrSolve)                                                                     \
+    BATCH_KERNELS(name, QR_MVA, T, qrSolve)                                                                            \
     BATCH_FUNCTIONS(name, QR_MVA, T, MatchLast, qrVectorsWork(width, height, count), qrSolveLimits)
 
 ROW(kvlmQRBackSubst_mva_32f, float)

@@ -105,8 +105,8 @@ KVLM_INLINE bool reflectColumns(V *a, int groups, Width width, Height height)
 
 // What a failure leaves of the columns from the failing one on is stored too.
 template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus reflectObject(const Objects<const T> &s, const Objects<T> &d, Width width,
-                                                  Height height, ptrdiff_t i)
+KVLM_NOINLINE KvlStatus reflectObject(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
+                                      ptrdiff_t i)
 {
     Lanes<T> a[capacity<Height, Width>];
     loadObject(s, i, height, width, a);
@@ -157,16 +157,19 @@ template <class T>
 KVLM_INLINE KvlStatus reflectGeneral(const Objects<const T> &s, const Objects<T> &d, T *buffer, TallShape shape,
                                      ptrdiff_t i)
 {
-    return withViews(
-        [&](const auto &src, const auto &dst) KVLM_INLINED { return reflectInPlace(src, dst, buffer, shape); }, i, s, d);
+    return withViews([&](const auto &src, const auto &dst)
+                         KVLM_INLINED { return reflectInPlace(src, dst, buffer, shape); },
+                     i, s, d);
 }
 
 template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width,
-                                                 Height height, int count)
+KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
+                                     int count)
 {
     constexpr int most = isFixed<Height> ? mostGroups : tallGroups, lanes = Lanes<T>::count;
     Lanes<T> a[most * capacity<Height, Width>];
+    const SizedGroups<Load, const T, Height, Width> source(s, height, width);
+    const SizedGroups<Store, T, Height, Width> result(d, height, width);
     const GroupsApart<T, Whole, most> apart(d, height, width);
     const GroupsApart<T> apartInGroup(d, height, width);
     return inWideGroups<T, most>(
@@ -179,19 +182,18 @@ KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T>
                 for (int g = 0; g < groups; ++g)
                     move(first + g * lanes, a + ptrdiff_t(g) * height * width);
             };
-            each([&](ptrdiff_t i, Lanes<T> *to) KVLM_INLINED { moveObjects<Load, Whole>(s, i, height, width, to); });
+            each([&](ptrdiff_t i, Lanes<T> *to) KVLM_INLINED { source.move(i, to); });
             if (!reflectColumns(a, groups, width, height))
                 return false;
-            each([&](ptrdiff_t i, const Lanes<T> *from)
-                     KVLM_INLINED { moveObjects<Store, Whole>(d, i, height, width, from); });
+            each([&](ptrdiff_t i, const Lanes<T> *from) KVLM_INLINED { result.move(i, from); });
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED { return reflectObject(s, d, width, height, i); });
 }
 
 template <class T>
-KVLM_NOINLINE KvlStatus reflectObjects(const Objects<const T> &s, const Objects<T> &d, T *buffer,
-                                                   TallShape shape, int count)
+KVLM_NOINLINE KvlStatus reflectObjects(const Objects<const T> &s, const Objects<T> &d, T *buffer, TallShape shape,
+                                       int count)
 {
     return byTallShape(
         shape,
@@ -199,7 +201,8 @@ KVLM_NOINLINE KvlStatus reflectObjects(const Objects<const T> &s, const Objects<
             return count == 1 ? reflectObject(s, d, width, height, 0) : reflectBatch(s, d, width, height, count);
         },
         [&]() KVLM_INLINED {
-            return untilOneFails(count, [&](ptrdiff_t i) KVLM_INLINED { return reflectGeneral(s, d, buffer, shape, i); });
+            return untilOneFails(count,
+                                 [&](ptrdiff_t i) KVLM_INLINED { return reflectGeneral(s, d, buffer, shape, i); });
         });
 }
 
@@ -217,7 +220,7 @@ KVLM_INLINE int qrWork(unsigned width, unsigned height, unsigned count)
 constexpr Limits qrLimits = {2800, 2800, 1800, 1800, 1800};
 
 // Compiled once, in kvlmqrdecomp_ma.cpp.
-#define QR_DECOMPOSITIONS(linkage, T) \
+#define QR_DECOMPOSITIONS(linkage, T)                                                                                  \
     linkage template KvlStatus reflectObjects(const Objects<const T> &, const Objects<T> &, T *, TallShape, int);
 KVLM_FOR_ELEMENTS(QR_DECOMPOSITIONS, extern)
 

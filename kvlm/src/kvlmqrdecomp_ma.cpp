@@ -10,7 +10,7 @@ KVLM_FOR_ELEMENTS(QR_DECOMPOSITIONS, )
 using namespace kvlm;
 
 #define ROW(name, T)                                                                                                   \
-    BATCH_KERNELS(name, QR_MA, T, qrDecomp)                                                                       \
+    BATCH_KERNELS(name, QR_MA, T, qrDecomp)                                                                            \
     BATCH_FUNCTIONS(name, QR_MA, T, MatchLast, qrWork(width, height, count), qrLimits)
 
 ROW(kvlmQRDecomp_ma_32f, float)

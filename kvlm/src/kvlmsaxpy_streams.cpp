@@ -1,7 +1,7 @@
 // Adjacent vectors as one stream of elements, beside a vector that repeats: `block` holds one period of it. No function
 // of the library calls these.
-#include "loops/sums.h"
 #include "kvlmlcomb.h"
+#include "loops/sums.h"
 
 using namespace kvlm;
 

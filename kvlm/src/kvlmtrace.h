@@ -2,8 +2,8 @@
 #ifndef KVLMTRACE_H
 #define KVLMTRACE_H
 
-#include "loops/inner_products.h"
 #include "frame/rows.h"
+#include "loops/inner_products.h"
 
 namespace kvlm {
 

@@ -4,9 +4,9 @@
 #ifndef KVLMTRANSPOSE_H
 #define KVLMTRANSPOSE_H
 
+#include "frame/rows.h"
 #include "lanes/batches.h"
 #include "loops/moves.h"
-#include "frame/rows.h"
 
 // Routines for one matrix of adjacent elements, strides in bytes: the first blocks it and chooses one of the next two,
 // which transpose `rows` rows of the source, with ordinary stores or past the cache. The last is for 8-byte elements.

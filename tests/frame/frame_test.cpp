@@ -15,8 +15,8 @@ using namespace kvlm;
 
 // A family of every kind of part: an array, a pivot table, a buffer, scalar results.
 #define TOY(X, D, T)                                                                                                   \
-    X##_MA_##D(const T, src), X##_RUNS(int, pivot, widthHeight),                                                       \
-        X##_BUFFER(T, buffer, unsigned(widthHeight) * (widthHeight + 1u)), X##_RUNS(T, dst, 1),                        \
+    X##_MA_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight),                                                 \
+        X##_BUFFER(T, buffer, unsigned(widthHeight) * (widthHeight + 1u)), X##_PER_OBJECT(T, dst, 1),                  \
         X##_LENGTH(widthHeight), X##_COUNT
 
 struct Call {
@@ -45,7 +45,8 @@ KvlStatus toyStrided(TOY(ARG, S, double))
 
 KvlStatus toyDriver(TOY(ARG, S, double))
 {
-    return drive(count, toyKernel, toyStrided, TOY(PART, S, double));
+    return drive(count, CALL_CHUNK(toyKernel, TOY, U, double), CALL_CHUNK(toyStrided, TOY, S, double),
+                 TOY(PART, S, double));
 }
 
 class Frame : public testing::Test {

@@ -11,9 +11,9 @@
 #include <type_traits>
 #include <utility>
 
-#define KVLM_INLINE  inline __attribute__((always_inline))
-#define KVLM_NOINLINE __attribute__((noinline)) // one copy for all callers
-#define KVLM_INLINED __attribute__((always_inline)) // behind the parameters of a lambda
+#define KVLM_INLINE   inline __attribute__((always_inline))
+#define KVLM_NOINLINE __attribute__((noinline))      // one copy for all callers
+#define KVLM_INLINED  __attribute__((always_inline)) // behind the parameters of a lambda
 
 namespace kvlm {
 

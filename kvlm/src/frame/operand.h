@@ -2,8 +2,8 @@
 //
 // Every part of an argument list is such an object, the sizes and the count too. What the frame asks of a part:
 //   null(), strides(), shifts(), sizeFault(), matchFault(), countFault()   for the checks
-//   objectStrides(), innerStrides()   the strides apart, for families that check them apart; moreThanOne(): more than one object
-//   adjacent()              whether its elements lie behind one another, true where that means nothing
+//   objectStrides(), innerStrides()   the strides apart, for families that check them apart; moreThanOne(): more than
+//   one object adjacent()              whether its elements lie behind one another, true where that means nothing
 //   lastStart()             the last object at which a chunk may begin, so that its arguments fit their types
 //   scratchBytes()          what one thread of a team needs in place of the caller's buffer
 #ifndef KVLM_FRAME_OPERAND_H

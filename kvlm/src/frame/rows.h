@@ -128,14 +128,14 @@
 
 // Plain arrays with so many entries for each object, and the caller's scratch, of which each thread of a team has its
 // own: the same in every description
-#define ARG_PER_OBJECT(T, x, perObject)    T *x
-#define PART_PER_OBJECT(T, x, perObject)   (PerObject<T>(x, perObject))
-#define PASS_PER_OBJECT(T, x, perObject)   x
-#define CHUNK_PER_OBJECT(T, x, perObject)  x + ptrdiff_t(first) * (perObject)
-#define ARG_BUFFER(T, x, elements)   T *x
-#define PART_BUFFER(T, x, elements)  (Buffer<T>(x, elements))
-#define PASS_BUFFER(T, x, elements)  x
-#define CHUNK_BUFFER(T, x, elements) (scratch ? static_cast<T *>(scratch) : x)
+#define ARG_PER_OBJECT(T, x, perObject)   T *x
+#define PART_PER_OBJECT(T, x, perObject)  (PerObject<T>(x, perObject))
+#define PASS_PER_OBJECT(T, x, perObject)  x
+#define CHUNK_PER_OBJECT(T, x, perObject) x + ptrdiff_t(first) * (perObject)
+#define ARG_BUFFER(T, x, elements)        T *x
+#define PART_BUFFER(T, x, elements)       (Buffer<T>(x, elements))
+#define PASS_BUFFER(T, x, elements)       x
+#define CHUNK_BUFFER(T, x, elements)      (scratch ? static_cast<T *>(scratch) : x)
 
 // Sizes, of the result or of an operand, with a condition on two of them, and count
 #define ARG_SHAPE                        int width, int height
@@ -227,8 +227,7 @@
     {                                                                                                                  \
         return enterObject<Order>(CALL(own##name, CLASS, U, T), CALL(own##name##_S2, CLASS, S, T), CLASS(PART, S, T)); \
     }
-#define OBJECT_FUNCTION_P(name, CLASS, T, Order)                                                                       \
-    OBJECT_FUNCTION_ONE_KERNEL(name##_P, own##name##_P, CLASS, P, T, Order)
+#define OBJECT_FUNCTION_P(name, CLASS, T, Order) OBJECT_FUNCTION_ONE_KERNEL(name##_P, own##name##_P, CLASS, P, T, Order)
 #define OBJECT_FUNCTION_L(name, CLASS, T, Order)                                                                       \
     FUNCTION(name##_L, CLASS(ARG, LS, T))                                                                              \
     {                                                                                                                  \
@@ -289,8 +288,7 @@
     }
 #define DRIVER(name, CLASS, T)   DRIVER_TWO_KERNELS(ownOMP_##name, own##name, own##name##_S2, CLASS, U, S, T)
 #define DRIVER_P(name, CLASS, T) DRIVER_ONE_KERNEL(ownOMP_##name##_P, own##name##_P, CLASS, P, T)
-#define DRIVER_L(name, CLASS, T)                                                                                       \
-    DRIVER_TWO_KERNELS(ownOMP_##name##_L, own##name##_L, own##name##_LS2, CLASS, LU, LS, T)
+#define DRIVER_L(name, CLASS, T) DRIVER_TWO_KERNELS(ownOMP_##name##_L, own##name##_L, own##name##_LS2, CLASS, LU, LS, T)
 #define DRIVERS(name, CLASS, T)                                                                                        \
     DRIVER(name, CLASS, T)                                                                                             \
     DRIVER_P(name, CLASS, T)                                                                                           \

@@ -156,25 +156,39 @@ KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
 }
 
 // Vectors of N elements, a group at a time: compute(i, x) makes those of a group, one(i) makes and stores one.
-template <int N, class T, class Compute, class One>
-KVLM_INLINE KvlStatus vectorsInGroups(const Objects<T> &d, int count, Compute compute, One one)
+template <class Result, class T, int N, class Compute, class One>
+KVLM_INLINE KvlStatus vectorsInGroups(const GroupsApart<T> &apart, const Result &result, Fixed<N>, int count,
+                                      Compute compute, One one)
 {
-    const GroupResult<T, 1, N> result(d);
-    const GroupsApart<T> apart(d, 1, N);
     return inGroups<T>(
         count,
         [&](ptrdiff_t i) KVLM_INLINED {
             if (!apart(i))
                 return false;
-            Lanes<T> x[1][N];
+            Lanes<T> x[N];
             compute(i, x);
-            result.store(i, x);
+            result.move(i, x);
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED {
             one(i);
             return KvlStatus(kvlOk);
         });
+}
+
+// The same where the sources are known by their layout: compute(i, x, source...).
+template <int N, class T, class Compute, class One, class... Sources>
+KVLM_INLINE KvlStatus vectorsByLayout(const Objects<T> &d, int count, Compute compute, One one,
+                                      const Sources &...sources)
+{
+    const GroupsApart<T> apart(d, 1, N);
+    return byLayout(
+        [&](const auto &result, const auto &...known) KVLM_INLINED {
+            return vectorsInGroups(
+                apart, result, Fixed<N>(), count,
+                [&](ptrdiff_t i, Lanes<T>(&x)[N]) KVLM_INLINED { compute(i, x, known...); }, one);
+        },
+        GroupResult<T, 1, N>(d), sources...);
 }
 
 } // namespace kvlm

@@ -3,8 +3,8 @@
 #ifndef KVLM_LANES_GROUP_H
 #define KVLM_LANES_GROUP_H
 
-#include "lanes/shuffles.h"
 #include "frame/operand.h"
+#include "lanes/shuffles.h"
 
 namespace kvlm {
 
@@ -152,12 +152,15 @@ struct Load {
         loadRuns<N>(g.p, v);
     }
     // Packed vectors.
-    template <int N, class T>
-    static KVLM_INLINE void vectors(const T *p, Fixed<N>, Lanes<T> *v)
+    template <int N, class T, class V>
+    static KVLM_INLINE void vectors(const T *p, Fixed<N>, V v)
     {
-        auto &x = *reinterpret_cast<Lanes<T>(*)[N]>(v);
+        Lanes<T> x[N];
         loadRegisters(p, x);
         sortElements(x);
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            v[k] = x[k];
     }
     template <class T>
     static KVLM_INLINE void plane(const T *p, Lanes<T> &v)
@@ -177,8 +180,8 @@ struct Store {
     {
         storeRuns<N>(g.p, v);
     }
-    template <int N, class T>
-    static KVLM_INLINE void vectors(T *p, Fixed<N>, const Lanes<T> *v)
+    template <int N, class T, class V>
+    static KVLM_INLINE void vectors(T *p, Fixed<N>, V v)
     {
         Lanes<T> x[N];
 #pragma GCC unroll 6

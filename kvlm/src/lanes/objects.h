@@ -49,6 +49,9 @@ KVLM_INLINE void eachElement(int rows, int columns, Move move)
             move(r * columns + c, r, c);
 }
 
+template <class Size>
+constexpr bool isOne = std::is_same_v<Size, Fixed<1>>;
+
 template <int A, int B>
 KVLM_INLINE Fixed<A * B> product(Fixed<A>, Fixed<B>)
 {
@@ -64,11 +67,11 @@ KVLM_INLINE int product(int a, int b)
 // compiled once. A vector is a matrix of one row. Strides inside an object count bytes, in tables entries.
 template <class T>
 struct Objects {
-    T *base = nullptr;              // standard description
-    T *const *list = nullptr;       // an entry for each object,
-    T *const *table = nullptr;      // or for each element
-    Offset shift = 0;               // of list or table
-    ptrdiff_t objStride = 0;        // 0 also for a single object, which serves all
+    T *base = nullptr;         // standard description
+    T *const *list = nullptr;  // an entry for each object,
+    T *const *table = nullptr; // or for each element
+    Offset shift = 0;          // of list or table
+    ptrdiff_t objStride = 0;   // 0 also for a single object, which serves all
     ptrdiff_t rowStride, elemStride;
     bool isSingle = false;
 
@@ -91,6 +94,17 @@ struct Objects {
     }
 
     KVLM_INLINE T *object(ptrdiff_t i) const { return list ? moved(list[i], shift) : moved(base, steps(i, objStride)); }
+    // Objects of the standard or the list description, from `first` on.
+    KVLM_INLINE Group<T> group(ptrdiff_t first) const { return list ? listedGroup(first) : stridedGroup(first); }
+    KVLM_INLINE Group<T> listedGroup(ptrdiff_t first) const
+    {
+        return groupOf<T>([&](int l) KVLM_INLINED { return moved(list[first + l], shift); });
+    }
+    KVLM_INLINE Group<T> stridedGroup(ptrdiff_t first) const
+    {
+        T *const p = moved(base, steps(first, objStride));
+        return groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
+    }
     KVLM_INLINE T *at(ptrdiff_t i, ptrdiff_t r, ptrdiff_t c) const
     {
         return table ? moved(table[r * rowStride + c * elemStride], shift + steps(i, objStride))
@@ -98,6 +112,19 @@ struct Objects {
     }
     KVLM_INLINE bool inPlanes() const { return !list && objStride == sizeof(T); }
     KVLM_INLINE bool hasAdjacentRows() const { return !table && elemStride == sizeof(T); }
+    // Object i of each description.
+    KVLM_INLINE TableView<T, int, int> tableView(ptrdiff_t i) const
+    {
+        return {table, shift + steps(i, objStride), static_cast<int>(rowStride), static_cast<int>(elemStride)};
+    }
+    KVLM_INLINE View<T, int, Unit<T>> adjacentView(ptrdiff_t i) const
+    {
+        return {object(i), static_cast<int>(rowStride), {}};
+    }
+    KVLM_INLINE View<T, int, int> view(ptrdiff_t i) const
+    {
+        return {object(i), static_cast<int>(rowStride), static_cast<int>(elemStride)};
+    }
     // The same with rows and columns exchanged.
     Objects transposed() const
     {
@@ -119,9 +146,25 @@ template <class F, class... T>
 KVLM_INLINE auto withViews(F f, ptrdiff_t i, const Objects<T> &...x)
 {
     if ((x.table && ...))
-        return f(TableView<T, int, int>{x.table, x.shift + steps(i, x.objStride), static_cast<int>(x.rowStride),
-                                        static_cast<int>(x.elemStride)}...);
-    return f(View<T, int, int>{x.object(i), static_cast<int>(x.rowStride), static_cast<int>(x.elemStride)}...);
+        return f(x.tableView(i)...);
+    if ((x.hasAdjacentRows() && ...))
+        return f(x.adjacentView(i)...);
+    return f(x.view(i)...);
+}
+
+// f(i, view...) for each object.
+template <class F, class... T>
+KVLM_INLINE void eachObject(ptrdiff_t count, F f, const Objects<T> &...x)
+{
+    const auto all = [&](auto viewOf) KVLM_INLINED {
+        for (ptrdiff_t i = 0; i < count; ++i)
+            f(i, viewOf(x, i)...);
+    };
+    if ((x.table && ...))
+        return all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.tableView(i); });
+    if ((x.hasAdjacentRows() && ...))
+        return all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.adjacentView(i); });
+    all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.view(i); });
 }
 
 // ---- One object
@@ -130,92 +173,112 @@ KVLM_INLINE auto withViews(F f, ptrdiff_t i, const Objects<T> &...x)
 template <class T>
 KVLM_NOINLINE void readObject(const Objects<const T> &x, ptrdiff_t i, int rows, int columns, T *elements)
 {
-    withViews([&](const auto &view) KVLM_INLINED {
-        for (int r = 0; r < rows; ++r)
-            for (int c = 0; c < columns; ++c)
-                Loose<T>::store(elements++, Loose<T>::load(view.at(r, c)));
-    }, i, x);
+    withViews(
+        [&](const auto &view) KVLM_INLINED {
+            for (int r = 0; r < rows; ++r)
+                for (int c = 0; c < columns; ++c)
+                    Loose<T>::store(elements++, Loose<T>::load(view.at(r, c)));
+        },
+        i, x);
 }
 
 template <class T>
 KVLM_NOINLINE void writeObject(const Objects<T> &x, ptrdiff_t i, int rows, int columns, const T *elements)
 {
-    withViews([&](const auto &view) KVLM_INLINED {
-        for (int r = 0; r < rows; ++r)
-            for (int c = 0; c < columns; ++c)
-                Loose<T>::store(view.at(r, c), Loose<T>::load(elements++));
-    }, i, x);
+    withViews(
+        [&](const auto &view) KVLM_INLINED {
+            for (int r = 0; r < rows; ++r)
+                for (int c = 0; c < columns; ++c)
+                    Loose<T>::store(view.at(r, c), Loose<T>::load(elements++));
+        },
+        i, x);
 }
 
 // In all lanes, and from the first lane.
-template <class T>
-KVLM_INLINE void loadObject(const Objects<const T> &x, ptrdiff_t i, int rows, int columns, Lanes<T> *a)
+template <class T, class Rows, class Columns>
+KVLM_INLINE void loadObject(const Objects<const T> &x, ptrdiff_t i, Rows rows, Columns columns, Lanes<T> *a)
 {
-    withViews([&](const auto &view) KVLM_INLINED {
-        eachElement<Whole>(rows, columns,
-                           [&](int k, int r, int c) KVLM_INLINED { a[k] = Lanes<T>::all(Loose<T>::load(view.at(r, c))); });
-    }, i, x);
+    withViews(
+        [&](const auto &view) KVLM_INLINED {
+            eachElement<Whole>(rows, columns, [&](int k, int r, int c) KVLM_INLINED {
+                a[k] = Lanes<T>::all(Loose<T>::load(view.at(r, c)));
+            });
+        },
+        i, x);
 }
 
-template <class T>
-KVLM_INLINE void storeObject(const Objects<T> &x, ptrdiff_t i, int rows, int columns, const Lanes<T> *a)
+template <class T, class Rows, class Columns>
+KVLM_INLINE void storeObject(const Objects<T> &x, ptrdiff_t i, Rows rows, Columns columns, const Lanes<T> *a)
 {
-    withViews([&](const auto &view) KVLM_INLINED {
-        eachElement<Whole>(rows, columns, [&](int k, int r, int c) KVLM_INLINED { a[k].storeOne(view.at(r, c)); });
-    }, i, x);
+    withViews(
+        [&](const auto &view) KVLM_INLINED {
+            eachElement<Whole>(rows, columns, [&](int k, int r, int c) KVLM_INLINED { a[k].storeOne(view.at(r, c)); });
+        },
+        i, x);
 }
 
 template <class T, int R, int C>
 KVLM_INLINE void loadObject(const Objects<const T> &x, ptrdiff_t i, Lanes<T> (&a)[R][C])
 {
-    loadObject(x, i, R, C, a[0]);
+    loadObject(x, i, Fixed<R>(), Fixed<C>(), a[0]);
 }
 
 template <class T, int R, int C>
 KVLM_INLINE void storeObject(const Objects<T> &x, ptrdiff_t i, const Lanes<T> (&a)[R][C])
 {
-    storeObject(x, i, R, C, a[0]);
+    storeObject(x, i, Fixed<R>(), Fixed<C>(), a[0]);
 }
 
 // ---- Groups of objects
 
-// Between the objects from `first` on and an array of registers, the elements row by row. Both sizes are known, or
-// none.
-template <class Move, class Elements, class T, class Rows, class Columns, class Array>
-KVLM_NOINLINE void moveObjects(const Objects<T> &given, ptrdiff_t first, Rows rows, Columns columns,
-                                           Array a)
+// How the elements of a group come: in planes, by tables of entries, in runs of a whole packed object, of its rows or
+// of its columns, or one by one.
+enum class GroupLayout { planes, entries, packed, rows, columns, single };
+
+template <class Move, class Elements, class T>
+KVLM_INLINE GroupLayout groupLayoutOf(const Objects<T> &x, int rows, int columns)
 {
     constexpr int elem = sizeof(T);
-    const Objects<T> x = given;
-    // Row by row in a loop: unrolled, this would be the greater part of the library.
-    const auto each = [&](auto move) KVLM_INLINED {
-#pragma GCC unroll 1
-        for (int r = 0, height = rows; r < height; ++r) {
-            const int width = Elements::width(r, columns);
-#pragma GCC unroll 6
-            for (int c = 0; c < width; ++c)
-                move(r * columns + c, r, c);
-        }
-    };
     if (x.inPlanes())
-        return each([&](int k, int r, int c) KVLM_INLINED { Move::plane(x.at(first, r, c), a[k]); });
+        return GroupLayout::planes;
     if (x.table)
-        return each([&](int k, int r, int c) KVLM_INLINED {
-            T *const place = x.at(first, r, c);
-            Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return moved(place, steps(l, x.objStride)); }), a[k]);
-        });
-    const auto g = groupOf<T>([&](int l) KVLM_INLINED { return x.object(first + l); });
-    const auto at = [&](int r, int c) KVLM_INLINED { return steps(r, x.rowStride) + steps(c, x.elemStride); };
+        return GroupLayout::entries;
     if (x.elemStride == elem) {
         // A packed object is all bytes from its first element to its last: those above the diagonal may be loaded with
-        // the others.
-        if (x.rowStride == columns * elem && (Elements::all || std::is_const_v<T>))
-            moveRuns<Move>(g, product(rows, columns), a);
-        else
-            eachIndex(rows, [&](auto r) KVLM_INLINED {
-                moveRuns<Move>(g.at(steps(r, x.rowStride)), Elements::width(r, columns), a + r * columns);
-            });
-    } else if (x.rowStride == elem)
+        // the others. Packed vectors are sorted, whole registers of them.
+        const bool packed = rows == 1 ? !x.list && x.objStride == columns * elem
+                                      : x.rowStride == columns * elem && (Elements::all || std::is_const_v<T>);
+        return packed ? GroupLayout::packed : GroupLayout::rows;
+    }
+    return x.rowStride == elem ? GroupLayout::columns : GroupLayout::single;
+}
+
+// Between the objects from `first` on and an array of registers, the elements row by row. place(k, r, c) is where an
+// element of object `first` lies. Both sizes are known, or none.
+template <class Move, class Elements, class T, class Rows, class Columns, class Place, class Array, class GroupOf>
+KVLM_INLINE void moveBy(GroupLayout layout, const Objects<T> &x, ptrdiff_t first, Rows rows, Columns columns,
+                        Place place, Array a, GroupOf group)
+{
+    const auto each = [&](auto move) KVLM_INLINED { eachElement<Elements>(rows, columns, move); };
+    if (layout == GroupLayout::planes)
+        return each([&](int k, int r, int c) KVLM_INLINED { Move::plane(place(k, r, c), a[k]); });
+    if (layout == GroupLayout::entries)
+        return each([&](int k, int r, int c) KVLM_INLINED {
+            T *const p = place(k, r, c);
+            Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, x.objStride)); }), a[k]);
+        });
+    if constexpr (isOne<Rows> && isFixed<Columns>)
+        if (layout == GroupLayout::packed)
+            return Move::vectors(moved(x.base, steps(first, x.objStride)), columns, a);
+    const auto g = group();
+    const auto at = [&](int r, int c) KVLM_INLINED { return steps(r, x.rowStride) + steps(c, x.elemStride); };
+    if (!isOne<Rows> && layout == GroupLayout::packed)
+        moveRuns<Move>(g, product(rows, columns), a);
+    else if (layout == GroupLayout::rows || layout == GroupLayout::packed)
+        eachIndex(rows, [&](auto r) KVLM_INLINED {
+            moveRuns<Move>(g.at(steps(r, x.rowStride)), Elements::width(r, columns), a + r * columns);
+        });
+    else if (!isOne<Rows> && layout == GroupLayout::columns)
         eachIndex(columns, [&](auto c) KVLM_INLINED {
             if constexpr (Elements::all)
                 moveRuns<Move>(g.at(at(0, c)), rows, ColumnOf<Array, Columns>{a + c, columns});
@@ -227,134 +290,286 @@ KVLM_NOINLINE void moveObjects(const Objects<T> &given, ptrdiff_t first, Rows ro
         each([&](int k, int r, int c) KVLM_INLINED { Move::anywhere(g.at(at(r, c)), a[k]); });
 }
 
-// How the objects of a batch are moved: packed ones and those in planes where the arithmetic is, since that is what
-// most calls have; all others by a function that all families share.
+// One copy for all families, for what is computed in memory.
+template <class Move, class Elements, class T, class Rows, class Columns, class Array>
+KVLM_NOINLINE void moveObjects(const Objects<T> &x, GroupLayout layout, ptrdiff_t first, Rows rows, Columns columns,
+                               Array a)
+{
+    moveBy<Move, Elements>(
+        layout, x, first, rows, columns, [&](int, int r, int c) KVLM_INLINED { return x.at(first, r, c); }, a,
+        [&]() KVLM_INLINED { return x.group(first); });
+}
+
+template <class Move, class T, class Rows, class Columns>
+struct SharedGroups {
+    const Objects<T> &x;
+    const Rows rows;
+    const Columns columns;
+    const GroupLayout layout;
+
+    SharedGroups(const Objects<T> &x, Rows rows, Columns columns)
+        : x(x), rows(rows), columns(columns), layout(groupLayoutOf<Move, Whole>(x, rows, columns))
+    {
+    }
+    template <class Array>
+    KVLM_INLINE void move(ptrdiff_t first, Array a) const
+    {
+        moveObjects<Move, Whole>(x, layout, first, rows, columns, a);
+    }
+};
+
+// The objects of a batch, moved where the arithmetic is. Packed ones, those in planes and all others have classes of
+// their own, between which byLayout() chooses: the loops that most calls need have nothing to ask on their way.
+template <class Move, class T, int R, int C, class Elements>
+struct PackedGroups {
+    T *base;
+    ptrdiff_t objStride;
+
+    template <class Array>
+    KVLM_INLINE void move(ptrdiff_t first, Array a) const
+    {
+        T *const p = moved(base, steps(first, objStride));
+        if constexpr (R == 1)
+            return Move::vectors(p, Fixed<C>(), a);
+        const auto g = groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
+        if constexpr (Elements::all || std::is_const_v<T>)
+            moveRuns<Move>(g, Fixed<R * C>(), a);
+        else
+            eachIndex(Fixed<R>(), [&](auto r) KVLM_INLINED {
+                moveRuns<Move>(g.at(r * C * sizeof(T)), Elements::width(r, Fixed<C>()), a + r * C);
+            });
+    }
+};
+
+template <class Move, class T, int R, int C, class Elements>
+struct PlaneGroups {
+    T *const *planes;
+
+    template <class Array>
+    KVLM_INLINE void move(ptrdiff_t first, Array a) const
+    {
+        eachElement<Elements>(Fixed<R>(), Fixed<C>(),
+                              [&](int k, int, int) KVLM_INLINED { Move::plane(planes[k] + first, a[k]); });
+    }
+};
+
+// All of one layout, in a list or not.
+template <GroupLayout Layout, bool List, class Move, class T, int R, int C, class Elements>
+struct KnownGroups {
+    const Objects<T> &x;
+    T *const *places;
+
+    template <class Array>
+    KVLM_INLINE void move(ptrdiff_t first, Array a) const
+    {
+        moveBy<Move, Elements>(
+            Layout, x, first, Fixed<R>(), Fixed<C>(),
+            [&](int k, int, int) KVLM_INLINED { return moved(places[k], steps(first, x.objStride)); }, a,
+            [&]() KVLM_INLINED { return List ? x.listedGroup(first) : x.stridedGroup(first); });
+    }
+};
+
 template <class Move, class T, int R, int C, class Elements = Whole>
 class Groups {
-    using V = Lanes<std::remove_const_t<T>>;
-
 public:
-    explicit Groups(const Objects<T> &x) : x(x)
+    explicit Groups(const Objects<T> &given) : x(given), layout(groupLayoutOf<Move, Elements>(given, R, C))
     {
-        constexpr int elem = sizeof(T);
-        // What is stored of a packed object of which only a part belongs to the operand goes row by row.
-        constexpr bool byRows = !Elements::all && !std::is_const_v<T>;
-        if (x.inPlanes()) {
-            way = Way::planes;
+        if (layout == GroupLayout::planes || layout == GroupLayout::entries)
             for (int r = 0; r < R; ++r)
                 for (int c = 0; c < C; ++c)
-                    planes[r * C + c] = x.at(0, r, c);
-        } else if (!x.list && x.hasAdjacentRows() && (R == 1 ? x.objStride == C * elem : byRows || x.rowStride == C * elem))
-            way = Way::packed;
+                    places[r * C + c] = x.at(0, r, c);
     }
 
-    bool arePacked() const { return way == Way::packed; }
     // The objects from `first` on.
     template <class Array>
     KVLM_INLINE void move(ptrdiff_t first, Array a) const
     {
-        if (way == Way::packed) {
-            T *const base = moved(x.base, steps(first, x.objStride));
-            if constexpr (R == 1)
-                return Move::vectors(base, Fixed<C>(), a);
-            const auto g = groupOf<T>([&](int l) KVLM_INLINED { return moved(base, steps(l, x.objStride)); });
-            if constexpr (Elements::all || std::is_const_v<T>)
-                moveRuns<Move>(g, Fixed<R * C>(), a);
-            else
-                eachIndex(Fixed<R>(), [&](auto r) KVLM_INLINED {
-                    moveRuns<Move>(g.at(steps(r, x.rowStride)), Elements::width(r, Fixed<C>()), a + r * C);
-                });
-        } else if (way == Way::planes)
-            eachElement<Elements>(Fixed<R>(), Fixed<C>(),
-                                  [&](int k, int, int) KVLM_INLINED { Move::plane(planes[k] + first, a[k]); });
-        else
-            moveObjects<Move, Elements>(x, first, Fixed<R>(), Fixed<C>(), a);
+        moveBy<Move, Elements>(
+            layout, x, first, Fixed<R>(), Fixed<C>(),
+            [&](int k, int, int) KVLM_INLINED { return moved(places[k], steps(first, x.objStride)); }, a,
+            [&]() KVLM_INLINED { return x.group(first); });
     }
 
+    bool inPlanes() const { return layout == GroupLayout::planes; }
+    bool isPacked() const
+    {
+        return !x.list && (layout == GroupLayout::packed ||
+                           (layout == GroupLayout::rows && R > 1 && x.rowStride == C * sizeof(T)));
+    }
+    template <GroupLayout Layout, bool List>
+    bool is() const
+    {
+        return layout == Layout && List == (x.list != nullptr);
+    }
+    template <GroupLayout Layout, bool List>
+    KnownGroups<Layout, List, Move, T, R, C, Elements> as() const
+    {
+        return {x, places};
+    }
+    PlaneGroups<Move, T, R, C, Elements> asPlanes() const { return {places}; }
+    PackedGroups<Move, T, R, C, Elements> asPacked() const { return {x.base, x.objStride}; }
+
 private:
-    enum class Way { packed, planes, other };
-
-    const Objects<T> &x;
-    Way way = Way::other;
-    T *planes[R * C];
+    const Objects<T> x;
+    const GroupLayout layout;
+    T *places[R * C];
 };
 
 template <class T, int R, int C, class Elements = Whole>
-struct GroupSource : Groups<Load, const T, R, C, Elements> {
-    using Groups<Load, const T, R, C, Elements>::Groups;
-
-    KVLM_INLINE void load(ptrdiff_t first, Lanes<T> (&a)[R][C]) const { this->move(first, a[0]); }
-};
-
+using GroupSource = Groups<Load, const T, R, C, Elements>;
 template <class T, int R, int C, class Elements = Whole>
-struct GroupResult : Groups<Store, T, R, C, Elements> {
-    using Groups<Store, T, R, C, Elements>::Groups;
+using GroupResult = Groups<Store, T, R, C, Elements>;
 
-    KVLM_INLINE void store(ptrdiff_t first, const Lanes<T> (&a)[R][C]) const { this->move(first, a[0]); }
-};
-
-// The vectors of a batch, or a single one in all lanes.
+// A single vector in all lanes, which is no obstacle to any layout.
 template <class T, int N>
-class VectorSource {
-public:
-    explicit VectorSource(const Objects<const T> &x) : each(x), isSingle(x.isSingle)
-    {
-        if (isSingle)
-            loadObject(x, 0, same);
-    }
-    bool arePacked() const { return each.arePacked(); }
-    KVLM_INLINE void load(ptrdiff_t first, Lanes<T> (&v)[1][N]) const
-    {
-        if (isSingle)
-#pragma GCC unroll 6
-            for (int k = 0; k < N; ++k)
-                v[0][k] = same[0][k];
-        else
-            each.load(first, v);
-    }
+struct SingleVector {
+    Lanes<T> elements[N];
 
-private:
-    GroupSource<T, 1, N> each;
-    bool isSingle;
-    Lanes<T> same[1][N];
+    explicit SingleVector(const Objects<const T> &x) { loadObject(x, 0, Fixed<1>(), Fixed<N>(), elements); }
+    template <class V>
+    KVLM_INLINE void move(ptrdiff_t, V a) const
+    {
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            a[k] = elements[k];
+    }
+    bool inPlanes() const
+    {
+        return true;
+    }
+    bool isPacked() const
+    {
+        return true;
+    }
+    template <GroupLayout, bool>
+    bool is() const
+    {
+        return true;
+    }
+    const SingleVector &asPlanes() const
+    {
+        return *this;
+    }
+    const SingleVector &asPacked() const
+    {
+        return *this;
+    }
+    template <GroupLayout, bool>
+    const SingleVector &as() const
+    {
+        return *this;
+    }
 };
+
+template <class T, int N, bool Single>
+using VectorSource = std::conditional_t<Single, SingleVector<T, N>, GroupSource<T, 1, N>>;
+
+// f(groups...), as the compiler then knows them.
+template <class F, class... X>
+KVLM_INLINE auto byLayout(F f, const X &...groups)
+{
+    if ((groups.isPacked() && ...))
+        return f(groups.asPacked()...);
+    if ((groups.inPlanes() && ...))
+        return f(groups.asPlanes()...);
+    return f(groups...);
+}
+
+// The same for short work: no group has anything to ask.
+template <class F, class... X>
+KVLM_INLINE auto byExactLayout(F f, const X &...groups)
+{
+    if ((groups.template is<GroupLayout::entries, false>() && ...))
+        return f(groups.template as<GroupLayout::entries, false>()...);
+    if ((groups.template is<GroupLayout::rows, true>() && ...))
+        return f(groups.template as<GroupLayout::rows, true>()...);
+    if ((groups.template is<GroupLayout::single, true>() && ...))
+        return f(groups.template as<GroupLayout::single, true>()...);
+    if ((groups.template is<GroupLayout::single, false>() && ...))
+        return f(groups.template as<GroupLayout::single, false>()...);
+    return byLayout(f, groups...);
+}
 
 // Numbers of several registers: only the first `parts` registers are those of objects; the others are filled with what
 // the first one has.
-template <class T, class Rows, class Columns, class V>
-KVLM_INLINE void loadParts(const Objects<const T> &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+template <class Source, class V>
+KVLM_INLINE void loadParts(const Source &source, ptrdiff_t first, int parts, V *a)
 {
+    constexpr int lanes = Lanes<typename NumberTraits<V>::Element>::count;
 #pragma GCC unroll 1
     for (int part = 0; part < NumberTraits<V>::registers; ++part)
-        moveObjects<Load, Whole>(x, first + (part < parts ? part * Lanes<T>::count : 0), rows, columns,
-                                 partOf(a, part));
+        source.move(first + (part < parts ? part * lanes : 0), partOf(a, part));
 }
 
-template <class T, class Rows, class Columns, class V>
-KVLM_INLINE void storeParts(const Objects<T> &x, ptrdiff_t first, int parts, Rows rows, Columns columns, V *a)
+template <class Result, class V>
+KVLM_INLINE void storeParts(const Result &result, ptrdiff_t first, int parts, V *a)
 {
+    constexpr int lanes = Lanes<typename NumberTraits<V>::Element>::count;
 #pragma GCC unroll 1
     for (int part = 0; part < parts; ++part)
-        moveObjects<Store, Whole>(x, first + part * Lanes<T>::count, rows, columns, partOf(a, part));
+        result.move(first + part * lanes, partOf(a, part));
 }
 
 // ---- Rows of each object in an order of its own: a[r] is row rows[l][r] of the object in lane l
 
-template <class Move, class T, int R, int C, class V>
-KVLM_NOINLINE void moveRows(const Objects<T> &given, ptrdiff_t first, const int (*rows)[R], V (*a)[C])
-{
-    const Objects<T> x = given;
-#pragma GCC unroll 1
-    for (int r = 0; r < R; ++r)
-        if (x.hasAdjacentRows())
-            Move::runs(groupOf<T>([&](int l) KVLM_INLINED { return x.at(first + l, rows[l][r], 0); }), Fixed<C>(),
-                       a[r]);
-        else
-#pragma GCC unroll 1
+// `Packed` is the standard description with packed rows of C elements.
+template <class Move, class T, int C, bool Packed = false>
+class RowGroups {
+public:
+    explicit RowGroups(const Objects<T> &x) : x(x) {}
+
+    template <int R, class V>
+    KVLM_INLINE void move(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
+    {
+        const auto each = [&](auto row) KVLM_INLINED {
+#pragma GCC unroll 6
+            for (int r = 0; r < R; ++r)
+                row(r);
+        };
+        if (!Packed && x.table)
+            return each([&](int r) KVLM_INLINED {
+#pragma GCC unroll 6
+                for (int c = 0; c < C; ++c)
+                    Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return x.at(first + l, rows[l][r], c); }),
+                                   a[r][c]);
+            });
+        const auto g = Packed ? x.stridedGroup(first) : x.group(first);
+        const auto rowsAt = [&](int r) KVLM_INLINED {
+            return groupOf<T>([&](int l) KVLM_INLINED {
+                return moved(g.p[l], steps(rows[l][r], Packed ? ptrdiff_t(C * sizeof(T)) : x.rowStride));
+            });
+        };
+        if (C > 1 && (Packed || x.elemStride == sizeof(T)))
+            return each([&](int r) KVLM_INLINED { Move::runs(rowsAt(r), Fixed<C>(), a[r]); });
+        each([&](int r) KVLM_INLINED {
+            const auto row = rowsAt(r);
+#pragma GCC unroll 6
             for (int c = 0; c < C; ++c)
-                Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return x.at(first + l, rows[l][r], c); }),
-                               a[r][c]);
-}
+                Move::anywhere(row.at(steps(c, x.elemStride)), a[r][c]);
+        });
+    }
+
+    bool inPlanes() const
+    {
+        return x.inPlanes();
+    }
+    // A vector read as a column has one element a row.
+    bool isPacked() const
+    {
+        return !x.list && !x.table && x.rowStride == C * sizeof(T) && (C == 1 || x.elemStride == sizeof(T));
+    }
+    RowGroups asPlanes() const
+    {
+        return *this;
+    }
+    RowGroups<Move, T, C, true> asPacked() const
+    {
+        return RowGroups<Move, T, C, true>(x);
+    }
+
+private:
+    const Objects<T> x;
+};
 
 } // namespace kvlm
 

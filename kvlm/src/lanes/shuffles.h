@@ -20,7 +20,8 @@ template <int N, int R>
 KVLM_INLINE Lanes<float> spread(Lanes<float> x)
 {
     constexpr auto object = [](int lane) { return (R * 4 + lane) / N; };
-    return {_mm_shuffle_ps(x.v, x.v, _MM_SHUFFLE(object(3), object(2), object(1), object(0)))};
+    constexpr int objects = _MM_SHUFFLE(object(3), object(2), object(1), object(0));
+    return {_mm_shuffle_ps(x.v, x.v, objects)};
 }
 
 template <int N, int R>
@@ -68,7 +69,16 @@ template <int A, int B, int C, int D>
 KVLM_INLINE Lanes<float> fourOf(const Lanes<float> *x)
 {
     constexpr auto lanesOfPair = [](int a, int b) { return a / 4 == b / 4 ? a % 4 | b % 4 << 2 : 2 << 2; };
-    return {_mm_shuffle_ps(pairOf<A, B>(x), pairOf<C, D>(x), lanesOfPair(A, B) | lanesOfPair(C, D) << 4)};
+    constexpr int lanes = lanesOfPair(A, B) | lanesOfPair(C, D) << 4;
+    const __m128 first = pairOf<A, B>(x), second = pairOf<C, D>(x);
+    return {_mm_shuffle_ps(first, second, lanes)};
+}
+
+// Two elements likewise.
+template <int A, int B>
+KVLM_INLINE Lanes<double> twoOf(const Lanes<double> *x)
+{
+    return {_mm_shuffle_pd(x[A / 2].v, x[B / 2].v, A % 2 | B % 2 << 1)};
 }
 
 // The same of several packed matrices in a row.
@@ -77,9 +87,7 @@ KVLM_INLINE void transposePacked(Lanes<double> *v, std::index_sequence<K...>)
 {
     constexpr auto source = [](int k) { return k - k % (N * N) + k % N * N + k % (N * N) / N; };
     const Lanes<double> x[] = {v[K]...};
-    ((v[K].v = _mm_shuffle_pd(x[source(2 * K) / 2].v, x[source(2 * K + 1) / 2].v,
-                              source(2 * K) % 2 | source(2 * K + 1) % 2 << 1)),
-     ...);
+    ((v[K] = twoOf<source(2 * K), source(2 * K + 1)>(x)), ...);
 }
 
 template <int N, size_t... K>

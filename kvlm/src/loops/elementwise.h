@@ -18,9 +18,11 @@ KVLM_INLINE KvlStatus elementwiseBy(Op op, const A &a, const B &b, const D &d, S
     if constexpr (D::isTable)
         tables<T, LetterA, LetterB>(op, a, b, d, shape.width, shape.height, count.count);
     else if constexpr (D::View::adjacentInRows)
-        contiguous<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width, shape.height, count.count);
+        contiguous<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width,
+                      shape.height, count.count);
     else
-        strided<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width, shape.height, count.count);
+        strided<T>(op, readAs<LetterA>(a, shape.width), readAs<LetterB>(b, shape.width), d, shape.width, shape.height,
+                   count.count);
     return kvlOk;
 }
 

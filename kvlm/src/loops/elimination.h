@@ -2,8 +2,8 @@
 #ifndef KVLM_LOOPS_ELIMINATION_H
 #define KVLM_LOOPS_ELIMINATION_H
 
-#include "lanes/lanes.h"
 #include "frame/operand.h"
+#include "lanes/lanes.h"
 
 namespace kvlm {
 

@@ -85,8 +85,7 @@ KVLM_INLINE T innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int h
 
 // The same of a batch, finished by `root`.
 template <class Root, class A, class B, class T, class Width>
-KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height,
-                                                  int count)
+KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height, int count)
 {
     constexpr int lanes = Lanes<T>::count, most = 4;
     const A a = givenA;

@@ -2,8 +2,8 @@
 #ifndef KVLM_LOOPS_RUNS_H
 #define KVLM_LOOPS_RUNS_H
 
-#include "lanes/shuffles.h"
 #include "frame/layout.h"
+#include "lanes/shuffles.h"
 
 namespace kvlm {
 

@@ -45,8 +45,7 @@ struct LocalCopy {
 // Operands come by reference and are copied here: passed by value, their fields would be stored one by one and loaded
 // again as whole registers, which stalls.
 template <class T, class Op, class A, class B, class D, class W, class H>
-KVLM_NOINLINE void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
-                                       int count)
+KVLM_NOINLINE void objects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height, int count)
 {
     const A a = givenA;
     const B b = givenB;
@@ -163,8 +162,8 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
                 if constexpr (rowsOnly)
                     return objects<T>(op, a, b, d, Fixed<order * order>(), Fixed<1>(), count);
                 else
-                    return objects<T>(op, withPackedLines<order>(a), withPackedLines<order>(b), withPackedLines<order>(d),
-                                      w, h, count);
+                    return objects<T>(op, withPackedLines<order>(a), withPackedLines<order>(b),
+                                      withPackedLines<order>(d), w, h, count);
             }
         }
         if (rowsOnly && packed && elements <= INT_MAX)
@@ -192,8 +191,7 @@ KVLM_INLINE bool byAdjacency(const X &x, int width, int height, F f)
 }
 
 template <class T, class Op, class A, class B, class D>
-KVLM_NOINLINE void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height,
-                                       int count)
+KVLM_NOINLINE void strided(Op op, const A &givenA, const B &givenB, const D &givenD, int width, int height, int count)
 {
     const A a = givenA;
     const B b = givenB;

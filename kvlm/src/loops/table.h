@@ -22,8 +22,7 @@ struct TableCopy {
 };
 
 template <class T, class Op, class A, class B, class D, class W, class H>
-KVLM_NOINLINE void tableObjects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height,
-                                            int count)
+KVLM_NOINLINE void tableObjects(Op op, const A &givenA, const B &givenB, const D &givenD, W width, H height, int count)
 {
     const A a = givenA;
     const B b = givenB;

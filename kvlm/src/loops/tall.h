@@ -3,8 +3,8 @@
 #ifndef KVLM_LOOPS_TALL_H
 #define KVLM_LOOPS_TALL_H
 
-#include "lanes/batches.h"
 #include "frame/rows.h"
+#include "lanes/batches.h"
 
 namespace kvlm {
 
@@ -33,14 +33,22 @@ template <>
 constexpr int registersFor<Fixed<4>> = 3;
 
 // A vector is moved as a row, of a length that is known or not.
+struct One {
+    operator int() const { return 1; }
+};
 template <class Length>
-KVLM_INLINE auto oneRow(Length)
-{
-    if constexpr (isFixed<Length>)
-        return Fixed<1>();
-    else
-        return 1;
-}
+using OneRow = std::conditional_t<isFixed<Length>, Fixed<1>, One>;
+
+// The objects of a batch: moved where the arithmetic is, if their size is known.
+template <class Move, class T, class Rows, class Columns>
+struct SizedGroups : SharedGroups<Move, T, Rows, Columns> {
+    using SharedGroups<Move, T, Rows, Columns>::SharedGroups;
+};
+
+template <class Move, class T, int R, int C>
+struct SizedGroups<Move, T, Fixed<R>, Fixed<C>> : Groups<Move, T, R, C> {
+    SizedGroups(const Objects<T> &x, Fixed<R>, Fixed<C>) : Groups<Move, T, R, C>(x) {}
+};
 
 // small(width, height) for those, both known for the square orders 3 to 6 and none for others; general() for the rest.
 template <class Small, class General>
