@@ -29,7 +29,7 @@
  * overlap the next, and nothing is asked of the alignment of a base pointer (16 bytes are faster). Arguments are
  * checked before any element is read or written, and the first check that fails decides the status. The order is:
  * pointers, `count`, sizes, strides, shifts, unless a group says otherwise. Entries of tables and lists are not
- * checked.
+ * checked. What a group calls settled is kept for compatibility with existing callers.
  *
  * **Aliasing.** The destination must not overlap a source, unless a group says otherwise. In which order the elements
  * of one destination object are written is not defined; of objects that overlap, the later one is written last, but

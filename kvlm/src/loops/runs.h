@@ -105,14 +105,14 @@ KVLM_INLINE auto planeOf(const X &, T *first)
 // R rows of C elements of an operand, behind element (r, c), as they are stored: where the operand's elements are
 // adjacent in columns, these are C registers of R elements, and a transposition makes R rows of them.
 template <class T>
-struct Block {
+struct Tile {
     Lanes<T> row[Lanes<T>::count];
 };
 
 template <class T, int R, int C, class View>
-KVLM_INLINE Block<T> storedBlock(const View &x, int r, int c)
+KVLM_INLINE Tile<T> storedTile(const View &x, int r, int c)
 {
-    Block<T> block = {};
+    Tile<T> block = {};
     if constexpr (View::adjacentInRows)
         for (int k = 0; k < R; ++k)
             block.row[k] = Lanes<T>::template loadFirst<C>(x.at(r + k, c));
@@ -126,7 +126,7 @@ template <class T, int R, int C, class Op, class A, class B, class D>
 KVLM_INLINE void blockAt(Op op, const A &a, const B &b, const D &d, int r, int c)
 {
     constexpr bool transposeLate = A::adjacentInColumns && B::adjacentInColumns;
-    Block<T> x = storedBlock<T, R, C>(a, r, c), y = storedBlock<T, R, C>(b, r, c);
+    Tile<T> x = storedTile<T, R, C>(a, r, c), y = storedTile<T, R, C>(b, r, c);
     if constexpr (A::adjacentInColumns && !transposeLate)
         transpose(x.row);
     if constexpr (B::adjacentInColumns && !transposeLate)
