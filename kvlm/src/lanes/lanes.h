@@ -1,6 +1,6 @@
 // The number type of a whole register: four 32f or two 64f, one rounded operation on all of them at once.
 //
-// The only place with processor intrinsics, hand-scheduled routines apart. Loads and stores ask for no alignment.
+// Loads and stores ask for no alignment. Intrinsics stand in this folder, and where products shuffle their factors.
 #ifndef KVLM_LANES_LANES_H
 #define KVLM_LANES_LANES_H
 
