@@ -1,4 +1,4 @@
-// Groups of objects, one per lane: runs of adjacent elements, elements side by side and elements anywhere, between
+// Groups of objects, one per lane: runs of adjacent elements, elements in planes and elements anywhere, between
 // memory and registers.
 #ifndef KVLM_LANES_GROUP_H
 #define KVLM_LANES_GROUP_H
