@@ -100,10 +100,11 @@ private:
 #pragma GCC unroll 6
             for (int r = 0; r < N; ++r) {
                 vectors[0][r] = vectors[r][0] = V::all(r == 0);
-                if (r > 0)
-                    vectors[r][r] = roundedTo<T>(V::all(1) - f * u[r] * u[r]);
+                if (r == 0)
+                    continue;
+                vectors[r][r] = roundedTo<T>(V::all(1) - f * u[r] * u[r]);
 #pragma GCC unroll 6
-                for (int c = r + 1; c < N && r > 0; ++c)
+                for (int c = r + 1; c < N; ++c)
                     vectors[r][c] = vectors[c][r] = roundedTo<T>(u[r] * negative(f) * u[c]) & active;
             }
         }
