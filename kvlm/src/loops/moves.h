@@ -25,22 +25,16 @@ struct First {
 template <class F>
 KVLM_INLINE void bySmallWidth(int width, F f)
 {
-    switch (width) {
-    case 3:
-        return f(Fixed<3>());
-    case 4:
-        return f(Fixed<4>());
-    case 5:
-        return f(Fixed<5>());
-    case 6:
-        return f(Fixed<6>());
-    case 9:
-        return f(Fixed<9>());
-    case 16:
-        return f(Fixed<16>());
-    default:
-        return f(width);
-    }
+    bySmallOrder(width, f, [&]() KVLM_INLINED {
+        switch (width) {
+        case 9:
+            return f(Fixed<9>());
+        case 16:
+            return f(Fixed<16>());
+        default:
+            return f(width);
+        }
+    });
 }
 
 // The same, also where a row is all elements of a matrix of order 5 or 6: too many to be moved by strides without a

@@ -102,6 +102,22 @@ KVLM_INLINE auto planeOf(const X &, T *first)
         return first;
 }
 
+// dst = op(A, B) plane by plane, if all operands are in planes and those of d are apart; false, and nothing is done,
+// otherwise.
+template <class T, class Op, class A, class B, class D>
+KVLM_INLINE bool workInPlanes(Op op, const A &a, const B &b, const D &d, Extent n)
+{
+    if constexpr (!D::isList && !D::isSingle)
+        if (n.count >= worthPlanes && inPlanes(a) && inPlanes(b) && inPlanes(d) && planesApart(d, n)) {
+            for (int r = 0; r < n.height; ++r)
+                for (int c = 0; c < n.width; ++c)
+                    run<T>(op, planeOf(a, a.view(0).at(r, c)), planeOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
+                           static_cast<ptrdiff_t>(n.count));
+            return true;
+        }
+    return false;
+}
+
 // R rows of C elements of an operand, behind element (r, c), as they are stored: where the operand's elements are
 // adjacent in columns, these are C registers of R elements, and a transposition makes R rows of them.
 template <class T>

@@ -197,15 +197,8 @@ KVLM_NOINLINE void strided(Op op, const A &givenA, const B &givenB, const D &giv
     const B b = givenB;
     const D d = givenD;
     constexpr int adjacent = sizeof(T);
-    if constexpr (!D::isList && !D::isSingle)
-        if (count >= worthPlanes && inPlanes(a) && inPlanes(b) && inPlanes(d) &&
-            planesApart(d, {width, height, count})) {
-            for (int r = 0; r < height; ++r)
-                for (int c = 0; c < width; ++c)
-                    run<T>(op, planeOf(a, a.view(0).at(r, c)), planeOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
-                           static_cast<ptrdiff_t>(count));
-            return;
-        }
+    if (workInPlanes<T>(op, a, b, d, {width, height, count}))
+        return;
     if (d.rowStride == adjacent && d.elemStride != adjacent)
         return strided<T>(op, transposed(a), transposed(b), transposed(d), height, width, count);
     if (d.elemStride == adjacent && byAdjacency<T>(a, width, height, [&](const auto &typedA) KVLM_INLINED {

@@ -51,15 +51,8 @@ KVLM_INLINE void tables(Op op, const A &tableA, const B &tableB, const D &tableD
     const auto a = readAs<LetterA>(tableA, LetterA == 'm' ? width : height);
     const auto b = readAs<LetterB>(tableB, LetterB == 'm' ? width : height);
     const auto d = readAs<'m'>(tableD, width);
-    if constexpr (!D::isSingle)
-        if (count >= worthPlanes && inPlanes(a) && inPlanes(b) && inPlanes(d) &&
-            planesApart(d, {width, height, count})) {
-            for (int r = 0; r < height; ++r)
-                for (int c = 0; c < width; ++c)
-                    run<T>(op, planeOf(a, a.view(0).at(r, c)), planeOf(b, b.view(0).at(r, c)), d.view(0).at(r, c),
-                           static_cast<ptrdiff_t>(count));
-            return;
-        }
+    if (workInPlanes<T>(op, a, b, d, {width, height, count}))
+        return;
     // Of small objects there is one loop for all letters.
     if constexpr (LetterA == 't')
         if (isSmall(width, height))
