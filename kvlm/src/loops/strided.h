@@ -151,13 +151,12 @@ KVLM_INLINE void contiguous(Op op, const A &a, const B &b, const D &d, int width
         if constexpr (!std::is_same_v<W, int>) {
             constexpr int order = W{};
             constexpr bool shortOrder = order == 3 || (order == 4 && sizeof(T) == 4);
-            if constexpr (shortOrder && rowsOnly && !D::isList && (singleA || singleB))
-                if (packedBatch) {
-                    if constexpr (singleA)
-                        return patternRuns<T, true, order * order>(op, a.base, b.base, d.base, count);
-                    else
-                        return patternRuns<T, false, order * order>(op, b.base, a.base, d.base, count);
-                }
+            if constexpr (rowsOnly && !D::isList && (singleA || singleB)) {
+                const auto &single = singleA ? a.base : b.base, &array = singleA ? b.base : a.base;
+                if constexpr (shortOrder)
+                    if (packedBatch)
+                        return patternRuns<T, singleA, order * order>(op, single, array, d.base, count);
+            }
             if (packed) {
                 if constexpr (rowsOnly)
                     return objects<T>(op, a, b, d, Fixed<order * order>(), Fixed<1>(), count);
