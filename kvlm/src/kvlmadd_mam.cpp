@@ -2,6 +2,7 @@
 #include "kvlmaddsub.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 #define ROW(name, T, A, B, orders) BATCH_MEMBER(name, MAM, T, Plus, A, B, orders, workWithOne)
 

@@ -2,6 +2,7 @@
 #include "kvlmaddsub.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 #define ROW(name, T, A, B) OBJECT_MEMBER(name, T, Plus, A, B)
 

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // clang-format off
 VECTORS_MEMBER(kvlmAdd_vava_32f, VAVA, float, overVectors<Plus>, UsualOrder, workOfVectorArrays)

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // Settled: in the pointer description, at 64f, shifts are not checked.
 // clang-format off

@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/elementwise.h"
 
-namespace kvlm {
+namespace kvlm::addsub {
 
 // Work of a batch of matrices: elements of an array count per object, those of a single operand once.
 KVLM_INLINE int workWithOne(unsigned width, unsigned height, unsigned count)
@@ -20,7 +20,7 @@ KVLM_INLINE int workOfArrays(unsigned width, unsigned height, unsigned count)
 
 constexpr Limits matrixLimits = beginsAt(36864, 18432, 9216, 18432, 18432);
 
-} // namespace kvlm
+} // namespace kvlm::addsub
 
 // Kernels and public functions of a member on single matrices, Op(A, B), A and B read as their letters say.
 #define OBJECT_MEMBER(name, T, Op, A, B)                                                                               \

@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/vectors.h"
 
-namespace kvlm {
+namespace kvlm::addsub {
 
 // Settled: an array subtracted from a constant is measured by its count alone, however long its vectors are.
 KVLM_INLINE int workOfConstantAndArray(unsigned, unsigned count)
@@ -13,7 +13,7 @@ KVLM_INLINE int workOfConstantAndArray(unsigned, unsigned count)
     return wrapped(2 * count + 1);
 }
 
-} // namespace kvlm
+} // namespace kvlm::addsub
 
 // `algorithm` says what takes the place of the vectors, and on which side.
 #define VECTOR_MEMBER(name, CLASS, T, algorithm)                                                                       \

@@ -7,7 +7,7 @@
 
 #include <float.h>
 
-namespace kvlm {
+namespace kvlm::affine {
 
 // Row r of the matrix times the point. Both orders are settled, one for adjacent elements, one for any.
 template <bool Adjacent, class V>
@@ -69,7 +69,7 @@ KVLM_INLINE KvlStatus transformPoints(const A &src1, const P &src2, const D &dst
                                                   count.count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::affine
 
 #define AFFINE(X, D, T) X##_M_##D(const T, src1), X##_VA_##D(const T, src2), X##_VA_##D(T, dst), X##_COUNT
 

@@ -2,6 +2,7 @@
 #include "kvlmaffinetransform3dh.h"
 
 using namespace kvlm;
+using namespace kvlm::affine;
 
 constexpr Limits limits = {2000, 2000, 2000, 2000, 2000};
 

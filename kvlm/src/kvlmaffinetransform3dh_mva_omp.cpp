@@ -2,5 +2,6 @@
 #include "kvlmaffinetransform3dh.h"
 
 using namespace kvlm;
+using namespace kvlm::affine;
 
 DRIVER(kvlmAffineTransform3DH_mva_32f, AFFINE, float)

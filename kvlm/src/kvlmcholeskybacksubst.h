@@ -7,7 +7,7 @@
 #include "frame/work.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::cholesky {
 
 // Forward with the factor l(i, j), backward with its transpose. b(i) is the right-hand side; x(i) is an element of the
 // solution, x.set(i, value) computes one, in either pass.
@@ -163,7 +163,7 @@ constexpr Limits choleskySystemsLimits64f = {1700, 1700, 2050, 1700, 1700};
                                                     const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(CHOLESKY_SOLVERS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::cholesky
 
 #define CHOLESKY_MV(X, D, T)                                                                                           \
     X##_M_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst), X##_LENGTH(widthHeight)

@@ -1,13 +1,14 @@
 // Cholesky solver, an array of matrices, each with a right-hand side: kernels and public functions.
 #include "kvlmcholeskybacksubst.h"
 
-namespace kvlm {
+namespace kvlm::cholesky {
 
 KVLM_FOR_ELEMENTS(CHOLESKY_SOLVERS, )
 
-} // namespace kvlm
+} // namespace kvlm::cholesky
 
 using namespace kvlm;
+using namespace kvlm::cholesky;
 
 #define ROW(name, T, limits)                                                                                           \
     BATCH_KERNELS(name, CHOLESKY_MAVA, T, choleskySolve)                                                               \

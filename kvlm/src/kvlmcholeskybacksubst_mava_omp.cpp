@@ -2,6 +2,7 @@
 #include "kvlmcholeskybacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::cholesky;
 
 DRIVERS(kvlmCholeskyBackSubst_mava_32f, CHOLESKY_MAVA, float)
 DRIVERS(kvlmCholeskyBackSubst_mava_64f, CHOLESKY_MAVA, double)

@@ -2,6 +2,7 @@
 #include "kvlmcholeskybacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::cholesky;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, CHOLESKY_MV, T, choleskySolve)                                                                \

@@ -2,6 +2,7 @@
 #include "kvlmcholeskybacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::cholesky;
 
 #define ROW(name, T, limits)                                                                                           \
     BATCH_KERNELS(name, CHOLESKY_MVA, T, choleskySolve)                                                                \

@@ -8,7 +8,7 @@
 #include "frame/work.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::cholesky {
 
 // 1 / sqrt(s). Settled: at 32f the processor's approximation and one Newton step, neither root nor division.
 template <class V>
@@ -176,7 +176,7 @@ constexpr Limits choleskyLimits64f = {2000, 2000, 2000, 720, 2000};
     linkage template KvlStatus choleskyObjects(const Objects<const T> &, const Objects<T> &, T, int, int);
 KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::cholesky
 
 #define CHOLESKY_M(X, D, T)  X##_M_##D(const T, src), X##_M_##D(T, dst), X##_LENGTH(widthHeight)
 #define CHOLESKY_MA(X, D, T) X##_MA_##D(const T, src), X##_MA_##D(T, dst), X##_LENGTH(widthHeight), X##_COUNT

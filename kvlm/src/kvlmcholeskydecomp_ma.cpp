@@ -1,13 +1,14 @@
 // Cholesky decomposition of an array of matrices: kernels and public functions.
 #include "kvlmcholeskydecomp.h"
 
-namespace kvlm {
+namespace kvlm::cholesky {
 
 KVLM_FOR_ELEMENTS(CHOLESKY_DECOMPOSITIONS, )
 
-} // namespace kvlm
+} // namespace kvlm::cholesky
 
 using namespace kvlm;
+using namespace kvlm::cholesky;
 
 #define ROW(name, T, limits)                                                                                           \
     BATCH_KERNELS(name, CHOLESKY_MA, T, choleskyDecomp)                                                                \

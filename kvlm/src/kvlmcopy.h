@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/moves.h"
 
-namespace kvlm {
+namespace kvlm::copying {
 
 template <class S, class D>
 KVLM_INLINE KvlStatus copy(const S &s, const D &d, Shape shape, Count count)
@@ -20,7 +20,7 @@ KVLM_INLINE KvlStatus copy(const S &s, const D &d, Length length, Count count)
     return copy(s, d, Shape(length.length, 1), count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::copying
 
 // The two letters of a pair are descriptions.
 #define COPY_VA(X, S, D, T) X##_VA_##S(const T, src), X##_VA_##D(T, dst), X##_LENGTH(len), X##_COUNT

@@ -2,6 +2,7 @@
 #include "kvlmcopy.h"
 
 using namespace kvlm;
+using namespace kvlm::copying;
 
 #define ROW(name, T, S, D, Order) COPY_FUNCTION(name, COPY_VA, S, D, T, Order)
 

@@ -6,7 +6,7 @@
 #include "frame/work.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::cross {
 
 template <class V>
 KVLM_INLINE void crossProductOf(const V (&a)[3], const V (&b)[3], V (&c)[3])
@@ -78,7 +78,7 @@ KVLM_INLINE int crossArraysWork(unsigned count)
     return wrapped(3 * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::cross
 
 #define CROSS_VV(X, D, T)   X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_V_##D(T, dst)
 #define CROSS_VAV(X, D, T)  X##_VA_##D(const T, src1), X##_V_##D(const T, src2), X##_VA_##D(T, dst), X##_COUNT

@@ -2,6 +2,7 @@
 #include "kvlmcrossproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::cross;
 
 #define ROW(name, CLASS, T, orders)                                                                                    \
     BATCH_KERNELS(name, CLASS, T, crossProduct)                                                                        \

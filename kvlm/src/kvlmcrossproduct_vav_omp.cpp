@@ -2,6 +2,7 @@
 #include "kvlmcrossproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::cross;
 
 DRIVERS(kvlmCrossProduct_vav_32f, CROSS_VAV, float)
 DRIVERS(kvlmCrossProduct_vva_32f, CROSS_VVA, float)

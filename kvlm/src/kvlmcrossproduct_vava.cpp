@@ -2,6 +2,7 @@
 #include "kvlmcrossproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::cross;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, CROSS_VAVA, T, crossProduct)                                                                   \

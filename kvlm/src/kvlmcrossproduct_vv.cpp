@@ -2,6 +2,7 @@
 #include "kvlmcrossproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::cross;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, CROSS_VV, T, crossProduct)                                                                    \

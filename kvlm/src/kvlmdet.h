@@ -7,7 +7,7 @@
 #include "lanes/batches.h"
 #include "loops/elimination.h"
 
-namespace kvlm {
+namespace kvlm::det {
 
 // Minors of the first rows, by the set of their columns: those of two rows, of three, and at last the whole.
 template <class V, int N>
@@ -157,7 +157,7 @@ KVLM_INLINE int detWork(unsigned n, unsigned count)
     return wrapped(n * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::det
 
 #define DET_M(X, D, T)                                                                                                 \
     X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_BUFFER(T, buffer, eliminationElements(widthHeight)),         \

@@ -5,7 +5,7 @@
 
 #include "kvlmdet.h"
 
-namespace kvlm {
+namespace kvlm::det {
 
 static_assert(__LDBL_MANT_DIG__ == 64, "long double must be the 80-bit format");
 
@@ -62,6 +62,6 @@ KVLM_INLINE KvlStatus extendedDeterminant(const T *src, int rowStride, T *dst)
     return kvlOk;
 }
 
-} // namespace kvlm
+} // namespace kvlm::det
 
 #endif

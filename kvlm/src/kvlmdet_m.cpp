@@ -2,6 +2,7 @@
 #include "kvlmdet.h"
 
 using namespace kvlm;
+using namespace kvlm::det;
 
 #define DECLARE_EXTENDED(T, type, order)                                                                               \
     extern "C" KVLM_API KvlStatus a6_Det_m_##type##_##order##x##order(const T *src, int srcRowStride, T *dst);

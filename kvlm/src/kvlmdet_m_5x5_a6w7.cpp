@@ -2,6 +2,7 @@
 #include "kvlmdet_extended.h"
 
 using namespace kvlm;
+using namespace kvlm::det;
 
 DET_EXTENDED(float, 32f, 5)
 {

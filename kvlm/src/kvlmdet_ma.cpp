@@ -2,6 +2,7 @@
 #include "kvlmdet.h"
 
 using namespace kvlm;
+using namespace kvlm::det;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, DET_MA, T, detBatch)                                                                           \

@@ -8,7 +8,7 @@
 
 #include <limits.h>
 
-namespace kvlm {
+namespace kvlm::dot {
 
 // How a kernel forms its sums: in which order at lengths 3 to 6, and from which length on in eight lanes (where all
 // operands lie on multiples of 16 bytes, where not). All others go from left to right and begin with +0, which those of
@@ -193,7 +193,7 @@ template <class T>
 constexpr Limits dotLimits = {40000, 20000, sizeof(T) == 4 ? 20000 : 40000, 40000, 20000};
 constexpr Limits normLimits = {20000, 20000, 20000, 20000, 20000};
 
-} // namespace kvlm
+} // namespace kvlm::dot
 
 #define DOT_VV(X, D, T) X##_V_##D(const T, src1), X##_V_##D(const T, src2), X##_PER_OBJECT(T, dst, 1), X##_LENGTH(len)
 #define DOT_VAV(X, D, T)                                                                                               \

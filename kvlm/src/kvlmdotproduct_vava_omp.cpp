@@ -2,6 +2,7 @@
 #include "kvlmdotproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::dot;
 
 DRIVERS(kvlmDotProduct_vava_32f, DOT_VAVA, float)
 DRIVERS(kvlmDotProduct_vava_64f, DOT_VAVA, double)

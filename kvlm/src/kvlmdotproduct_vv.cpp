@@ -2,6 +2,7 @@
 #include "kvlmdotproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::dot;
 
 #define ROW(name, T, plain)                                                                                            \
     KERNEL(own##name, DOT_VV, U, T, dotProduct<plain>)                                                                 \

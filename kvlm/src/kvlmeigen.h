@@ -10,7 +10,7 @@
 #include "kvlmeigen_vectors.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // What a family adds to the eigenvalues.
 template <class T, bool HasRight, bool HasLeft>
@@ -219,7 +219,7 @@ struct GeneralBatch {
         GroupOf<Kind, N> group;
         const SharedGroups<Load, const T, Fixed<N>, Fixed<N>> source(s, {}, {});
         loadParts(source, i, parts, group.source());
-        const bool solved = kvlm::solveGroup(group);
+        const bool solved = eigen::solveGroup(group);
         for (int lane = 0; lane < parts * Lanes<T>::count; ++lane) {
             const ptrdiff_t k = i + lane;
             const Outcome outcome =
@@ -375,7 +375,7 @@ KVLM_INLINE size_t teamScratch(int n)
     return static_cast<size_t>(n) * (3 * static_cast<size_t>(n) + 5);
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #define EIGEN_RUNS(X, T)                                                                                               \
     X##_PER_OBJECT(T, dstRe, widthHeight), X##_PER_OBJECT(T, dstIm, widthHeight), X##_LENGTH(widthHeight)

@@ -5,7 +5,7 @@
 
 #include "kvlmeigen_reflector.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // ( a b )
 // ( g d )
@@ -117,6 +117,6 @@ KVLM_INLINE T standardise(Block<T> &x, Rotation<T> &rotation)
     return magnitude(x.g) > tiny ? productOfRoots(magnitude(x.b), magnitude(x.g)) : T(0);
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

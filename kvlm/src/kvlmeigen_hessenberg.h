@@ -5,7 +5,7 @@
 
 #include "kvlmeigen_reflector.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // Subtracts tau*v*v'*C from C, columns `first` to n - 1 and the rows from `top` on; v has n - top elements.
 template <class T, class Order>
@@ -97,6 +97,6 @@ KVLM_INLINE void clearBelowHessenberg(Columns<T, Order> h)
             h(i, j) = 0;
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

@@ -7,7 +7,7 @@
 #include "kvlmeigen_schur.h"
 #include "lanes/several.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // How many objects a number stands for.
 template <class V>
@@ -323,6 +323,6 @@ KVLM_NOINLINE bool solveGroup(GeneralGroup<V, N, HasSchur> &group)
     return group.solve();
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

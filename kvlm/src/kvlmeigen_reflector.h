@@ -8,7 +8,7 @@
 
 #include "lanes/lanes.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // A square matrix by columns, of an order that is Fixed or an int: (i, j) is row i of column j.
 template <class T, class Order>
@@ -53,6 +53,6 @@ KVLM_INLINE T makeReflector(T &alpha, T *x, Length length)
     return tau;
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

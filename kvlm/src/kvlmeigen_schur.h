@@ -5,7 +5,7 @@
 
 #include "kvlmeigen_block.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // The eigenvalues alone, or, with HasSchur, also the Schur form in h and its vectors in q, which is the reflections
 // before and lies right behind h. Matrix is Columns, or one object of a group.
@@ -245,6 +245,6 @@ public:
     int top = 0, bottom, sweeps = 0; // of the active block
 };
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

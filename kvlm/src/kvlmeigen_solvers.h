@@ -5,7 +5,7 @@
 
 #include "lanes/lanes.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // The eigenvalue, the least magnitude of a pivot, and the overflow guard that goes with the order. No pivot is below
 // the solvers' own floor of twice the smallest normal number, as w.least never is.
@@ -216,6 +216,6 @@ KVLM_INLINE bool solveTwo(const T (&block)[4], const Eigenvalue<T> &w, Unknowns<
     return true;
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

@@ -6,7 +6,7 @@
 #include "kvlmeigen_reflector.h"
 #include "kvlmeigen_solvers.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 // How the work on one object ends, and whether the objects behind it are still worked.
 struct Outcome {
@@ -347,6 +347,6 @@ private:
     const T *const imaginary;
 };
 
-} // namespace kvlm
+} // namespace kvlm::eigen
 
 #endif

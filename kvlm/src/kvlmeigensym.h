@@ -6,7 +6,7 @@
 #include "frame/work.h"
 #include "kvlmeigensym_iteration.h"
 
-namespace kvlm {
+namespace kvlm::eigensym {
 
 // Where vectors are not wanted.
 struct NoVectors {};
@@ -181,7 +181,7 @@ KVLM_INLINE size_t squareElements(int n)
     return static_cast<size_t>(n) * static_cast<size_t>(n);
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigensym
 
 #define SYM_VALUES_M(X, D, T)                                                                                          \
     X##_M_##D(const T, src), X##_BUFFER(T, buffer, squareElements(widthHeight)), X##_PER_OBJECT(T, dst, widthHeight),  \

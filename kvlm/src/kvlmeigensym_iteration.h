@@ -10,7 +10,7 @@
 #include "lanes/batches.h"
 #include "loops/elimination.h"
 
-namespace kvlm {
+namespace kvlm::eigensym {
 
 // What differs between the kernels. All of it is settled.
 template <class T, bool HasVectors, bool OfArray>
@@ -316,6 +316,6 @@ private:
     T *d = nullptr, *e = nullptr;
 };
 
-} // namespace kvlm
+} // namespace kvlm::eigensym
 
 #endif

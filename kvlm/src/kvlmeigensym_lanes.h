@@ -6,7 +6,7 @@
 
 #include "kvlmeigensym.h"
 
-namespace kvlm {
+namespace kvlm::eigensym {
 
 template <class Kind, int N>
 class SymmetricGroup {
@@ -342,6 +342,6 @@ KVLM_INLINE KvlStatus eigenVectorsSymBatch(const S &s, Buffer<T> buffer, const D
                                             count.count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::eigensym
 
 #endif

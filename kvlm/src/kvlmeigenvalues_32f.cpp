@@ -1,8 +1,8 @@
 // Eigenvalues of general matrices in float: compiled once for all members and descriptions.
 #include "kvlmeigen.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 GENERAL_VALUES(, float)
 
-} // namespace kvlm
+} // namespace kvlm::eigen

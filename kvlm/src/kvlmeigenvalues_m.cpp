@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 EIGEN_OBJECTS(kvlmEigenValues_m_32f, EIGEN_VALUES_M, float, SizesBeforeCount, eigenValues)
 EIGEN_OBJECTS(kvlmEigenValues_m_64f, EIGEN_VALUES_M, double, SizesBeforeCount, eigenValues)

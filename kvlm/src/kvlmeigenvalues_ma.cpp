@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 #define ROW(name, T)                                                                                                   \
     EIGEN_ARRAYS(name, EIGEN_VALUES_MA, T, SizesBeforeCount, eigenValues, generalValuesWork, generalValuesLimit)

@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 namespace {
 

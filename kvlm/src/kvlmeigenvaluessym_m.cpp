@@ -2,6 +2,7 @@
 #include "kvlmeigensym.h"
 
 using namespace kvlm;
+using namespace kvlm::eigensym;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, SYM_VALUES_M, T, eigenValuesSym)                                                              \

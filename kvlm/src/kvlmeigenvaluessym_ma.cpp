@@ -2,6 +2,7 @@
 #include "kvlmeigensym_lanes.h"
 
 using namespace kvlm;
+using namespace kvlm::eigensym;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, SYM_VALUES_MA, T, eigenValuesSymBatch)                                                         \

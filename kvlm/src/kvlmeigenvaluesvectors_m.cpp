@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 EIGEN_OBJECTS(kvlmEigenValuesVectors_m_32f, EIGEN_SETS_M, float, SourceBeforeResult, eigenVectors)
 EIGEN_OBJECTS(kvlmEigenValuesVectors_m_64f, EIGEN_SETS_M, double, SourceBeforeResult, eigenVectors)

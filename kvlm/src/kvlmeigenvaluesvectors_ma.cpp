@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 #define ROW(name, T)                                                                                                   \
     EIGEN_ARRAYS(name, EIGEN_SETS_MA, T, SourceBeforeResult, eigenVectors, generalVectorsWork, generalVectorsLimit)

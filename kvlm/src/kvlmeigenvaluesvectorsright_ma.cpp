@@ -2,6 +2,7 @@
 #include "kvlmeigen.h"
 
 using namespace kvlm;
+using namespace kvlm::eigen;
 
 #define ROW(name, T)                                                                                                   \
     EIGEN_ARRAYS(name, EIGEN_SET_MA, T, SourceBeforeResult, eigenVectorsRight, generalVectorsWork, generalVectorsLimit)

@@ -2,6 +2,7 @@
 #include "kvlmeigensym.h"
 
 using namespace kvlm;
+using namespace kvlm::eigensym;
 
 // Settled: the kernel of 32f for elements that are not adjacent has a test of its own.
 KERNEL(ownkvlmEigenValuesVectorsSym_m_32f, SYM_VECTORS_M, U, float, eigenVectorsSym)

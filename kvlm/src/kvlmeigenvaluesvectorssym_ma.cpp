@@ -2,6 +2,7 @@
 #include "kvlmeigensym_lanes.h"
 
 using namespace kvlm;
+using namespace kvlm::eigensym;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, SYM_VECTORS_MA, T, eigenVectorsSymBatch)                                                       \

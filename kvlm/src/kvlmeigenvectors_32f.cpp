@@ -1,8 +1,8 @@
 // Eigenvectors of general matrices in float: compiled once for all members and descriptions.
 #include "kvlmeigen.h"
 
-namespace kvlm {
+namespace kvlm::eigen {
 
 GENERAL_VECTORS(, float)
 
-} // namespace kvlm
+} // namespace kvlm::eigen

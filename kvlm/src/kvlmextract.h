@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/moves.h"
 
-namespace kvlm {
+namespace kvlm::extraction {
 
 template <bool PositionsFirst, class S, class T>
 KVLM_INLINE KvlStatus intoBuffer(const S &s, T *dst, Extent n)
@@ -48,7 +48,7 @@ KVLM_INLINE KvlStatus extractPositions(const S &s, PerObject<T> dst, Length n, C
     return extractPositions(s, dst, Shape(n.length, 1), count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::extraction
 
 #define EXTRACT_V(X, D, T)  X##_V_##D(const T, src), X##_PER_OBJECT(T, dst, len), X##_LENGTH(len)
 #define EXTRACT_VA(X, D, T) X##_VA_##D(const T, src), X##_PER_OBJECT(T, dst, len), X##_LENGTH(len), X##_COUNT

@@ -2,6 +2,7 @@
 #include "kvlmextract.h"
 
 using namespace kvlm;
+using namespace kvlm::extraction;
 
 // Settled: of the forms on one object in the pointer description, v in 32f alone checks pointers before sizes.
 EXTRACT_OBJECT(kvlmExtract_v_32f, EXTRACT_V, float, SizesBeforeCount, extract, extractPositions)

@@ -8,7 +8,7 @@
 
 #include <limits.h>
 
-namespace kvlm {
+namespace kvlm::frobnorm {
 
 // f(x, elements): a batch of matrices whose rows lie behind one another, as vectors. Of orders 3 to 6, if the objects
 // do so too, the compiler knows length and distance. False, and no call, where rows lie elsewhere.
@@ -151,7 +151,7 @@ KVLM_INLINE int frobeniusWork(unsigned width, unsigned height, unsigned count)
     return wrapped(width * height * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::frobnorm
 
 #define FROBENIUS_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_PER_OBJECT(T, dst, 1)
 #define FROBENIUS_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_PER_OBJECT(T, dst, 1), X##_COUNT

@@ -2,6 +2,7 @@
 #include "kvlmfrobnorm.h"
 
 using namespace kvlm;
+using namespace kvlm::frobnorm;
 
 // Settled: one kernel for any element stride.
 #define ROW(name, T, plain)                                                                                            \

@@ -2,6 +2,7 @@
 #include "kvlmfrobnorm.h"
 
 using namespace kvlm;
+using namespace kvlm::frobnorm;
 
 #define ROW(name, T, plain)                                                                                            \
     KERNEL(own##name, FROBENIUS_MA, U, T, plain)                                                                       \

@@ -4,7 +4,7 @@
 
 #include "kvlmmul_vector.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 template <Sum Order, class A, class X, class B, class D>
 KVLM_INLINE KvlStatus gaxpy(const A &src1, Shape shape, const X &src2, Length, SizeMatch, const B &src3, Length,
@@ -26,7 +26,7 @@ KVLM_INLINE int gaxpyWorkWithOne(unsigned src2Len, unsigned src3Len, unsigned co
 
 constexpr Limits gaxpyLimits = {5000, 5000, 5000, 5000, 5000};
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #define GAXPY(X, D, T, V2, V3, VD)                                                                                     \
     X##_M_##D(const T, src1), X##_SHAPE, X##_##V2##_##D(const T, src2), X##_LENGTH_MATCHED(src2Len, src2Len == width), \

@@ -2,6 +2,7 @@
 #include "kvlmgaxpy.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, T)                                                                                                   \
     GAXPY_OBJECT_KERNELS(name, GAXPY_MV, T)                                                                            \

@@ -2,6 +2,7 @@
 #include "kvlmgaxpy.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, CLASS, T, work)                                                                                      \
     GAXPY_BATCH_KERNELS(name, CLASS, T)                                                                                \

@@ -2,6 +2,7 @@
 #include "kvlmgaxpy.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmGaxpy_mva_32f, GAXPY_MVA, float)
 DRIVERS(kvlmGaxpy_mvav_32f, GAXPY_MVAV, float)

@@ -9,7 +9,7 @@
 #include "lanes/batches.h"
 #include "loops/elimination.h"
 
-namespace kvlm {
+namespace kvlm::inversion {
 
 template <int N, bool Adjacent, class T>
 KVLM_NOINLINE KvlStatus invertObject(const Objects<const T> &s, const Objects<T> &d, ptrdiff_t i)
@@ -174,7 +174,7 @@ KVLM_INLINE int invertWork(unsigned n, unsigned count)
                                                                       ptrdiff_t);
 KVLM_FOR_ELEMENTS(INVERSES, extern)
 
-} // namespace kvlm
+} // namespace kvlm::inversion
 
 #define INVERT_M(X, D, T)                                                                                              \
     X##_M_##D(const T, src), X##_BUFFER(T, buffer, eliminationElements(widthHeight)), X##_M_##D(T, dst),               \

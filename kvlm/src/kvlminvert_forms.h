@@ -5,7 +5,7 @@
 #include "lanes/batches.h"
 #include "loops/elimination.h"
 
-namespace kvlm {
+namespace kvlm::inversion {
 
 // A working copy, inverted in place, and the traits of its kernels.
 template <class T, int N, bool Adjacent>
@@ -170,80 +170,107 @@ KVLM_INLINE bool invertByCofactors(Inverse<T, N, Adjacent> &work)
     return true;
 }
 
-// What is behind the first K rows and columns: a pivot of the first row, chosen by columns, and the Schur complement of
-// order N - 1 - K, down to order 4, which is inverted by cofactors.
+// What is behind the first N - 4 rows and columns, by cofactors.
+template <int N>
+KVLM_INLINE bool invertLastFour(Inverse<float, N, true> &work)
+{
+    using V = Lanes<float>;
+    constexpr int first = N - 4;
+    auto &a = work.a;
+    Inverse<float, 4, true> last;
+    V minor[4][4];
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; ++i)
+#pragma GCC unroll 4
+        for (int j = 0; j < 4; ++j)
+            last.a[i][j] = a[first + i][first + j];
+    sharedMinors(last.a, minor);
+    const V d = expandFirstColumn<true>(last.a, minor);
+    if (any(notAtLeast(magnitude(d), V::all(Inverse<float, N, true>::least))))
+        return false;
+    const V r = refinedReciprocal(d);
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; ++i)
+#pragma GCC unroll 4
+        for (int j = 0; j < 4; ++j)
+            a[first + j][first + i] = ((i + j) % 2 ? V::all(0) - minor[i][j] : minor[i][j]) * r;
+    return true;
+}
+
+// The pivot of row K, chosen by columns: the largest comes to column K. Whether it is one in all lanes.
+template <int K, int N>
+KVLM_INLINE bool bringColumn(Inverse<float, N, true> &work, Choice<float, N> &choice)
+{
+    using V = Lanes<float>;
+    auto &a = work.a;
+    // Of equal candidates the last is taken. Settled: not the last of all at order 5.
+    V best = magnitude(a[K][K]);
+#pragma GCC unroll 6
+    for (int j = K + 1; j < N; ++j) {
+        const V candidate = magnitude(a[K][j]);
+        choice.taken[j] = N == 5 && j == 4 ? greater(candidate, best) : atLeast(candidate, best);
+        best = larger(candidate, best);
+    }
+    if (any(notAtLeast(best, V::all(Inverse<float, N, true>::least))))
+        return false;
+    choice.settle(K);
+#pragma GCC unroll 6
+    for (int i = K; i < N; ++i)
+        choice.exchange(K, [&](int j) KVLM_INLINED -> V & { return a[i][j]; });
+    return true;
+}
+
+// From the inverse of the Schur complement, which stands behind row and column K, to that of the whole: r is the
+// pivot's reciprocal, w the column below it times r, and row K still holds what is beside the pivot.
+template <int K, int N>
+KVLM_INLINE void bordered(Lanes<float> (&a)[N][N], Lanes<float> r, const Lanes<float> (&w)[N])
+{
+    using V = Lanes<float>;
+    const auto &b = a[K];
+    V u[N], row[N], corner = number<V>(0);
+#pragma GCC unroll 6
+    for (int i = K + 1; i < N; ++i) {
+        u[i] = a[i][K + 1] * (number<V>(0) - w[K + 1]);
+        row[i] = b[K + 1] * a[K + 1][i];
+#pragma GCC unroll 6
+        for (int j = K + 2; j < N; ++j) {
+            u[i] = u[i] + a[i][j] * (number<V>(0) - w[j]);
+            row[i] = row[i] + b[j] * a[j][i];
+        }
+        corner = i == K + 1 ? b[i] * u[i] : corner + b[i] * u[i];
+    }
+    a[K][K] = r - r * corner;
+#pragma GCC unroll 6
+    for (int i = K + 1; i < N; ++i) {
+        a[i][K] = u[i];
+        a[K][i] = (number<V>(0) - r) * row[i];
+    }
+}
+
+// What is behind the first K rows and columns: a pivot of the first row, and the Schur complement of order N - 1 - K.
 template <int K, int N>
 KVLM_INLINE bool invertByBlocks(Inverse<float, N, true> &work)
 {
     using V = Lanes<float>;
-    const V least = V::all(Inverse<float, N, true>::least);
     auto &a = work.a;
-    if constexpr (N - K == 4) {
-        Inverse<float, 4, true> complement;
-        V minor[4][4];
-#pragma GCC unroll 4
-        for (int i = 0; i < 4; ++i)
-#pragma GCC unroll 4
-            for (int j = 0; j < 4; ++j)
-                complement.a[i][j] = a[K + i][K + j];
-        sharedMinors(complement.a, minor);
-        const V d = expandFirstColumn<true>(complement.a, minor);
-        if (any(notAtLeast(magnitude(d), least)))
-            return false;
-        const V r = refinedReciprocal(d);
-#pragma GCC unroll 4
-        for (int i = 0; i < 4; ++i)
-#pragma GCC unroll 4
-            for (int j = 0; j < 4; ++j)
-                a[K + j][K + i] = ((i + j) % 2 ? V::all(0) - minor[i][j] : minor[i][j]) * r;
-        return true;
-    } else {
-        // Of equal candidates the last is taken. Settled: not the last of all at order 5.
+    if constexpr (N - K == 4)
+        return invertLastFour(work);
+    else {
         Choice<float, N> choice;
-        V best = magnitude(a[K][K]);
-#pragma GCC unroll 6
-        for (int j = K + 1; j < N; ++j) {
-            const V candidate = magnitude(a[K][j]);
-            choice.taken[j] = N == 5 && j == 4 ? greater(candidate, best) : atLeast(candidate, best);
-            best = larger(candidate, best);
-        }
-        if (any(notAtLeast(best, least)))
+        if (!bringColumn<K>(work, choice))
             return false;
-        choice.settle(K);
-#pragma GCC unroll 6
-        for (int i = K; i < N; ++i)
-            choice.exchange(K, [&](int j) KVLM_INLINED -> V & { return a[i][j]; });
         const V r = refinedReciprocal(a[K][K]);
-        a[K][K] = r;
-        const auto &b = a[K];
         V w[N];
 #pragma GCC unroll 6
         for (int i = K + 1; i < N; ++i) {
             w[i] = r * a[i][K];
 #pragma GCC unroll 6
             for (int j = K + 1; j < N; ++j)
-                a[i][j] = a[i][j] - b[j] * w[i];
+                a[i][j] = a[i][j] - a[K][j] * w[i];
         }
         if (!invertByBlocks<K + 1>(work))
             return false;
-        V u[N], row[N], corner = number<V>(0);
-#pragma GCC unroll 6
-        for (int i = K + 1; i < N; ++i) {
-            u[i] = a[i][K + 1] * (number<V>(0) - w[K + 1]);
-            row[i] = b[K + 1] * a[K + 1][i];
-#pragma GCC unroll 6
-            for (int j = K + 2; j < N; ++j) {
-                u[i] = u[i] + a[i][j] * (number<V>(0) - w[j]);
-                row[i] = row[i] + b[j] * a[j][i];
-            }
-            corner = i == K + 1 ? b[i] * u[i] : corner + b[i] * u[i];
-        }
-        a[K][K] = r - r * corner;
-#pragma GCC unroll 6
-        for (int i = K + 1; i < N; ++i) {
-            a[i][K] = u[i];
-            a[K][i] = (number<V>(0) - r) * row[i];
-        }
+        bordered<K>(a, r, w);
 #pragma GCC unroll 6
         for (int j = K; j < N; ++j)
             choice.exchange(K, [&](int i) KVLM_INLINED -> V & { return a[i][j]; });
@@ -270,6 +297,6 @@ KVLM_INLINE bool invert(Inverse<T, N, Adjacent> &work)
         return invertLong(work);
 }
 
-} // namespace kvlm
+} // namespace kvlm::inversion
 
 #endif

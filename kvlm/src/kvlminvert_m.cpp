@@ -2,6 +2,7 @@
 #include "kvlminvert.h"
 
 using namespace kvlm;
+using namespace kvlm::inversion;
 
 // The kernels of one order, for adjacent elements.
 #define INVERT_FIXED(X, D, T)    X##_M_##D(const T, src), X##_M_##D(T, dst)

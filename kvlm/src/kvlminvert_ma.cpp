@@ -1,13 +1,14 @@
 // Inverses of an array of matrices: kernels and public functions.
 #include "kvlminvert.h"
 
-namespace kvlm {
+namespace kvlm::inversion {
 
 KVLM_FOR_ELEMENTS(INVERSES, )
 
-} // namespace kvlm
+} // namespace kvlm::inversion
 
 using namespace kvlm;
+using namespace kvlm::inversion;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, INVERT_MA, T, inverse)                                                                         \

@@ -2,6 +2,7 @@
 #include "kvlmdotproduct.h"
 
 using namespace kvlm;
+using namespace kvlm::dot;
 
 // Settled: at 32f, lengths 3 to 6 of adjacent elements have the rough root.
 #define ROW(name, T, plain, ShortRoot)                                                                                 \

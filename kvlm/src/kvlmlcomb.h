@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/vectors.h"
 
-namespace kvlm {
+namespace kvlm::lcomb {
 
 template <class T>
 struct ScaledPlus {
@@ -44,7 +44,7 @@ KVLM_INLINE KvlStatus linearCombination(const A &a, Constant<T> val1, const B &b
 
 constexpr Limits saxpyLimits = {40000, 40000, 40000, 40000, 40000};
 
-} // namespace kvlm
+} // namespace kvlm::lcomb
 
 #define SAXPY(X, D, T, V1, V2, VD)                                                                                     \
     X##_##V1##_##D(const T, src1), X##_C(T, val), X##_##V2##_##D(const T, src2), X##_##VD##_##D(T, dst), X##_LENGTH(len)

@@ -2,6 +2,7 @@
 #include "kvlmlcomb.h"
 
 using namespace kvlm;
+using namespace kvlm::lcomb;
 
 // clang-format off
 DRIVERS(kvlmLComb_vava_32f, LCOMB_VAVA, float)

@@ -7,7 +7,7 @@
 #include "frame/work.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::lu {
 
 // The factors of one matrix, or of a group, with their rows in the order of the pivots.
 template <class V, int N>
@@ -215,7 +215,7 @@ constexpr Limits luSolveLimits = {1700, 1700, 1700, 1700, 1700};
                                              const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(LU_SOLVERS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::lu
 
 #define LU_MV(X, D, T)                                                                                                 \
     X##_M_##D(const T, src1), X##_PER_OBJECT(const int, pivot, 0), X##_V_##D(const T, src2), X##_V_##D(T, dst),        \

@@ -1,13 +1,14 @@
 // LU solver, an array of matrices, each with a right-hand side: kernels and public functions.
 #include "kvlmlubacksubst.h"
 
-namespace kvlm {
+namespace kvlm::lu {
 
 KVLM_FOR_ELEMENTS(LU_SOLVERS, )
 
-} // namespace kvlm
+} // namespace kvlm::lu
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, LU_MAVA, T, luSolve)                                                                           \

@@ -2,6 +2,7 @@
 #include "kvlmlubacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 DRIVERS(kvlmLUBackSubst_mava_32f, LU_MAVA, float)
 DRIVERS(kvlmLUBackSubst_mava_64f, LU_MAVA, double)

@@ -2,6 +2,7 @@
 #include "kvlmlubacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, LU_MV, T, luSolve)                                                                            \

@@ -2,6 +2,7 @@
 #include "kvlmlubacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, LU_MVA, T, luSolve)                                                                            \

@@ -2,6 +2,7 @@
 #include "kvlmlubacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 DRIVERS(kvlmLUBackSubst_mva_32f, LU_MVA, float)
 DRIVERS(kvlmLUBackSubst_mva_64f, LU_MVA, double)

@@ -9,7 +9,7 @@
 #include "frame/work.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::lu {
 
 // The working copies of a group, or of one object that is in all lanes. A table of each lane's own can't be followed,
 // so the rows themselves change places: row k is that of table[k] in memory.
@@ -208,7 +208,7 @@ KVLM_INLINE KvlStatus luDecomp(const S &s, PerObject<int> pivot, const D &d, Len
     linkage template KvlStatus factorObjects(const Objects<const T> &, int *, const Objects<T> &, int, int);
 KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::lu
 
 #define LU_M(X, D, T)                                                                                                  \
     X##_M_##D(const T, src), X##_PER_OBJECT(int, pivot, widthHeight), X##_M_##D(T, dst), X##_LENGTH(widthHeight)

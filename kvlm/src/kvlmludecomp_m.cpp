@@ -2,6 +2,7 @@
 #include "kvlmludecomp.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 // The common routine of each description, for the orders that are not unrolled.
 #define COMMON(name, T)                                                                                                \

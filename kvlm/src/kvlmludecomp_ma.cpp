@@ -1,13 +1,14 @@
 // LU decomposition of an array of matrices: kernels and public functions.
 #include "kvlmludecomp.h"
 
-namespace kvlm {
+namespace kvlm::lu {
 
 KVLM_FOR_ELEMENTS(LU_DECOMPOSITIONS, )
 
-} // namespace kvlm
+} // namespace kvlm::lu
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, LU_MA, T, luDecomp)                                                                            \

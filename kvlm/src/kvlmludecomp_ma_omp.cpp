@@ -2,6 +2,7 @@
 #include "kvlmludecomp.h"
 
 using namespace kvlm;
+using namespace kvlm::lu;
 
 DRIVERS(kvlmLUDecomp_ma_32f, LU_MA, float)
 DRIVERS(kvlmLUDecomp_ma_64f, LU_MA, double)

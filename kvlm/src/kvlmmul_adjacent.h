@@ -7,7 +7,38 @@
 #include "lanes/batches.h"
 #include "loops/sums.h"
 
-namespace kvlm {
+namespace kvlm::mul {
+
+// Rows of a term, to sums in whole registers and to what is left of each row, which may share a register with
+// another's.
+template <class T, int N, class E, int Rows, int Groups, int Rests>
+KVLM_INLINE void addTermRows(const E &term, Lanes<T> (&sum)[Rows][Groups], Lanes<T> (&rest)[Rests])
+{
+    using Shape = RowShape<T, N>;
+    using V = Lanes<T>;
+    constexpr int bundles = Rows / Shape::together, rests = bundles + Rows % Shape::together;
+#pragma GCC unroll 4
+    for (int i = 0; i < Rows; ++i) {
+        const Row<T, N> b = RightFactor<T, N, E>{term}.row(i);
+#pragma GCC unroll 3
+        for (int g = 0; g < Groups; ++g)
+            sum[i][g] = sum[i][g] + b.group[g];
+    }
+#pragma GCC unroll 4
+    for (int i = 0; i < rests; ++i) {
+        const bool bundle = i < bundles;
+        const int first = bundle ? i * Shape::together : bundles * Shape::together + i - bundles;
+        if constexpr (Shape::left == 1) {
+            const auto at = [&](int l) KVLM_INLINED { return term.at(first + (bundle ? l : 0), N - 1); };
+            if constexpr (V::count == 2)
+                rest[i] = rest[i] + V::gather(at(0), at(1));
+            else
+                rest[i] = rest[i] + V::gather(at(0), at(1), at(2), at(3));
+        } else if constexpr (Shape::left == 2)
+            rest[i].v = _mm_add_ps(
+                rest[i].v, _mm_movelh_ps(loadTwo(term.at(first, N - 2)).v, loadTwo(term.at(first + bundle, N - 2)).v));
+    }
+}
 
 // `Rows` vectors, each a row of its operand: y = x*a + term.
 template <class T, int N, Sum Order, int Rows, class Left, class Right, class E, class View>
@@ -38,31 +69,8 @@ KVLM_INLINE void vectorRows(const Left &x, const Right &a, const E &term, const 
             for (int g = 0; g < Shape::groups; ++g)
                 addProduct<Order, N>(k, 0, sum[i][g], half[i][g], all[i] * row.group[g]);
     }
-    if constexpr (!std::is_same_v<E, NoTerm>) {
-        constexpr int lanes = V::count;
-#pragma GCC unroll 4
-        for (int i = 0; i < Rows; ++i) {
-            const Row<T, N> b = RightFactor<T, N, E>{term}.row(i);
-#pragma GCC unroll 3
-            for (int g = 0; g < Shape::groups; ++g)
-                sum[i][g] = sum[i][g] + b.group[g];
-        }
-#pragma GCC unroll 4
-        for (int i = 0; i < bundles + single; ++i) {
-            if constexpr (Shape::left == 1) {
-                const int first = i < bundles ? i * together : bundles * together + i - bundles;
-                const auto at = [&](int l) KVLM_INLINED { return term.at(first + (i < bundles ? l : 0), N - 1); };
-                if constexpr (lanes == 2)
-                    rest[i] = rest[i] + V::gather(at(0), at(1));
-                else
-                    rest[i] = rest[i] + V::gather(at(0), at(1), at(2), at(3));
-            } else if constexpr (Shape::left == 2) {
-                const int first = i < bundles ? i * together : bundles * together;
-                rest[i].v = _mm_add_ps(rest[i].v, _mm_movelh_ps(loadTwo(term.at(first, N - 2)).v,
-                                                                loadTwo(term.at(first + (i < bundles), N - 2)).v));
-            }
-        }
-    }
+    if constexpr (!std::is_same_v<E, NoTerm>)
+        addTermRows<T, N>(term, sum, rest);
 #pragma GCC unroll 4
     for (int i = 0; i < Rows; ++i)
 #pragma GCC unroll 3
@@ -203,6 +211,6 @@ KVLM_NOINLINE void adjacentProducts(const A &givenA, const X &givenX, const E &g
             one(rightFactor<T, N>(a.view(i)), i);
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

@@ -6,7 +6,7 @@
 #include "loops/elementwise.h"
 #include "loops/vectors.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // An operation on one element: the second operand of the loops is the first once more, and is not read.
 template <class T>
@@ -38,7 +38,7 @@ template <class T>
 constexpr Limits scaleVectorLimits = sizeof(T) == 4 ? Limits{6, 6, 6, 6, 6} : Limits{36864, 18432, 9216, 18432, 18432};
 constexpr Limits constantsLimits = {36864, 36864, 9216, 18432, 18432};
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #define MUL_MC(X, D, T)  X##_M_##D(const T, src), X##_C(T, val), X##_M_##D(T, dst), X##_SHAPE
 #define MUL_MAC(X, D, T) X##_MA_##D(const T, src), X##_C(T, val), X##_MA_##D(T, dst), X##_SHAPE, X##_COUNT

@@ -6,7 +6,7 @@
 #include "frame/read.h"
 #include "lanes/lanes.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // One element in all lanes. Integer shuffles need no copy of what they shuffle.
 KVLM_INLINE Lanes<float> broadcast(Lanes<float> v, int lane)
@@ -298,6 +298,6 @@ KVLM_INLINE auto leftFactor(const View &x)
         return LeftFactor<T, N, View>{x};
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

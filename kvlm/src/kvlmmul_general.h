@@ -7,7 +7,7 @@
 #include "lanes/lanes.h"
 #include "loops/sums.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // C elements of row k, from column c on: whole registers, half of one, or a number.
 template <class T, int C>
@@ -144,6 +144,6 @@ KVLM_NOINLINE void productGeneral(A a, B b, E term, D d, int height, int inner, 
     productBlocks<T, 1>(a, b, term, d, r, height, inner, width);
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

@@ -5,7 +5,7 @@
 #include "kvlmmul_small.h"
 #include "lanes/batches.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // What is kept of a factor beside the registers: nothing, as it is read where it lies, a few groups of objects at a
 // time, or a single one in all lanes.
@@ -110,6 +110,6 @@ KVLM_INLINE int productsInGroups(const A &a, const B &b, const D &d, int n, int 
     return 0;
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

@@ -4,12 +4,12 @@
 
 #include "frame/entry.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // Matrices by matrices and by vectors. Settled: at 32f nearly every batch goes to the driver.
 template <class T>
 constexpr Limits productLimits = sizeof(T) == 4 ? Limits{6, 6, 6, 6, 6} : Limits{36864, 18432, 9216, 18432, 18432};
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

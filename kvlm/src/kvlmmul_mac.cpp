@@ -2,6 +2,7 @@
 #include "kvlmmul_constant.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, CLASS, T, algorithm, work, limits)                                                                   \
     BATCH_KERNELS(name, CLASS, T, algorithm)                                                                           \

@@ -2,6 +2,7 @@
 #include "kvlmmul_constant.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mac_32f, MUL_MAC, float)
 DRIVERS(kvlmMul_tac_32f, MUL_MAC, float)

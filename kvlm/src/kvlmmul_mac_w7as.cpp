@@ -3,6 +3,7 @@
 #include "kvlmmul_constant.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define KERNEL_ARGS                                                                                                    \
     const float *src, int srcObjStride, int srcRowStride, float val, float *dst, int dstObjStride, int dstRowStride,   \

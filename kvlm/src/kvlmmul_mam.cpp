@@ -2,6 +2,7 @@
 #include "kvlmmul_matrix.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, CLASS, T, A, B, plain, strided, pointer, list, listStrided)                                          \
     OBJECT_PRODUCTS(name, CLASS, T, A, B, plain, strided, pointer)                                                     \

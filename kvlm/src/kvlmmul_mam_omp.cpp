@@ -2,6 +2,7 @@
 #include "kvlmmul_matrix.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mam_32f, MUL_MAM, float)
 DRIVERS(kvlmMul_tam_32f, MUL_TAM, float)

@@ -2,6 +2,7 @@
 #include "kvlmmul_matrix.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mama_32f, MUL_MAMA, float)
 DRIVERS(kvlmMul_tama_32f, MUL_TAMA, float)

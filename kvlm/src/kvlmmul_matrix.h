@@ -9,7 +9,7 @@
 #include "kvlmmul_limits.h"
 #include "kvlmmul_small.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // The square orders whose sums begin with the first product, as a set. All other sums begin with +0, which shows in
 // the sign of a zero.
@@ -133,7 +133,7 @@ KVLM_INLINE int productWork(unsigned w1, unsigned h1, unsigned w2, unsigned h2, 
     return wrapped(w1 * h1 * (ArrayA ? count : 1) + w2 * h2 * (ArrayB ? count : 1) + result * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 // Classes, by the letters and by which operands are arrays.
 #define PRODUCT(X, D, T, M1, M2, MD, fits)                                                                             \

@@ -2,6 +2,7 @@
 #include "kvlmmul_vector.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, CLASS, T, letter, plain, list)                                                                       \
     BATCH_BY_VECTOR(name, CLASS, T, letter, true, false, (multiplyVector<letter, Sum::plain>), list)

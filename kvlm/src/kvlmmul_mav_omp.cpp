@@ -2,6 +2,7 @@
 #include "kvlmmul_vector.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mav_32f, MUL_MAV, float)
 DRIVERS(kvlmMul_tav_32f, MUL_TAV, float)

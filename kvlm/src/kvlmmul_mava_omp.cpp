@@ -2,6 +2,7 @@
 #include "kvlmmul_vector.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mava_32f, MUL_MAVA, float)
 DRIVERS(kvlmMul_tava_32f, MUL_TAVA, float)

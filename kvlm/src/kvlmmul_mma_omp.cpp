@@ -2,6 +2,7 @@
 #include "kvlmmul_matrix.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mma_32f, MUL_MMA, float)
 DRIVERS(kvlmMul_tma_32f, MUL_TMA, float)

@@ -2,6 +2,7 @@
 #include "kvlmmul_vector.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_mva_32f, MUL_MVA, float)
 DRIVERS(kvlmMul_tva_32f, MUL_TVA, float)

@@ -5,7 +5,7 @@
 
 #include "kvlmmul_vector.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 using AdjacentMatrix = Strided<const float, None, int, Unit<const float>>;
 using AdjacentVectors = Strided<const float, int, None, Unit<const float>>;
@@ -33,6 +33,6 @@ inline KvlStatus multiplyVectorsByAlignment(const AdjacentMatrix &a, Shape shape
     return kvlOk;
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

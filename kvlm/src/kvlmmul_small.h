@@ -5,7 +5,7 @@
 
 #include "kvlmmul_factors.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 // Equal elements of neighbouring rows, of which each is in all lanes, as they stand beside the rests of the rows.
 template <int Rows>
@@ -212,6 +212,6 @@ KVLM_NOINLINE void productObjects(const A &givenA, const B &givenB, const D &giv
         }
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 #endif

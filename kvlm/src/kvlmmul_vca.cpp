@@ -2,6 +2,7 @@
 #include "kvlmmul_constant.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 #define ROW(name, CLASS, T, work)                                                                                      \
     BATCH_KERNELS(name, CLASS, T, withEach<Times>)                                                                     \

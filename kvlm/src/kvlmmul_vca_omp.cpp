@@ -2,6 +2,7 @@
 #include "kvlmmul_constant.h"
 
 using namespace kvlm;
+using namespace kvlm::mul;
 
 DRIVERS(kvlmMul_vca_32f, VCA, float)
 DRIVERS(kvlmMul_vaca_32f, VACA, float)

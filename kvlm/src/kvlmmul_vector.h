@@ -10,7 +10,7 @@
 #include "kvlmmul_limits.h"
 #include "loops/sums.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 KVLM_INLINE bool objectsPacked(NoTerm, int64_t)
 {
@@ -282,7 +282,7 @@ KVLM_INLINE int vectorWork(unsigned width, unsigned height, unsigned count)
     return wrapped(width * height * (ArrayA ? count : 1) + x * (ArrayX ? count : 1) + y * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::mul
 
 // Classes, by the letter and by which operands are arrays.
 #define PRODUCT_V(X, D, T, M1, V2, VD, size)                                                                           \

@@ -1,8 +1,8 @@
 // Matrix by vector in float, with one object per lane: compiled once for all members and descriptions.
 #include "kvlmmul_vector.h"
 
-namespace kvlm {
+namespace kvlm::mul {
 
 PRODUCTS_IN_LANES(, float)
 
-} // namespace kvlm
+} // namespace kvlm::mul

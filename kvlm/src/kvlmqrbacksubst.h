@@ -5,7 +5,7 @@
 
 #include "loops/tall.h"
 
-namespace kvlm {
+namespace kvlm::qr {
 
 // The factor -2 / (v, v) of each reflector, anew from its stored tail.
 template <class V, int W, class Height>
@@ -239,7 +239,7 @@ constexpr Limits qrSolveLimits = {2800, 2800, 1800, 1800, 1800};
                                               const Objects<T> &, TallShape, int);
 KVLM_FOR_ELEMENTS(QR_SOLVERS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::qr
 
 #define QR_MV(X, D, T)                                                                                                 \
     X##_M_##D(const T, src1), X##_BUFFER(T, buffer, size_t(height)), X##_V_##D(const T, src2), X##_V_##D(T, dst),      \

@@ -1,13 +1,14 @@
 // QR solver, an array of matrices, each with a right-hand side: kernels and public functions.
 #include "kvlmqrbacksubst.h"
 
-namespace kvlm {
+namespace kvlm::qr {
 
 KVLM_FOR_ELEMENTS(QR_SOLVERS, )
 
-} // namespace kvlm
+} // namespace kvlm::qr
 
 using namespace kvlm;
+using namespace kvlm::qr;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, QR_MAVA, T, qrSolve)                                                                           \

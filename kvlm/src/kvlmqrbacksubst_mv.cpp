@@ -2,6 +2,7 @@
 #include "kvlmqrbacksubst.h"
 
 using namespace kvlm;
+using namespace kvlm::qr;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, QR_MV, T, qrSolve)                                                                            \

@@ -4,16 +4,65 @@
 
 #include "loops/tall.h"
 
-namespace kvlm {
+namespace kvlm::qr {
 
 // Measured: fewer do not hide their latencies, more gain nothing.
 constexpr int mostGroups = 8, tallGroups = 4;
 
-// Of a group that is worked on: the squared length of its column, the factor of its reflector, that reflector's
-// products with the columns.
+// The reflector of a column of a group: the squared length of the column, the factor that makes the column the vector,
+// that vector's products with the columns.
 template <class V, int W>
 struct Reflector {
     V s, f, t[W];
+
+    // From row k, column k of a group on.
+    KVLM_INLINE void scale(const V (*a)[W], int k)
+    {
+        using T = typename NumberTraits<V>::Element;
+        const V root = squareRoot(s) ^ without(V::all(T(-0.0)), greater(a[k][k], V::all(0)));
+        f = V::all(1) / (a[k][k] + root);
+    }
+    // With its own column too.
+    template <class Height>
+    KVLM_INLINE void multiply(V (*a)[W], int k, Height height)
+    {
+        const V factor = f;
+        V sum[W], q = V::all(1);
+#pragma GCC unroll 6
+        for (int j = k; j < W; ++j)
+            sum[j] = a[k][j];
+#pragma GCC unroll 6
+        for (int i = k + 1; i < height; ++i) {
+            const V v = a[i][k] * factor;
+            q = q + v * v;
+#pragma GCC unroll 6
+            for (int j = k; j < W; ++j)
+                sum[j] = sum[j] + a[i][j] * v;
+            a[i][k] = v;
+        }
+        const V beta = V::all(-2) / q;
+#pragma GCC unroll 6
+        for (int j = k; j < W; ++j)
+            t[j] = sum[j] * beta;
+    }
+    // On the way the squared length of the next column, below row k.
+    template <class Height>
+    KVLM_INLINE V reflect(V (*a)[W], int k, Height height) const
+    {
+        V square = V::all(0);
+#pragma GCC unroll 6
+        for (int j = k; j < W; ++j)
+            a[k][j] = a[k][j] + t[j];
+#pragma GCC unroll 6
+        for (int i = k + 1; i < height; ++i) {
+#pragma GCC unroll 6
+            for (int j = k + 1; j < W; ++j)
+                a[i][j] = a[i][j] + a[i][k] * t[j];
+            if (k + 1 < W)
+                square = square + a[i][k + 1] * a[i][k + 1];
+        }
+        return square;
+    }
 };
 
 // On copies of groups, or of one object that is in all lanes; one copy of the code for all descriptions. All groups
@@ -24,21 +73,21 @@ KVLM_NOINLINE int reflectKnown(V *elements, int groups, Height given)
 {
     using T = typename NumberTraits<V>::Element;
     const int height = given;
-    const V least = V::all(unitRoundoff<T>), zero = V::all(0);
+    const V least = V::all(unitRoundoff<T>);
     Reflector<V, W> reflectors[mostGroups];
     const auto each = [&](auto step) KVLM_INLINED {
 #pragma GCC unroll 1
         for (int g = 0; g < groups; ++g)
             step(reinterpret_cast<V(*)[W]>(elements) + ptrdiff_t(g) * height, reflectors[g]);
     };
-    V fails = zero;
+    V fails = V::all(0);
     const auto keepSquare = [&](V s, Reflector<V, W> &now) KVLM_INLINED {
         // Settled: the squared length itself is compared.
         fails = fails | greater(least, magnitude(s));
         now.s = s;
     };
     each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
-        V s = zero;
+        V s = V::all(0);
 #pragma GCC unroll 6
         for (int i = 0; i < height; ++i)
             s = s + a[i][0] * a[i][0];
@@ -50,45 +99,10 @@ KVLM_NOINLINE int reflectKnown(V *elements, int groups, Height given)
             break;
         if (any(fails))
             return k;
-        each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
-            const V root = squareRoot(now.s) ^ without(V::all(T(-0.0)), greater(a[k][k], zero));
-            now.f = V::all(1) / (a[k][k] + root);
-        });
-        // With its own column too.
+        each([&](const V(*a)[W], Reflector<V, W> &now) KVLM_INLINED { now.scale(a, k); });
+        each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED { now.multiply(a, k, height); });
         each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
-            const V f = now.f;
-            V t[W], q = V::all(1);
-#pragma GCC unroll 6
-            for (int j = k; j < W; ++j)
-                t[j] = a[k][j];
-#pragma GCC unroll 6
-            for (int i = k + 1; i < height; ++i) {
-                const V v = a[i][k] * f;
-                q = q + v * v;
-#pragma GCC unroll 6
-                for (int j = k; j < W; ++j)
-                    t[j] = t[j] + a[i][j] * v;
-                a[i][k] = v;
-            }
-            const V beta = V::all(-2) / q;
-#pragma GCC unroll 6
-            for (int j = k; j < W; ++j)
-                now.t[j] = t[j] * beta;
-        });
-        // On the way the squared length of the next column.
-        each([&](V(*a)[W], Reflector<V, W> &now) KVLM_INLINED {
-            V s = zero;
-#pragma GCC unroll 6
-            for (int j = k; j < W; ++j)
-                a[k][j] = a[k][j] + now.t[j];
-#pragma GCC unroll 6
-            for (int i = k + 1; i < height; ++i) {
-#pragma GCC unroll 6
-                for (int j = k + 1; j < W; ++j)
-                    a[i][j] = a[i][j] + a[i][k] * now.t[j];
-                if (k + 1 < W)
-                    s = s + a[i][k + 1] * a[i][k + 1];
-            }
+            const V s = now.reflect(a, k, height);
             if (k + 1 < W)
                 keepSquare(s, now);
         });
@@ -224,7 +238,7 @@ constexpr Limits qrLimits = {2800, 2800, 1800, 1800, 1800};
     linkage template KvlStatus reflectObjects(const Objects<const T> &, const Objects<T> &, T *, TallShape, int);
 KVLM_FOR_ELEMENTS(QR_DECOMPOSITIONS, extern)
 
-} // namespace kvlm
+} // namespace kvlm::qr
 
 #define QR_M(X, D, T) X##_M_##D(const T, src), X##_BUFFER(T, buffer, size_t(height)), X##_M_##D(T, dst), X##_TALL
 #define QR_MA(X, D, T)                                                                                                 \

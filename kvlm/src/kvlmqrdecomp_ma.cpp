@@ -1,13 +1,14 @@
 // QR decomposition of an array of matrices: kernels and public functions.
 #include "kvlmqrdecomp.h"
 
-namespace kvlm {
+namespace kvlm::qr {
 
 KVLM_FOR_ELEMENTS(QR_DECOMPOSITIONS, )
 
-} // namespace kvlm
+} // namespace kvlm::qr
 
 using namespace kvlm;
+using namespace kvlm::qr;
 
 #define ROW(name, T)                                                                                                   \
     BATCH_KERNELS(name, QR_MA, T, qrDecomp)                                                                            \

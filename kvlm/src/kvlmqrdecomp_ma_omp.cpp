@@ -2,6 +2,7 @@
 #include "kvlmqrdecomp.h"
 
 using namespace kvlm;
+using namespace kvlm::qr;
 
 DRIVERS(kvlmQRDecomp_ma_32f, QR_MA, float)
 DRIVERS(kvlmQRDecomp_ma_64f, QR_MA, double)

@@ -4,6 +4,7 @@
 #include "loops/sums.h"
 
 using namespace kvlm;
+using namespace kvlm::lcomb;
 
 namespace {
 

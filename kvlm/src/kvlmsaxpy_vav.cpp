@@ -2,6 +2,7 @@
 #include "kvlmlcomb.h"
 
 using namespace kvlm;
+using namespace kvlm::lcomb;
 
 // clang-format off
 SCALED_SUMS_MEMBER(kvlmSaxpy_vav_32f, SAXPY_VAV, float, saxpy, workOfArrayAndOne, saxpyLimits)

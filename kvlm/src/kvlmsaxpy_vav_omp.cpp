@@ -2,6 +2,7 @@
 #include "kvlmlcomb.h"
 
 using namespace kvlm;
+using namespace kvlm::lcomb;
 
 // clang-format off
 DRIVERS(kvlmSaxpy_vav_32f, SAXPY_VAV, float)

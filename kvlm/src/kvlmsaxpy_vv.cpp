@@ -2,6 +2,7 @@
 #include "kvlmlcomb.h"
 
 using namespace kvlm;
+using namespace kvlm::lcomb;
 
 // clang-format off
 SCALED_SUM_MEMBER(kvlmSaxpy_vv_32f, SAXPY_VV, float, saxpy)

@@ -2,6 +2,7 @@
 #include "kvlmaddsub.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 #define ROW(name, T, A, B, orders) BATCH_MEMBER(name, MMA, T, Minus, A, B, orders, workWithOne)
 

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // clang-format off
 VECTORS_MEMBER(kvlmSub_vac_32f, VAC, float, overVectors<Minus>, UsualOrder, workOfArrayAndOne)

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // clang-format off
 VECTORS_MEMBER(kvlmSub_vaca_32f, VACA, float, withEach<Minus>, UsualOrder, workOfArrayAndConstants)

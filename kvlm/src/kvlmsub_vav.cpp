@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // Settled: vav checks its count after the strides and shifts.
 // clang-format off

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // clang-format off
 VECTORS_MEMBER(kvlmSub_vava_32f, VAVA, float, overVectors<Minus>, UsualOrder, workOfVectorArrays)

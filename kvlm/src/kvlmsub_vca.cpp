@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // Settled: in the pointer description of cav, at 32f, shifts are not checked.
 // clang-format off

@@ -2,6 +2,7 @@
 #include "kvlmaddsub_vectors.h"
 
 using namespace kvlm;
+using namespace kvlm::addsub;
 
 // clang-format off
 VECTOR_MEMBER(kvlmSub_vv_32f, VV, float, overVectors<Minus>)

@@ -5,7 +5,7 @@
 #include "frame/rows.h"
 #include "loops/inner_products.h"
 
-namespace kvlm {
+namespace kvlm::traces {
 
 // e(0) + e(1) + ...; sums of orders that are not unrolled begin with +0.
 template <class V, class Order, class Element>
@@ -58,7 +58,7 @@ KVLM_INLINE int traceWork(unsigned n, unsigned count)
     return wrapped(n * count);
 }
 
-} // namespace kvlm
+} // namespace kvlm::traces
 
 #define TRACE_M(X, D, T)  X##_M_##D(const T, src), X##_LENGTH(widthHeight), X##_PER_OBJECT(T, dst, 1)
 #define TRACE_MA(X, D, T) X##_MA_##D(const T, src), X##_LENGTH(widthHeight), X##_PER_OBJECT(T, dst, 1), X##_COUNT

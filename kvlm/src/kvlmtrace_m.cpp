@@ -2,6 +2,7 @@
 #include "kvlmtrace.h"
 
 using namespace kvlm;
+using namespace kvlm::traces;
 
 #define ROW(name, T)                                                                                                   \
     OBJECT_KERNELS(name, TRACE_M, T, trace)                                                                            \

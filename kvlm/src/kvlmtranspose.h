@@ -19,7 +19,7 @@ KVLM_API void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *d
                                          int height);
 }
 
-namespace kvlm {
+namespace kvlm::transposition {
 
 constexpr int cacheLine = 64;
 
@@ -171,7 +171,7 @@ KVLM_INLINE KvlStatus transposeAny(const S &s, Shape n, const D &d, Count count 
     return kvlOk;
 }
 
-} // namespace kvlm
+} // namespace kvlm::transposition
 
 #define TRANSPOSE_M(X, D, T)  X##_M_##D(const T, src), X##_SHAPE, X##_M_##D(T, dst)
 #define TRANSPOSE_MA(X, D, T) X##_MA_##D(const T, src), X##_SHAPE, X##_MA_##D(T, dst), X##_COUNT

@@ -2,6 +2,7 @@
 #include "kvlmtranspose.h"
 
 using namespace kvlm;
+using namespace kvlm::transposition;
 
 #define ROW(name, T)                                                                                                   \
     TRANSPOSE_MEMBER(name, TRANSPOSE_MA, T)                                                                            \

@@ -2,6 +2,7 @@
 #include "kvlmtranspose.h"
 
 using namespace kvlm;
+using namespace kvlm::transposition;
 
 void ownm_iTranspose_16u_C4R_W7(const void *src, int srcStride, void *dst, int dstStride, int width, int height)
 {

@@ -6,8 +6,9 @@
 #include <algorithm>
 
 using namespace kvlm;
+using namespace kvlm::transposition;
 
-int kvlm::cacheSize()
+int kvlm::transposition::cacheSize()
 {
     int size = 0;
     kvlGetMaxCacheSizeB(&size);

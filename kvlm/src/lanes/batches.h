@@ -66,24 +66,24 @@ public:
         bool apart = true;
 #pragma GCC unroll 4
         for (int l = 1; l < objects; ++l)
-            apart &= distance(first, l, l - 1) >= extent;
-        return apart || pairsApart(first, objects);
+            apart &= distance(list + first, l, l - 1) >= extent;
+        return apart || pairsApart(list + first, objects, extent);
     }
 
 private:
     static constexpr int lanes = Registers * Lanes<T>::count;
     static constexpr int64_t size = sizeof(T);
 
-    KVLM_INLINE int64_t distance(ptrdiff_t first, int l, int k) const
+    static KVLM_INLINE int64_t distance(T *const *group, int l, int k)
     {
-        return static_cast<int64_t>(reinterpret_cast<uintptr_t>(list[first + l])) -
-               static_cast<int64_t>(reinterpret_cast<uintptr_t>(list[first + k]));
+        return static_cast<int64_t>(reinterpret_cast<uintptr_t>(group[l])) -
+               static_cast<int64_t>(reinterpret_cast<uintptr_t>(group[k]));
     }
-    bool pairsApart(ptrdiff_t first, int objects) const
+    static KVLM_NOINLINE bool pairsApart(T *const *group, int objects, int64_t extent)
     {
         for (int l = 1; l < objects; ++l)
             for (int k = 0; k < l; ++k)
-                if (distance(first, l, k) < extent && distance(first, k, l) < extent)
+                if (distance(group, l, k) < extent && distance(group, k, l) < extent)
                     return false;
         return true;
     }

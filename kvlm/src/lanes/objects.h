@@ -117,9 +117,10 @@ struct Objects {
     {
         return {table, shift + steps(i, objStride), static_cast<int>(rowStride), static_cast<int>(elemStride)};
     }
-    KVLM_INLINE View<T, int, Unit<T>> adjacentView(ptrdiff_t i) const
+    KVLM_INLINE View<T, int, Unit<T>> adjacentView(ptrdiff_t i) const { return adjacentView(object(i)); }
+    KVLM_INLINE View<T, int, Unit<T>> adjacentView(T *object) const
     {
-        return {object(i), static_cast<int>(rowStride), {}};
+        return {object, static_cast<int>(rowStride), {}};
     }
     KVLM_INLINE View<T, int, int> view(ptrdiff_t i) const
     {
@@ -162,6 +163,9 @@ KVLM_INLINE void eachObject(ptrdiff_t count, F f, const Objects<T> &...x)
     };
     if ((x.table && ...))
         return all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.tableView(i); });
+    if (((x.hasAdjacentRows() && !x.list) && ...))
+        return all([](const auto &y, ptrdiff_t i)
+                       KVLM_INLINED { return y.adjacentView(moved(y.base, steps(i, y.objStride))); });
     if ((x.hasAdjacentRows() && ...))
         return all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.adjacentView(i); });
     all([](const auto &y, ptrdiff_t i) KVLM_INLINED { return y.view(i); });
@@ -328,9 +332,9 @@ struct PackedGroups {
     template <class Array>
     KVLM_INLINE void move(ptrdiff_t first, Array a) const
     {
-        T *const p = moved(base, steps(first, objStride));
         if constexpr (R == 1)
-            return Move::vectors(p, Fixed<C>(), a);
+            return Move::vectors(base + first * C, Fixed<C>(), a);
+        T *const p = moved(base, steps(first, objStride));
         const auto g = groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
         if constexpr (Elements::all || std::is_const_v<T>)
             moveRuns<Move>(g, Fixed<R * C>(), a);
