@@ -260,6 +260,7 @@ KVLM_INLINE bool invertByBlocks(Inverse<float, N, true> &work)
         if (!bringColumn<K>(work, choice))
             return false;
         const V r = refinedReciprocal(a[K][K]);
+        a[K][K] = r; // settled: it is what a failure further on leaves
         V w[N];
 #pragma GCC unroll 6
         for (int i = K + 1; i < N; ++i) {
