@@ -1,30 +1,13 @@
 // Residuals in units of rounding, formed as the test programs of LAPACK form them, on random, graded, ill-conditioned
-// and permuted matrices of orders 1 to 16.
+// and permuted matrices of orders 1 to 16; least-squares solutions against those of a wider precision.
 #include "residual.h"
-#include "values.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
-constexpr int batch = 5; // a group and a rest
-
 template <class T>
-struct Functions;
-template <>
-struct Functions<float> {
-    static constexpr auto det = kvlmDet_ma_32f;
-    static constexpr auto factor = kvlmLUDecomp_ma_32f;
-    static constexpr auto solve = kvlmLUBackSubst_mava_32f;
-    static constexpr auto invert = kvlmInvert_ma_32f;
+class Accuracy : public testing::Test {
 };
-template <>
-struct Functions<double> {
-    static constexpr auto det = kvlmDet_ma_64f;
-    static constexpr auto factor = kvlmLUDecomp_ma_64f;
-    static constexpr auto solve = kvlmLUBackSubst_mava_64f;
-    static constexpr auto invert = kvlmInvert_ma_64f;
-};
+TYPED_TEST_SUITE(Accuracy, Types);
 
 const char *const kinds[] = {"random", "graded rows", "graded columns", "ill-conditioned", "permuted triangle"};
 
@@ -32,92 +15,198 @@ template <class T>
 std::vector<T> matrixOfKind(int kind, int n, Random &random)
 {
     std::vector<T> a = someMatrix<T>(n, random);
-    const auto at = [&](int r, int c) -> T & { return a[r * n + c]; };
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c) {
-            if (kind == 1)
-                at(r, c) = std::ldexp(at(r, c), r / 2);
-            else if (kind == 2)
-                at(r, c) = std::ldexp(at(r, c), c / 2);
-            else if (kind == 4)
-                at(r, c) = r == c ? 1 : r < c ? at(r, c) : 0;
-        }
+    eachElement(n, a, [&](int r, int c, T &x) {
+        if (kind == 1 || kind == 2)
+            x = std::ldexp(x, (kind == 1 ? r : c) / 2);
+        else if (kind == 4)
+            x = r == c ? 1 : r < c ? x : 0;
+    });
     if (kind == 3 && n > 1) // the last row is that of the others' sum, but for a little
         for (int c = 0; c < n; ++c) {
             Exact sum = 0;
             for (int r = 0; r < n - 1; ++r)
-                sum += at(r, c);
-            at(n - 1, c) = static_cast<T>(sum + at(n - 1, c) / (sizeof(T) == 4 ? 256 : 1 << 24));
+                sum += a[r * n + c];
+            T &last = a[(n - 1) * n + c];
+            last = static_cast<T>(sum + last / (sizeof(T) == 4 ? 256 : 1 << 24));
         }
-    for (int r = n - 1; kind == 4 && r > 0; --r)
-        std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
+    if (kind == 4)
+        permuteRows(n, a, random);
     return a;
 }
 
-template <class T>
-class Accuracy : public testing::Test {
-};
-using Types = testing::Types<float, double>;
-TYPED_TEST_SUITE(Accuracy, Types);
+// A batch of what make() gives.
+template <class T, class Make>
+Packed<T> packed(int rows, int columns, Make make)
+{
+    Packed<T> all(rows, columns, batch, {});
+    for (int i = 0; i < batch; ++i) {
+        const std::vector<T> one = make();
+        all.elements.insert(all.elements.end(), one.begin(), one.end());
+    }
+    return all;
+}
 
-TYPED_TEST(Accuracy, ResidualsAreSmall)
+template <class T>
+Packed<T> someVectors(int length, Random &random)
+{
+    return {0, length, batch, someVector<T>(length * batch, random)};
+}
+
+TYPED_TEST(Accuracy, DeterminantsFactorsSolutionsAndInverses)
 {
     using T = TypeParam;
-    using F = Functions<T>;
-    constexpr Exact unit = std::numeric_limits<T>::epsilon();
-    constexpr Exact threshold = 30;
-    for (int n = 1; n <= 16; ++n)
+    for (int n = 1; n <= mostOrder; ++n)
         for (int kind = 0; kind < 5; ++kind) {
             SCOPED_TRACE(std::string(kinds[kind]) + ", order " + std::to_string(n));
             Random random(n * 10 + kind);
-            const int elem = sizeof(T), row = n * elem, obj = n * row;
-            std::vector<T> a, b(n * batch), lu(n * n * batch), x(n * batch), inverse(n * n * batch), det(batch);
-            std::vector<T> buffer(n * n + n);
-            std::vector<int> pivot(n * batch);
+            const auto a = packed<T>(n, n, [&] { return matrixOfKind<T>(kind, n, random); });
+            const auto b = someVectors<T>(n, random);
+            Packed<T> lu(n, n, batch), inverse(n, n, batch), x(0, n, batch);
+            std::vector<T> buffer(n * n + n), det(batch);
+            std::vector<int> pivots(n * batch);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, LUDecomp_ma), a, pivots.data(), lu, n, batch), kvlOk);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, LUBackSubst_mava), lu, pivots.data(), b, x, n, batch), kvlOk);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, Det_ma), a, n, buffer.data(), det.data(), batch), kvlOk);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, Invert_ma), a, buffer.data(), inverse, n, batch), kvlOk);
             for (int i = 0; i < batch; ++i) {
-                const std::vector<T> matrix = matrixOfKind<T>(kind, n, random);
-                a.insert(a.end(), matrix.begin(), matrix.end());
-            }
-            for (T &element : b)
-                element = inUnitInterval<T>(random);
-            ASSERT_EQ(F::factor(a.data(), obj, row, elem, pivot.data(), lu.data(), obj, row, elem, n, batch), kvlOk);
-            ASSERT_EQ(
-                F::solve(lu.data(), obj, row, elem, pivot.data(), b.data(), row, elem, x.data(), row, elem, n, batch),
-                kvlOk);
-            ASSERT_EQ(F::det(a.data(), obj, row, elem, n, buffer.data(), det.data(), batch), kvlOk);
-            ASSERT_EQ(F::invert(a.data(), obj, row, elem, buffer.data(), inverse.data(), obj, row, elem, n, batch),
-                      kvlOk);
-            for (int i = 0; i < batch; ++i) {
-                const T *const ai = &a[i * n * n], *const xi = &x[i * n], *const bi = &b[i * n];
-                const T *const vi = &inverse[i * n * n];
-                const int *const p = &pivot[i * n];
-                const auto A = [&](int r, int c) { return Exact(ai[r * n + c]); };
-                const auto factors = [&](int r, int c) { return Exact(lu[i * n * n + p[r] * n + c]); };
-                const auto lower = [&](int r, int c) { return c < r ? factors(r, c) : Exact(r == c); };
-                const auto upper = [&](int r, int c) { return c >= r ? factors(r, c) : Exact(0); };
-                const Exact size = norm(n, n, ai);
-                EXPECT_LT(residual(n, n, lower, upper, [&](int r, int c) { return A(p[r], c); }) / (n * size * unit),
-                          threshold);
-                EXPECT_LT(
-                    residual(
-                        n, 1, A, [&](int r, int) { return Exact(xi[r]); }, [&](int r, int) { return Exact(bi[r]); }) /
-                        (n * size * norm(n, 1, xi) * unit),
-                    threshold);
-                const Exact condition = size * norm(n, n, vi);
-                EXPECT_LT(residual(
-                              n, n, A, [&](int r, int c) { return Exact(vi[r * n + c]); },
-                              [&](int r, int c) { return Exact(r == c); }) /
-                              (n * condition * unit),
-                          threshold);
+                const int *const p = &pivots[i * n];
+                const Matrix A = a.exactly(i), X = x.exactly(i), inverted = inverse.exactly(i), stored = lu.exactly(i);
+                const Matrix lower(n, n, [&](int r, int c) { return c < r ? stored(p[r], c) : Exact(r == c); });
+                const Matrix upper(n, n, [&](int r, int c) { return c >= r ? stored(p[r], c) : Exact(0); });
+                const Matrix permuted(n, n, [&](int r, int c) { return A(p[r], c); });
+                const Exact roundings = n * unit<T> * A.norm();
+                EXPECT_LT((permuted - lower * upper).norm() / roundings, threshold);
+                EXPECT_LT((b.exactly(i) - A * X).norm() / (roundings * X.norm()), threshold);
+                EXPECT_LT((identity(n) - A * inverted).norm() / (roundings * inverted.norm()), threshold);
                 Exact product = 1, bound = 1;
                 for (int r = 0; r < n; ++r) {
-                    int inversions = 0;
-                    for (int q = 0; q < r; ++q)
-                        inversions += p[q] > p[r];
-                    product *= inversions % 2 ? -factors(r, r) : factors(r, r);
-                    bound *= norm(n, 1, ai + r * n);
+                    const auto inversions = std::count_if(p, p + r, [&](int before) { return before > p[r]; });
+                    product *= inversions % 2 ? -upper(r, r) : upper(r, r);
+                    bound *= Matrix(n, 1, [&](int c, int) { return A(r, c); }).norm();
                 }
-                EXPECT_LT(std::fabs(det[i] - product) / (n * bound * unit), threshold);
+                EXPECT_LT(std::fabs(det[i] - product) / (n * bound * unit<T>), threshold);
+            }
+        }
+}
+
+// Rows and columns that differ in magnitude by powers of two, and for the last kind columns that nearly coincide.
+template <class T>
+std::vector<T> tall(int kind, int width, int height, Random &random)
+{
+    std::vector<T> a = someVector<T>(width * height, random);
+    eachElement(width, a, [&](int r, int c, T &x) {
+        if (kind == 1 || kind == 2)
+            x = std::ldexp(x, kind == 1 ? c : -(r % 4));
+        else if (kind == 3 && c > 0)
+            x = a[r * width] + x / 16;
+    });
+    return a;
+}
+
+TYPED_TEST(Accuracy, CholeskyFactorsAndSolutions)
+{
+    using T = TypeParam;
+    for (int n = 1; n <= mostOrder; ++n)
+        for (int kind = 0; kind < 4; ++kind) {
+            SCOPED_TRACE("kind " + std::to_string(kind) + ", order " + std::to_string(n));
+            Random random(n * 10 + kind);
+            const auto b = someVectors<T>(n, random);
+            const auto a = packed<T>(n, n, [&] {
+                const Matrix factor = exact(n, n, tall<T>(kind, n, n, random).data());
+                const Matrix square = factor.adjoint() * factor;
+                std::vector<T> made(n * n);
+                eachElement(n, made, [&](int r, int c, T &x) {
+                    x = static_cast<T>(r == c ? square(r, c) * Exact(1.01) + Exact(0.001) : square(r, c));
+                });
+                return made;
+            });
+            Packed<T> l(n, n, batch), x(0, n, batch);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, CholeskyDecomp_ma), a, l, n, batch), kvlOk);
+            ASSERT_EQ(call(KVLM_FUNCTION(T, CholeskyBackSubst_mava), l, b, x, n, batch), kvlOk);
+            for (int i = 0; i < batch; ++i) {
+                const Matrix A = a.exactly(i), X = x.exactly(i), stored = l.exactly(i);
+                const Matrix lower(n, n, [&](int r, int c) {
+                    return c < r ? stored(r, c) : c == r ? 1 / stored(r, r) : Exact(0);
+                });
+                const Exact roundings = n * unit<T> * A.norm();
+                EXPECT_LT((A - lower * lower.adjoint()).norm() / roundings, threshold);
+                EXPECT_LT((b.exactly(i) - A * X).norm() / (roundings * X.norm()), threshold);
+            }
+        }
+}
+
+// What the packed form means: H(K-1) ... H(0) applied to the columns of a.
+Matrix reflected(const Matrix &qr, Matrix a)
+{
+    const int height = qr.rows;
+    for (int k = 0; k < oracle::reflectors(qr.columns, height); ++k) {
+        const Matrix v(height, 1, [&](int r, int) { return r < k ? Exact(0) : r == k ? Exact(1) : qr(r, k); });
+        const Matrix square = v.adjoint() * v, products = v.adjoint() * a;
+        a = a - Matrix(height, a.columns, [&](int r, int c) { return 2 / square(0, 0) * products(0, c) * v(r, 0); });
+    }
+    return a;
+}
+
+// The factors of tall matrices and least-squares solutions.
+template <class T>
+struct Tall {
+    Tall(int width, int height, Packed<T> matrices, Packed<T> vectors)
+        : a(std::move(matrices)), b(std::move(vectors)), qr(height, width, batch), x(0, width, batch)
+    {
+        std::vector<T> buffer(height);
+        EXPECT_EQ(call(KVLM_FUNCTION(T, QRDecomp_ma), a, buffer.data(), qr, width, height, batch), kvlOk);
+        EXPECT_EQ(call(KVLM_FUNCTION(T, QRBackSubst_mava), qr, buffer.data(), b, x, width, height, batch), kvlOk);
+    }
+    Packed<T> a, b, qr, x;
+};
+
+TYPED_TEST(Accuracy, QRFactorsAndSolutions)
+{
+    using T = TypeParam;
+    for (int width = 1; width <= 9; ++width)
+        for (int height : {width, width + 1, 2 * width, 20, 70})
+            for (int kind = 0; kind < 4; ++kind) {
+                SCOPED_TRACE("kind " + std::to_string(kind) + ", " + std::to_string(height) + " x " +
+                             std::to_string(width));
+                Random random(width * 1000 + height * 10 + kind);
+                const auto b = someVectors<T>(height, random);
+                const Tall<T> x(width, height,
+                                packed<T>(height, width, [&] { return tall<T>(kind, width, height, random); }), b);
+                for (int i = 0; i < batch; ++i) {
+                    const Matrix A = x.a.exactly(i), qr = x.qr.exactly(i), X = x.x.exactly(i), B = b.exactly(i);
+                    const Matrix R(height, width, [&](int r, int c) { return r <= c ? qr(r, c) : Exact(0); });
+                    const Exact size = A.norm(), roundings = height * unit<T> * size;
+                    EXPECT_LT((reflected(qr, A) - R).norm() / roundings, threshold);
+                    // The residual of a least-squares solution is orthogonal to the columns of A.
+                    const Matrix product = A.adjoint() * (B - A * X);
+                    EXPECT_LT(product.norm() / (roundings * (size * X.norm() + B.norm())), threshold);
+                }
+            }
+}
+
+// Solutions of well-conditioned problems, by normal equations in the wider precision.
+TYPED_TEST(Accuracy, LeastSquaresSolutions)
+{
+    using T = TypeParam;
+    for (int width = 1; width <= 8; ++width)
+        for (int height : {3 * width, 40, 80}) {
+            SCOPED_TRACE(std::to_string(height) + " x " + std::to_string(width));
+            Random random(width * 100 + height);
+            auto a = packed<T>(height, width, [&] { return someVector<T>(width * height, random); });
+            eachElement(width, a.elements, [&](int r, int c, T &x) { x += r % height == c ? T(2) : T(0); });
+            const auto b = someVectors<T>(height, random);
+            const Tall<T> solved(width, height, a, b);
+            for (int i = 0; i < batch; ++i) {
+                const Matrix A = a.exactly(i), X = solved.x.exactly(i);
+                Matrix normal = A.adjoint() * A, solution = A.adjoint() * b.exactly(i);
+                for (int k = 0; k < width; ++k) { // Gauss-Jordan
+                    const Matrix row(1, width, [&](int, int c) { return normal(k, c) / normal(k, k); });
+                    const Exact value = solution(k, 0) / normal(k, k);
+                    const auto factor = [&](int r) { return r == k ? normal(k, k) - 1 : normal(r, k); };
+                    solution = Matrix(width, 1, [&](int r, int) { return solution(r, 0) - factor(r) * value; });
+                    normal = Matrix(width, width, [&](int r, int c) { return normal(r, c) - factor(r) * row(0, c); });
+                }
+                EXPECT_LT((solution - X).norm() / ((1 + solution.norm()) * height * unit<T>), threshold);
             }
         }
 }

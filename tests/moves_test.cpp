@@ -10,14 +10,19 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
+// The shape of a move: of what it writes, but with the rows of a Transpose's source.
+struct Extent {
+    int width, height, count;
+};
+
 // An operand anywhere in a small memory that it shares with the others, now and then about where another ends: where
 // its elements begin, and its arguments.
 struct Anywhere {
-    Anywhere(char form, bool array, int rows, int columns, int count, int size, Bytes &memory, Random &random,
+    Anywhere(const Member &member, char form, int rows, int columns, int count, Bytes &memory, Random &random,
              const Anywhere *neighbour = nullptr)
         : columns(columns), positions(rows * columns)
     {
-        const int objects = array ? count : 1;
+        const int size = member.elementSize(), objects = member.isArray() ? count : 1;
         const auto some = [&] { return size * (1 + random.below(random.below(4) ? 3 : 12)); };
         int elem = random.below(2) ? size : some();
         int row = random.below(3) ? columns * elem : random.below(2) ? size : some();
@@ -32,161 +37,142 @@ struct Anywhere {
             row = columns * size;
             obj = rows * row;
         }
-        const auto offset = [&](int i, int r, int c) { return i * obj + r * row + c * elem; };
-        const int room = static_cast<int>(memory.size()) - size - offset(objects - 1, rows - 1, columns - 1);
-        int start = 4 * random.below(room / 4);
+        const auto offset = [&](int i, int p) { return i * obj + p / columns * row + p % columns * elem; };
+        const int last = offset(objects - 1, positions - 1), room = static_cast<int>(memory.size()) - size - last;
+        const auto place = [&] { return 4 * random.below(room / 4); };
+        int start = place();
         if (neighbour && random.below(3) == 0) {
-            const std::vector<int> &other = neighbour->offsets;
-            const int end = random.below(2) ? *std::max_element(other.begin(), other.end())
-                                            : *std::min_element(other.begin(), other.end()) -
-                                                  offset(objects - 1, rows - 1, columns - 1);
+            const auto [least, most] = std::minmax_element(neighbour->offsets.begin(), neighbour->offsets.end());
+            const int end = random.below(2) ? *most : *least - last;
             start = std::min(std::max(0, end + size * (random.below(3) - 1)), room - 4);
         }
         const bool regular = random.below(3);
         std::vector<int> position(positions), object(objects);
         for (int p = 0; p < positions; ++p)
-            position[p] = regular                     ? offset(0, p / columns, p % columns)
+            position[p] = regular                     ? offset(0, p)
                           : p > 0 && !random.below(4) ? position[random.below(p)]
-                                                      : 4 * random.below(room / 4) - start;
+                                                      : place() - start;
         for (int i = 0; i < objects; ++i)
-            object[i] = regular || form != 'L' ? i * obj : 4 * random.below(room / 4) - start;
+            object[i] = regular || form != 'L' ? i * obj : place() - start;
         for (int i = 0; i < objects; ++i)
             for (int p = 0; p < positions; ++p)
-                offsets.push_back(start + object[i] +
-                                  (form == 'P' ? position[p] : offset(0, p / columns, p % columns)));
+                offsets.push_back(start + object[i] + (form == 'P' ? position[p] : offset(0, p)));
         adjacent = elem == size;
 
         const int shift = form == 'S' ? 0 : 8 * random.below(3);
-        for (int place : form == 'P' ? position : object)
-            table.push_back(memory.data() + start + place - shift);
-        args.push_back(form == 'S' ? Arg::base(memory.data() + start) : Arg::tableOf(table.data()));
-        if (form != 'S')
-            args.push_back(Arg::integer('H', shift));
-        if (array && form != 'L')
-            args.push_back(Arg::integer('O', obj));
-        if (rows > 0 && form != 'P') {
-            rowArgument = args.size();
-            args.push_back(Arg::integer('T', row));
-            args.push_back(Arg::integer('T', elem));
-        }
+        for (int entry : form == 'P' ? position : object)
+            table.push_back(memory.data() + start + entry - shift);
+        args = form == 'S' ? argsOf(memory.data() + start) : argsOf(table.data(), Arg::integer('H', shift));
+        if (member.isArray() && form != 'L')
+            append(args, Arg::integer('O', obj));
+        if (form != 'P' && !member.isVector())
+            append(args, row);
+        if (form != 'P')
+            append(args, elem);
     }
-    void withoutRows(bool isVector)
+    // Becomes the buffer that elements are extracted into.
+    void becomePacked(int start, int size, Bytes &memory)
     {
-        if (isVector && rowArgument)
-            args.erase(args.begin() + rowArgument);
+        args = argsOf(memory.data() + start);
+        for (std::size_t k = 0; k < offsets.size(); ++k)
+            offsets[k] = start + static_cast<int>(k) * size;
     }
     int at(int i, int r, int c) const { return offsets[i * positions + r * columns + c]; }
 
     int columns, positions;
-    std::size_t rowArgument = 0;
     bool adjacent = false;
     std::vector<int> offsets;
     std::vector<const void *> table;
     Args args;
 };
 
+// The arguments of a move.
+Args argsOfMove(const Member &member, const Args &src, const Args &dst, Extent n)
+{
+    const Args shape = member.isVector() ? argsOf(n.width) : argsOf(n.width, n.height);
+    Args args = member.family == "LoadIdentity" ? dst
+                : member.family == "Transpose"  ? argsOf(src, shape, dst)
+                                                : argsOf(src, dst);
+    if (member.family != "Transpose")
+        append(args, shape);
+    if (member.isArray())
+        append(args, n.count);
+    return args;
+}
+
 // The memory after single elements have been moved in the order of the member.
-void moveInOrder(const Member &member, Bytes &memory, const Anywhere &src, const Anywhere &dst, int width, int height,
-                 int count)
+void moveInOrder(const Member &member, Bytes &memory, const Anywhere &src, const Anywhere &dst, Extent n)
 {
     const int size = member.elementSize();
-    const bool isTable = member.description == 'P';
+    const bool isTable = member.description == 'P', transposes = member.family == "Transpose";
     const auto move = [&](int to, int from) {
         unsigned char element[8];
         std::copy_n(&memory[from], size, element);
         std::copy_n(element, size, &memory[to]);
     };
-    if (member.family == "Extract" && isTable && !member.has("ta") && !member.has("t")) {
-        for (int p = 0; p < width * height; ++p)
-            for (int i = 0; i < count; ++i)
-                move(dst.at(i, p / width, p % width), src.at(i, p / width, p % width));
+    if (member.family == "Extract" && isTable && !member.isTurned()) {
+        for (int p = 0; p < n.width * n.height; ++p)
+            for (int i = 0; i < n.count; ++i)
+                move(dst.at(i, 0, p), src.at(i, 0, p));
         return;
     }
-    const bool transposes = member.family == "Transpose";
-    const bool unrolled = width == height && width >= 3 && width <= 6;
-    const bool bySource = transposes && isTable && !unrolled, turned = member.has("t") || member.has("ta");
-    for (int i = 0; i < count; ++i)
+    const bool unrolled = n.width == n.height && oracle::isUnrolled(n.width);
+    for (int i = 0; i < n.count; ++i)
         if (member.family == "LoadIdentity")
-            for (int r = 0; r < height; ++r) {
-                for (int c = 0; c < width; ++c)
+            for (int r = 0; r < n.height; ++r) {
+                for (int c = 0; c < n.width; ++c)
                     std::fill_n(&memory[dst.at(i, r, c)], size, 0);
-                const float one = 1;
-                const double one64 = 1;
-                if (r < width)
-                    std::memcpy(&memory[dst.at(i, r, r)], size == 8 ? static_cast<const void *>(&one64) : &one, size);
+                if (r < n.width)
+                    withType(member, [&](auto one) { std::memcpy(&memory[dst.at(i, r, r)], &++one, size); });
             }
-        else if (transposes && !bySource)
-            for (int c = 0; c < width; ++c)
-                for (int r = 0; r < height; ++r)
-                    move(dst.at(i, c, r), src.at(i, r, c));
+        else if (transposes && !(isTable && !unrolled))
+            for (int k = 0; k < n.width * n.height; ++k)
+                move(dst.at(i, k / n.height, k % n.height), src.at(i, k % n.height, k / n.height));
         else
-            for (int r = 0; r < height; ++r)
-                for (int c = 0; c < width; ++c)
-                    move(transposes ? dst.at(i, c, r) : dst.at(i, r, c), turned ? src.at(i, c, r) : src.at(i, r, c));
-}
-
-bool isMove(const Member &member)
-{
-    return member.family == "Copy" || member.family == "Extract" || member.family == "LoadIdentity" ||
-           member.family == "Transpose";
+            for (int k = 0; k < n.width * n.height; ++k) {
+                const int r = k / n.width, c = k % n.width;
+                move(transposes ? dst.at(i, c, r) : dst.at(i, r, c),
+                     member.isTurned() ? src.at(i, c, r) : src.at(i, r, c));
+            }
 }
 
 TEST(Moves, OperandsThatOverlapAnyhow)
 {
     for (const Member &member : members()) {
         const int size = member.elementSize();
-        int wrong = 0;
-        for (int turn = 0; turn < 500 && isMove(member) && !wrong; ++turn) {
+        bool right = true;
+        for (int turn = 0; turn < 500 && member.isMove() && right; ++turn) {
             Random random(turn);
-            const bool isVector = member.isVector(), isArray = member.isArray();
             const bool large = turn % 25 == 24; // more than is moved at a time
             const int width = 1 + random.below(large ? 40 : 7);
-            const int height = isVector ? 1 : random.below(2) && !large ? width : 1 + random.below(7);
-            const int count = isArray ? 1 + random.below(large ? 80 : 10) : 1;
+            const int height = member.isVector() ? 1 : random.below(2) && !large ? width : 1 + random.below(7);
+            const int count = member.isArray() ? 1 + random.below(large ? 80 : 10) : 1;
             Bytes memory(large ? 200000 : 4096 + 8192 * random.below(2));
             for (std::size_t k = 0; k < memory.size(); k += 8) {
                 const std::uint64_t word = random.next();
                 std::memcpy(&memory[k], &word, 8);
             }
-            const bool turned = member.has("t") || member.has("ta"), transposes = member.family == "Transpose";
-            Anywhere src(member.description, isArray, turned ? width : height, turned ? height : width, count, size,
-                         memory, random);
-            Anywhere dst(member.dstDescription, isArray, transposes ? width : height, transposes ? height : width,
-                         count, size, memory, random, &src);
+            const bool turned = member.isTurned(), transposes = member.family == "Transpose";
+            Anywhere src(member, member.description, turned ? width : height, turned ? height : width, count, memory,
+                         random);
+            Anywhere dst(member, member.dstDescription, transposes ? width : height, transposes ? height : width, count,
+                         memory, random, &src);
             if (transposes && member.description != 'P' && src.adjacent && dst.adjacent)
                 continue; // must not overlap
-            src.withoutRows(isVector);
-            dst.withoutRows(isVector);
             if (member.family == "Extract") {
                 const int room = static_cast<int>(memory.size()) - count * width * height * size;
                 const int end =
                     *std::max_element(src.offsets.begin(), src.offsets.end()) + size * (random.below(3) - 1);
-                const int start = random.below(3) && end >= 0 && end < room ? end : 4 * random.below(room / 4);
-                dst.args = {Arg::base(memory.data() + start)};
-                for (std::size_t k = 0; k < dst.offsets.size(); ++k)
-                    dst.offsets[k] = start + static_cast<int>(k) * size;
+                dst.becomePacked(random.below(3) && end >= 0 && end < room ? end : 4 * random.below(room / 4), size,
+                                 memory);
             }
-            Args args, shape = {Arg::integer('S', width)};
-            if (!isVector)
-                shape.push_back(Arg::integer('S', height));
-            const auto add = [&](const Args &more) { args.insert(args.end(), more.begin(), more.end()); };
-            if (member.family != "LoadIdentity")
-                add(src.args);
-            if (transposes)
-                add(shape);
-            add(dst.args);
-            if (!transposes)
-                add(shape);
-            if (isArray)
-                args.push_back(Arg::integer('C', count));
-
             Bytes expected = memory;
-            moveInOrder(member, expected, src, dst, width, height, count);
+            moveInOrder(member, expected, src, dst, {width, height, count});
             const std::vector<const void *> tables[] = {src.table, dst.table};
-            EXPECT_EQ(member.call(args), kvlOk);
-            wrong = memory != expected || tables[0] != src.table || tables[1] != dst.table;
-            EXPECT_FALSE(wrong) << member.name << " " << width << "x" << height << " count " << count << " turn "
-                                << turn;
+            EXPECT_EQ(member.call(argsOfMove(member, src.args, dst.args, {width, height, count})), kvlOk);
+            right = memory == expected && tables[0] == src.table && tables[1] == dst.table;
+            EXPECT_TRUE(right) << member.name << " " << width << "x" << height << " count " << count << " turn "
+                               << turn;
         }
     }
 }
@@ -194,19 +180,16 @@ TEST(Moves, OperandsThatOverlapAnyhow)
 // Two doubles of a table that begin 4 bytes from each other: the second overwrites half of the first.
 TEST(Moves, EntriesHalfAnElementApart)
 {
-    unsigned char memory[256], expected[sizeof memory];
-    std::fill(std::begin(memory), std::end(memory), 0x5a);
-    std::copy(std::begin(memory), std::end(memory), expected);
-    const auto at = [&](int offset) { return reinterpret_cast<double *>(memory + offset); };
+    Bytes memory(256, 0x5a), expected = memory;
+    const auto at = [&](int offset) { return reinterpret_cast<double *>(&memory[offset]); };
     double *const table[] = {at(0), at(4)};
     const double one = 1;
     for (int object : {0, 64}) {
-        std::memcpy(expected + object, &one, sizeof one);
-        std::fill_n(expected + object + 4, sizeof(double), 0);
-        std::memcpy(expected + object, &one, sizeof one);
+        std::fill_n(&expected[object], 4 + sizeof(double), 0);
+        std::memcpy(&expected[object], &one, sizeof one);
     }
     EXPECT_EQ(kvlmLoadIdentity_ma_64f_P(table, 0, 64, 2, 1, 2), kvlOk);
-    EXPECT_TRUE(std::equal(std::begin(memory), std::end(memory), expected));
+    EXPECT_EQ(memory, expected);
 }
 
 #ifndef __x86_64__
@@ -242,7 +225,7 @@ TEST(Moves, StridesAroundTheAddressSpace)
 TEST(Moves, LongBatches)
 {
     for (const Member &member : members())
-        for (int turn = 0; turn < 24 && isMove(member) && member.isArray(); ++turn) {
+        for (int turn = 0; turn < 24 && member.isMove() && member.isArray(); ++turn) {
             const Layout layouts[] = {Layout::packed, Layout::interleaved, Layout::gaps, Layout::columnMajor};
             const int counts[] = {33, 66, 131}, size = turn % 5 + 2;
             withType(member, [&](auto zero) {
@@ -261,26 +244,17 @@ TEST(Moves, ObjectStrideOfASingleObject)
         for (int stride : {0, -1, 3, INT_MIN}) {
             if (member.order.find('O') == std::string::npos)
                 continue;
-            const int size = member.elementSize();
             Random random(1);
-            Bytes memory(1024, 0xa5), expected;
-            Anywhere src(member.description, true, 1, 3, 1, size, memory, random);
-            Anywhere dst(member.dstDescription, true, 1, 3, 1, size, memory, random);
-            src.withoutRows(member.isVector());
-            dst.withoutRows(member.isVector());
-            Args args = member.family == "Copy" ? src.args : Args();
-            args.insert(args.end(), dst.args.begin(), dst.args.end());
-            args.push_back(Arg::integer('S', 3));
-            if (!member.isVector())
-                args.push_back(Arg::integer('S', 1));
-            args.push_back(Arg::integer('C', 1));
+            Bytes memory(1024, 0xa5), expected = memory;
+            const Anywhere src(member, member.description, 1, 3, 1, memory, random);
+            const Anywhere dst(member, member.dstDescription, 1, 3, 1, memory, random);
+            Args args = argsOfMove(member, src.args, dst.args, {3, 1, 1});
             for (Arg &arg : args)
                 if (arg.check == 'O') {
                     arg.number = stride;
                     ++tried;
                 }
-            expected = memory;
-            moveInOrder(member, expected, src, dst, 3, 1, 1);
+            moveInOrder(member, expected, src, dst, {3, 1, 1});
             EXPECT_EQ(member.call(args), kvlOk) << member.name;
             EXPECT_EQ(memory, expected) << member.name;
         }
@@ -308,53 +282,6 @@ TEST(Moves, ExtractOfPositionsThatWrap)
     EXPECT_EQ(std::count(buffer.begin(), buffer.begin() + left, 7.0f), left);
     EXPECT_EQ(std::count(buffer.begin() + left, buffer.end(), 8.0f), left);
     EXPECT_EQ(buffer.back(), -1);
-}
-
-// A batch goes from description to description through all nine pairs, and comes back with its bits.
-template <class T>
-void goAround(const std::string &stem, bool isVector)
-{
-    constexpr int width = 5, count = 11;
-    const int height = isVector ? 1 : 3, size = sizeof(T);
-    const char ring[] = "SSPPLLSLPS";
-    Random random(4);
-    std::vector<T> values(width * height * count);
-    for (T &value : values) { // signalling NaNs with payloads
-        const std::uint64_t bits = random.next();
-        const std::uint64_t nan = size == 8 ? 0x7ff0000000000000u | bits >> 13 : 0x7f800000u | (bits >> 42 | 1);
-        std::memcpy(&value, &nan, sizeof value);
-    }
-    std::unique_ptr<Operand<T>> last;
-    const auto stop = [&](char form) {
-        return new Operand<T>(isVector ? "va" : "ma", form, {height, width, count}, Layout::gaps, random);
-    };
-    last.reset(stop('S'));
-    last->set(values);
-    for (int k = 1; ring[k]; ++k) {
-        const std::string name = stem + ring[k - 1] + ring[k];
-        const auto member =
-            std::find_if(members().begin(), members().end(), [&](const Member &m) { return m.name == name; });
-        ASSERT_NE(member, members().end()) << name;
-        std::unique_ptr<Operand<T>> next(stop(ring[k]));
-        Args args;
-        last->appendTo(args);
-        next->appendTo(args);
-        args.push_back(Arg::integer('S', width));
-        if (!isVector)
-            args.push_back(Arg::integer('S', height));
-        args.push_back(Arg::integer('C', count));
-        EXPECT_EQ(member->call(args), kvlOk) << name;
-        last = std::move(next);
-    }
-    EXPECT_EQ(std::memcmp(last->get().data(), values.data(), values.size() * sizeof(T)), 0) << stem;
-}
-
-TEST(Moves, AroundAllDescriptions)
-{
-    goAround<float>("kvlmCopy_ma_32f_", false);
-    goAround<double>("kvlmCopy_ma_64f_", false);
-    goAround<float>("kvlmCopy_va_32f_", true);
-    goAround<double>("kvlmCopy_va_64f_", true);
 }
 
 } // namespace

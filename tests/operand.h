@@ -41,13 +41,13 @@ enum class Memory { heap, heapBySize, beforePage, behindPage };
 // A run of bytes at a wanted place. The readable bytes next to it, from low() to low() + size(), are guards.
 class Room {
 public:
-    Room(std::size_t bytes, Memory memory, int offset = 0) : memory(memory)
+    Room(std::size_t bytes, Memory memory, int offset = 0)
     {
         if (memory == Memory::heap || memory == Memory::heapBySize) {
             heap.resize(bytes + 2 * guard + 32);
             const auto start = reinterpret_cast<std::uintptr_t>(heap.data());
-            first = heap.data() + ((16 - start % 16) % 16) + guard + offset;
-            lowest = first - guard;
+            lowest = heap.data() + (16 - start % 16) % 16 + offset;
+            first = lowest + guard;
             length = bytes + 2 * guard;
         } else {
             require(bytes + guard <= pageRoom, "an operand beside an unreadable page is too long");
@@ -68,10 +68,18 @@ public:
     unsigned char *data() const { return first; }
     unsigned char *low() const { return lowest; }
     std::size_t size() const { return length; }
+    std::size_t before() const { return first - lowest; } // guards
+    std::vector<unsigned char> bytes() const { return {lowest, lowest + length}; }
+    // Fills it, guards too, with f(position counted from data()).
+    template <class F>
+    void fill(F f)
+    {
+        for (std::size_t k = 0; k < length; ++k)
+            lowest[k] = static_cast<unsigned char>(f(static_cast<std::ptrdiff_t>(k - before())));
+    }
 
 private:
-    static constexpr std::size_t guard = 64;
-    static constexpr std::size_t pageRoom = 1 << 16;
+    static constexpr std::size_t guard = 64, pageRoom = 1 << 16;
 
     static std::vector<unsigned char *> &freePages()
     {
@@ -84,20 +92,16 @@ private:
             const std::size_t page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
             void *map = mmap(nullptr, pageRoom + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
             require(map != MAP_FAILED, "mmap");
-            auto *inside = static_cast<unsigned char *>(map) + page;
-            require(mprotect(inside, pageRoom, PROT_READ | PROT_WRITE) == 0, "mprotect");
-            return inside;
+            freePages().push_back(static_cast<unsigned char *>(map) + page);
+            require(mprotect(freePages().back(), pageRoom, PROT_READ | PROT_WRITE) == 0, "mprotect");
         }
         unsigned char *inside = freePages().back();
         freePages().pop_back();
         return inside;
     }
 
-    Memory memory;
     std::vector<unsigned char> heap;
-    unsigned char *pages = nullptr;
-    unsigned char *first;
-    unsigned char *lowest;
+    unsigned char *pages = nullptr, *first, *lowest;
     std::size_t length;
 };
 
@@ -115,74 +119,64 @@ class Operand {
 public:
     Operand(const std::string &letters, char description, Shape shape, Layout layout, Random &random,
             Memory memory = Memory::heap)
-        : letter(letters[0]), array(letters.size() > 1 || letter == 'd'), form(description)
+        : letter(letters[0]), array(letters.size() > 1 || letter == 'd'), form(description),
+          objects(array ? shape.count : 1), perObject(shape.rows * shape.columns)
     {
         const bool turned = letter == 't';
-        const int storedRows = turned ? shape.columns : shape.rows;
-        const int storedColumns = turned ? shape.rows : shape.columns;
-        objects = array ? shape.count : 1;
+        const int rows = turned ? shape.columns : shape.rows, columns = turned ? shape.rows : shape.columns;
         if (letter == 'd' || (form == 'L' && !array) || (form == 'P' && letter == 'c'))
             form = 'S';
-        chooseStrides(letter == 'd' ? Layout::packed : layout, storedRows, storedColumns, random);
+        chooseStrides(letter == 'd' ? Layout::packed : layout, rows, columns, random);
 
-        std::vector<int> position(storedRows * storedColumns);
-        for (int r = 0; r < storedRows; ++r)
-            for (int c = 0; c < storedColumns; ++c)
-                position[r * storedColumns + c] = r * row + c * elem;
-        if (form == 'P' && layout == Layout::overlapping && array && random.below(2))
+        const bool overlaps = layout == Layout::overlapping;
+        std::vector<int> position(perObject), start(objects);
+        for (int k = 0; k < perObject; ++k)
+            position[k] = k / columns * row + k % columns * elem;
+        if (form == 'P' && overlaps && array && random.below(2))
             overlapNeighbours(position, random);
         else if (form == 'P')
             reorder(position, random);
-        std::vector<int> start(objects);
+        const int end = *std::max_element(position.begin(), position.end());
         for (int i = 0; i < objects; ++i)
             start[i] = i * obj;
         if (form == 'L')
             reorder(start, random);
-        if (form == 'L' && layout == Layout::overlapping)
-            for (int i = 1; i < objects; ++i)
-                if (random.below(2)) // the same object, or one that begins with the other's last element
-                    start[i] =
-                        start[random.below(i)] + random.below(2) * *std::max_element(position.begin(), position.end());
-
-        const int size = sizeof(T);
-        for (int i = 0; i < objects; ++i)
-            for (int r = 0; r < shape.rows; ++r)
-                for (int c = 0; c < shape.columns; ++c)
-                    offsets.push_back(size *
-                                      (start[i] + position[turned ? c * storedColumns + r : r * storedColumns + c]));
-        perObject = storedRows * storedColumns;
-        place(size * (start.empty() ? 0
-                                    : *std::max_element(start.begin(), start.end()) +
-                                          *std::max_element(position.begin(), position.end()) + 1),
-              layout, memory, random);
+        for (int i = 1; i < objects && form == 'L' && overlaps; ++i)
+            if (random.below(2)) { // the same object, or one that begins with the other's last element
+                const int other = start[random.below(i)];
+                start[i] = other + random.below(2) * end;
+            }
+        for (int from : start)
+            for (int k = 0; k < perObject; ++k)
+                offsets.push_back(size *
+                                  (from + position[turned ? k % shape.columns * columns + k / shape.columns : k]));
+        place(size * (*std::max_element(start.begin(), start.end()) + end + 1), layout, memory, random);
 
         shift = size * random.below(4);
-        const std::vector<int> &entries = form == 'P' ? position : start;
-        if (form != 'S') {
-            std::vector<const unsigned char *> pointers;
-            for (int entry : entries)
-                pointers.push_back(room->data() + size * entry - shift);
-            tableImage.resize(pointers.size() * sizeof(void *));
-            std::memcpy(tableImage.data(), pointers.data(), tableImage.size());
-            table.reset(new Room(tableImage.size(), memory));
-            std::memcpy(table->data(), tableImage.data(), tableImage.size());
-        }
+        if (form == 'S')
+            return;
+        std::vector<const unsigned char *> pointers;
+        for (int entry : form == 'P' ? position : start)
+            pointers.push_back(room->data() + size * entry - shift);
+        table.reset(new Room(pointers.size() * sizeof(void *), memory));
+        std::memcpy(table->data(), pointers.data(), pointers.size() * sizeof(void *));
+        tableImage = table->bytes();
     }
 
-    std::size_t size() const { return offsets.size(); }
+    std::size_t elements() const { return offsets.size(); }
 
     // Writes the elements, in the order object, row, column of the operation.
     void set(const std::vector<T> &values)
     {
         for (std::size_t k = 0; k < offsets.size(); ++k)
-            std::memcpy(room->data() + offsets[k], &values[k], sizeof(T));
-        image.assign(room->low(), room->low() + room->size());
+            std::memcpy(room->data() + offsets[k], &values[k], size);
+        image = room->bytes();
     }
     std::vector<T> get() const
     {
         std::vector<T> values(offsets.size());
         for (std::size_t k = 0; k < offsets.size(); ++k)
-            std::memcpy(&values[k], room->data() + offsets[k], sizeof(T));
+            std::memcpy(&values[k], room->data() + offsets[k], size);
         return values;
     }
     // What difference() compares with: the memory as it was, and these elements written object after object, as far as
@@ -190,10 +184,9 @@ public:
     template <class Written>
     void expect(const std::vector<T> &values, int firstObject, int count, Written isWritten)
     {
-        unsigned char *target = image.data() + (room->data() - room->low());
         for (int k = firstObject * perObject; k < (firstObject + count) * perObject; ++k)
             if (isWritten(k % perObject))
-                std::memcpy(target + offsets[k], &values[k], sizeof(T));
+                std::memcpy(&image[room->before() + offsets[k]], &values[k], size);
     }
     void expect(const std::vector<T> &values, int firstObject, int count)
     {
@@ -210,18 +203,18 @@ public:
     // Empty, or where the memory first differs from what is expected of it.
     std::string difference() const
     {
-        if (table && std::memcmp(table->data(), tableImage.data(), tableImage.size()) != 0)
+        if (table && table->bytes() != tableImage)
             return "a table entry was changed";
-        const unsigned char *memory = room->low();
+        const unsigned char *const memory = room->low();
         if (std::memcmp(memory, image.data(), image.size()) == 0)
             return "";
         const auto at = std::mismatch(image.begin(), image.end(), memory).first - image.begin();
-        const int byte = static_cast<int>(at - (room->data() - room->low()));
+        const int byte = static_cast<int>(at - room->before());
         for (std::size_t k = offsets.size(); k-- > 0;)
-            if (byte >= offsets[k] && byte < offsets[k] + static_cast<int>(sizeof(T)))
+            if (byte >= offsets[k] && byte < offsets[k] + size)
                 return "element " + std::to_string(k) + " (object " + std::to_string(k / perObject) + ") is " +
-                       hex(memory + (room->data() - room->low()) + offsets[k]) + ", expected " +
-                       hex(image.data() + (room->data() - room->low()) + offsets[k]);
+                       hex(&memory[room->before() + offsets[k]]) + ", expected " +
+                       hex(&image[room->before() + offsets[k]]);
         return "byte " + std::to_string(byte) + " is no element and was changed";
     }
 
@@ -236,7 +229,6 @@ public:
     // Whether base, row stride and object stride, as far as it has them, are multiples of this.
     bool isAligned(int bytes) const
     {
-        const int size = sizeof(T);
         return reinterpret_cast<std::uintptr_t>(room->data()) % bytes == 0 &&
                (letter == 'v' || row * size % bytes == 0) && (!array || obj * size % bytes == 0);
     }
@@ -244,61 +236,50 @@ public:
     // Adds the operand's arguments in the order of a public signature.
     void appendTo(Args &args) const
     {
-        const int size = sizeof(T);
-        if (letter == 'c' && !array) {
-            args.push_back(Arg::constant(get()[0]));
-            return;
-        }
-        args.push_back(form == 'S' ? Arg::base(room->data()) : Arg::tableOf(table->data()));
-        if (letter == 'd')
-            return;
+        if (letter == 'c' && !array)
+            return append(args, Arg::constant(get()[0]));
+        append(args, form == 'S' ? Arg::base(room->data()) : Arg::tableOf(table->data()));
         if (form != 'S')
-            args.push_back(Arg::integer('H', shift));
-        if (array && form != 'L')
-            args.push_back(Arg::integer('O', obj * size));
-        if (form == 'P' || letter == 'c')
-            return;
-        if (letter != 'v')
-            args.push_back(Arg::integer('T', row * size));
-        args.push_back(Arg::integer('T', elem * size));
+            append(args, Arg::integer('H', shift));
+        if (array && form != 'L' && letter != 'd')
+            append(args, Arg::integer('O', obj * size));
+        if (form != 'P' && (letter == 'm' || letter == 't'))
+            append(args, Arg::integer('T', row * size));
+        if (form != 'P' && letter != 'c' && letter != 'd')
+            append(args, Arg::integer('T', elem * size));
     }
 
 private:
+    static constexpr int size = sizeof(T);
+
     void chooseStrides(Layout layout, int rows, int columns, Random &random)
     {
-        const int pad = 16 / static_cast<int>(sizeof(T));
-        const int paddedRow = (columns + pad - 1) / pad * pad;
-        elem = 1;
-        row = columns;
-        switch (layout) {
-        case Layout::packed:
-            break;
-        case Layout::padded:
-        case Layout::paddedRows:
-            row = paddedRow;
-            break;
-        case Layout::gaps:
+        const int pad = 16 / size;
+        elem = layout == Layout::strided ? 2 + random.below(2) : 1;
+        row = columns * elem;
+        if (layout == Layout::padded || layout == Layout::paddedRows)
+            row = (columns + pad - 1) / pad * pad;
+        else if (layout == Layout::gaps)
             row += 1 + random.below(3);
-            break;
-        case Layout::strided:
-            elem = 2 + random.below(2);
-            row = columns * elem + random.below(3);
-            break;
-        case Layout::columnMajor:
+        else if (layout == Layout::strided)
+            row += random.below(3);
+        obj = rows * row;
+        if (layout == Layout::paddedRows)
+            obj += 1;
+        else if (layout == Layout::gaps || layout == Layout::strided)
+            obj += random.below(4);
+        else if (layout == Layout::columnMajor) {
             row = 1;
             elem = rows + random.below(2);
             obj = columns * elem + random.below(3);
-            return;
-        case Layout::interleaved:
+        } else if (layout == Layout::interleaved) {
             obj = 1;
             elem = objects + random.below(2);
             row = columns * elem;
-            return;
-        case Layout::rowsInterleaved:
+        } else if (layout == Layout::rowsInterleaved) {
             obj = columns + random.below(2);
             row = objects * obj;
-            return;
-        case Layout::overlapping: {
+        } else if (layout == Layout::overlapping) {
             const int step = random.below(2) ? 1 : std::max(1, objects - 1); // one short of interleaved
             const bool byColumns = random.below(2);
             elem = byColumns ? rows * step : step;
@@ -306,14 +287,7 @@ private:
             // One element in common, or more.
             obj = random.below(4) == 0 ? std::max(1, rows * columns * step - 1)
                                        : 1 + random.below(2) * random.below(rows * columns);
-            return;
         }
-        }
-        obj = rows * row;
-        if (layout == Layout::paddedRows)
-            obj += 1;
-        else if (layout == Layout::gaps || layout == Layout::strided)
-            obj += random.below(4);
     }
 
     // Runs over the objects that lie apart and ascend, but for one that begins at the last element of its neighbour.
@@ -338,22 +312,21 @@ private:
     void place(int bytes, Layout layout, Memory memory, Random &random)
     {
         // Four-byte alignment of a double is an ordinary case of the 32-bit ABI only.
-        const int unit = memory == Memory::heapBySize ? sizeof(T) : alignof(Aligned);
+        const int unit = memory == Memory::heapBySize ? size : alignof(Aligned);
         int offset = random.below(8) % 4 * 4 & -unit;
         if (layout == Layout::padded || layout == Layout::paddedRows || random.below(3) == 0)
             offset = 0;
         room.reset(new Room(bytes, memory, offset));
-        const std::uint32_t word = sizeof(T) == 8 ? 0x7ff4a5a5u : 0x7fa5a5a5u;
-        for (std::size_t k = 0; k < room->size(); ++k)
-            room->low()[k] = static_cast<unsigned char>(word >> 8 * ((&room->low()[k] - room->data()) & 3));
-        image.assign(room->low(), room->low() + room->size());
+        const std::uint32_t word = size == 8 ? 0x7ff4a5a5u : 0x7fa5a5a5u;
+        room->fill([&](std::ptrdiff_t at) { return word >> 8 * (at & 3); });
+        image = room->bytes();
     }
 
     static std::string hex(const unsigned char *bytes)
     {
-        char text[2 * sizeof(T) + 1];
-        for (std::size_t k = 0; k < sizeof(T); ++k)
-            std::snprintf(text + 2 * k, 3, "%02x", bytes[sizeof(T) - 1 - k]);
+        char text[2 * size + 1];
+        for (int k = 0; k < size; ++k)
+            std::snprintf(text + 2 * k, 3, "%02x", bytes[size - 1 - k]);
         return text;
     }
 
@@ -364,15 +337,9 @@ private:
     char letter;
     bool array;
     char form;
-    int objects = 1;
-    int perObject = 0;
-    int elem = 1;
-    int row = 1;
-    int obj = 1;
-    int shift = 0;
+    int objects, perObject;
+    int elem = 1, row = 1, obj = 1, shift = 0;
     std::vector<int> offsets;
-    std::unique_ptr<Room> room;
-    std::unique_ptr<Room> table;
-    std::vector<unsigned char> image;
-    std::vector<unsigned char> tableImage;
+    std::unique_ptr<Room> room, table;
+    std::vector<unsigned char> image, tableImage;
 };

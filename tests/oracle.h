@@ -183,42 +183,53 @@ ORACLE_RESULT T extendedDeterminant(int n, const T *a)
                           at(0, 3) * (at(1, 0) * m12 - at(1, 1) * m02 + at(1, 2) * m01));
 }
 
+// Elimination with interchanges of rows, which ends at a pivot below t: the product of the pivots before and the sign
+// of the interchanges, and the last element as it stands then.
+template <class T>
+struct Eliminated {
+    T product = 1, sign = 1, last = 0;
+    bool failed = false;
+};
+
 // Maximum is the type of the running maximum in the search.
+template <class Maximum, class T>
+Eliminated<T> eliminate(int n, std::vector<T> w, T t, bool byReciprocal)
+{
+    Eliminated<T> done;
+    std::vector<int> row(n);
+    std::iota(row.begin(), row.end(), 0);
+    const auto at = [&](int i, int j) -> T & { return w[row[i] * n + j]; };
+    for (int k = 0; k < n - 1 && !done.failed; ++k) {
+        int found = k;
+        T best = Maximum(std::fabs(at(k, k)));
+        for (int i = k + 1; i < n; ++i)
+            if (std::fabs(at(i, k)) > best) {
+                best = Maximum(std::fabs(at(i, k)));
+                found = i;
+            }
+        done.sign = found == k ? done.sign : -done.sign;
+        std::swap(row[k], row[found]);
+        const T pivot = at(k, k), r = 1 / pivot;
+        done.failed = std::fabs(pivot) < t;
+        for (int i = k + 1; i < n && !done.failed; ++i) {
+            const T m = byReciprocal ? at(i, k) * r : at(i, k) / pivot;
+            for (int j = k + 1; j < n; ++j)
+                at(i, j) -= at(k, j) * m;
+        }
+        done.product = done.failed ? done.product : pivot * done.product;
+    }
+    done.last = at(n - 1, n - 1);
+    return done;
+}
+
 template <class Maximum, class T>
 ORACLE_RESULT T eliminatedDeterminant(int n, const T *a, bool isArray)
 {
-    std::vector<T> w(a, a + n * n);
     const T t = T(2 * n * n * n) * least<T>;
-    T result = 1, sign = 1;
-    std::vector<int> row(n);
-    std::iota(row.begin(), row.end(), 0);
-    for (int k = 0; k < n - 1; ++k) {
-        int found = k;
-        T best = Maximum(std::fabs(w[row[k] * n + k]));
-        for (int i = k + 1; i < n; ++i)
-            if (std::fabs(w[row[i] * n + k]) > best) {
-                best = Maximum(std::fabs(w[row[i] * n + k]));
-                found = i;
-            }
-        if (found != k)
-            sign = -sign;
-        std::swap(row[k], row[found]);
-        const T pivot = w[row[k] * n + k];
-        if (std::fabs(pivot) < t) {
-            if (!isArray)
-                return 0;
-            sign = 0;
-            break;
-        }
-        for (int i = k + 1; i < n; ++i) {
-            const T m = w[row[i] * n + k] / pivot;
-            for (int j = k + 1; j < n; ++j)
-                w[row[i] * n + j] -= w[row[k] * n + j] * m;
-        }
-        result = pivot * result;
-    }
-    const T v = w[row[n - 1] * n + n - 1];
-    return std::fabs(v) <= t ? 0 : result * (v * sign);
+    const Eliminated<T> done = eliminate<Maximum>(n, std::vector<T>(a, a + n * n), t, false);
+    if ((done.failed && !isArray) || std::fabs(done.last) <= t)
+        return 0;
+    return done.product * (done.last * (done.failed ? 0 : done.sign));
 }
 
 template <class T>
@@ -344,40 +355,6 @@ inline bool invertByBlocks(int n, int whole, std::vector<float> &a)
     return true;
 }
 
-// The determinant by elimination. Of a minor that is judged to be zero it is t.
-template <class T>
-ORACLE_RESULT T eliminated(int n, std::vector<T> w, T t, bool isMinor, bool &failed)
-{
-    T value = 1, sign = 1;
-    std::vector<int> row(n);
-    std::iota(row.begin(), row.end(), 0);
-    const auto at = [&](int i, int j) -> T & { return w[row[i] * n + j]; };
-    for (int k = 0; k < n - 1; ++k) {
-        const int found = pivotOf<T>(k, n, at);
-        if (found != k)
-            sign = -sign;
-        std::swap(row[k], row[found]);
-        const T pivot = at(k, k);
-        if (std::fabs(pivot) < t) {
-            failed = true;
-            return t;
-        }
-        const T r = 1 / pivot;
-        for (int i = k + 1; i < n; ++i) {
-            const T f = at(i, k) * r;
-            for (int j = k + 1; j < n; ++j)
-                at(i, j) -= at(k, j) * f;
-        }
-        value *= pivot;
-    }
-    const T v = at(n - 1, n - 1);
-    if (isMinor)
-        return std::fabs(v) <= t ? t : value * (v * sign);
-    value *= sign * v;
-    failed = std::fabs(value) <= t;
-    return value;
-}
-
 template <class T>
 KvlStatus invert(int n, const T *a, T *dst, bool isArray, bool isAdjacent)
 {
@@ -396,19 +373,23 @@ KvlStatus invert(int n, const T *a, T *dst, bool isArray, bool isAdjacent)
         std::copy(w.begin(), regular ? w.end() : w.begin() + (n - 4) * n, dst);
         return regular ? kvlOk : kvlErrSingular;
     }
-    bool failed = false;
-    const T d = 1 / eliminated(n, std::vector<T>(a, a + n * n), t, false, failed);
-    for (int i = 0; i < n && !failed; ++i)
+    const Eliminated<T> whole = eliminate<T>(n, std::vector<T>(a, a + n * n), t, true);
+    const T determinant = whole.product * (whole.sign * whole.last), d = 1 / determinant;
+    if (whole.failed || std::fabs(determinant) <= t)
+        return kvlErrSingular;
+    for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j) {
-            std::vector<T> minor;
-            bool unused = false;
-            for (int r = 0; r < n; ++r)
-                for (int c = 0; c < n; ++c)
-                    if (r != i && c != j)
-                        minor.push_back(a[r * n + c]);
-            dst[j * n + i] = eliminated(n - 1, minor, t, true, unused) * d * T((i + j) % 2 ? -1 : 1);
+            std::vector<T> rest;
+            for (int k = 0; k < n * n; ++k)
+                if (k / n != i && k % n != j)
+                    rest.push_back(a[k]);
+            // One that is judged to be zero is t.
+            const Eliminated<T> minor = eliminate<T>(n - 1, rest, t, true);
+            const bool isZero = minor.failed || std::fabs(minor.last) <= t;
+            const T value = isZero ? t : minor.product * (minor.last * minor.sign);
+            dst[j * n + i] = value * d * T((i + j) % 2 ? -1 : 1);
         }
-    return failed ? kvlErrSingular : kvlOk;
+    return kvlOk;
 }
 
 } // namespace oracle

@@ -1,5 +1,5 @@
-// Symmetric eigenproblems of one object, step by step with plain loops: both directions written out, every rounding in
-// its order, what stands in memory after a failure.
+// Symmetric eigenproblems of one object, step by step with plain loops: every rounding in its order, what stands in
+// memory after a failure.
 #pragma once
 
 #include "oracle.h"
@@ -124,104 +124,72 @@ private:
         }
     }
 
-    ORACLE_RESULT W shift(int l, int next, int far, W coupling)
+    // The iteration goes down from the top, or by the same steps up from the bottom: i is counted from where it begins.
+    int place(int i) const { return down ? i : n - 1 - i; }
+    T &di(int i) { return d(place(i)); }
+    T &ei(int i) { return e(down ? i : n - 2 - i); }
+
+    ORACLE_RESULT W shift(int l, int m)
     {
-        W g = (W(d(next)) - d(l)) / (2 * coupling);
+        const W coupling = ei(l);
+        W g = (W(di(l + 1)) - di(l)) / (2 * coupling);
         const W r =
             hasVectors && !isArray && sizeof(T) == 4 ? W(std::sqrt(double(W(g * g)) + 1)) : std::sqrt(g * g + 1);
-        const W bound = zeroBound && next > l ? W(0) : epsilon;
-        return (W(d(far)) - d(l)) + coupling / (g > bound ? g + r : g - r);
+        const W bound = zeroBound && down ? W(0) : epsilon;
+        return (W(di(m)) - di(l)) + coupling / (g > bound ? g + r : g - r);
     }
 
     // s and c for f and g; turns columns i and i + 1 of the vectors.
-    void rotation(int i, bool down, W f, W g, W r, W &s, W &c)
+    void rotation(int i, W f, W g, W r, W &s, W &c)
     {
         const W inverse = 1 / r;
         const bool byInverse = hasVectors && isArray;
         s = byInverse ? f * inverse : f / r;
         c = byInverse ? inverse * g : g / r;
         for (int row = 0; hasVectors && row < n; ++row) {
-            T &left = v[row * n + i], &right = v[row * n + i + 1];
-            const W x = byInverse ? left * inverse : W(left), y = byInverse ? right * inverse : W(right);
+            T &near = v[row * n + place(i)], &far = v[row * n + place(i + 1)];
+            const W x = byInverse ? near * inverse : W(near), y = byInverse ? far * inverse : W(far);
             const W cs = byInverse ? g : c, sn = byInverse ? f : s;
-            left = T(down ? cs * x - sn * y : cs * x + sn * y);
-            right = T(down ? sn * x + cs * y : cs * y - sn * x);
+            near = T(cs * x - sn * y);
+            far = T(sn * x + cs * y);
         }
     }
 
-    bool iterateDown()
+    bool iterate(T *values, W &product)
     {
         for (int l = 0; l < n; ++l)
             for (int iter = 0;; ++iter) {
                 int m = l, i;
-                while (m < n - 1 && std::fabs(W(0.5) * e(m)) > epsilon)
+                while (m < n - 1 && std::fabs(W(0.5) * ei(m)) > epsilon)
                     ++m;
+                if (!down && !hasVectors && m < n - 1) { // wherever a search stops
+                    values[place(m)] = di(m);
+                    product *= di(m);
+                }
                 if (m == l)
                     break;
                 if (iter == 30)
                     return false;
-                W g = shift(l, l + 1, m, e(l)), s = 1, c = 1, p = 0, q = 0;
+                W g = shift(l, m), s = 1, c = 1, p = 0, q = 0;
                 for (i = m - 1; i >= l; --i) {
-                    const W f = s * e(i), b = c * e(i), r = std::sqrt(f * f + g * g);
+                    const W f = s * ei(i), b = c * ei(i), r = std::sqrt(f * f + g * g);
                     if (i != m - 1)
-                        e(i + 1) = T(r);
+                        ei(i + 1) = T(r);
                     if (!(std::fabs(r) > epsilon)) {
-                        d(i + 1) = T(d(i + 1) - p);
-                        e(m - 1) = 0;
+                        di(i + 1) = T(di(i + 1) - p);
+                        ei(m - 1) = 0;
                         break;
                     }
-                    rotation(i, true, f, g, r, s, c);
-                    g = d(i + 1) - p;
-                    q = (d(i) - g) * s + (c + c) * b;
+                    rotation(i, f, g, r, s, c);
+                    g = di(i + 1) - p;
+                    q = (di(i) - g) * s + (c + c) * b;
                     p = q * s;
-                    d(i + 1) = T(g + p);
+                    di(i + 1) = T(g + p);
                     g = q * c - b;
                 }
-                if (i < l && (std::fabs(q) > epsilon || l == 0)) {
-                    d(l) = T(d(l) - p);
-                    e(l) = T(g);
-                }
-            }
-        return true;
-    }
-
-    bool iterateUp(T *values, W &product)
-    {
-        for (int l = n - 1; l >= 0; --l)
-            for (int iter = 0;; ++iter) {
-                int m = l, i;
-                for (; m > 0; --m)
-                    if (!(std::fabs(W(0.5) * e(m - 1)) > epsilon)) {
-                        if (!hasVectors) {
-                            values[m] = d(m);
-                            product *= d(m);
-                        }
-                        break;
-                    }
-                if (m == l)
-                    break;
-                if (iter == 30)
-                    return false;
-                W g = shift(l, l - 1, m, e(l - 1)), s = 1, c = 1, p = 0, q = 0;
-                for (i = m; i < l; ++i) {
-                    const W f = s * e(i), b = c * e(i), r = std::sqrt(f * f + g * g);
-                    if (i != m)
-                        e(i - 1) = T(r);
-                    if (!(std::fabs(r) > epsilon)) {
-                        d(i) = T(d(i) - p);
-                        e(m) = 0;
-                        break;
-                    }
-                    rotation(i, false, f, g, r, s, c);
-                    g = d(i) - p;
-                    q = (d(i + 1) - g) * s + (c + c) * b;
-                    p = q * s;
-                    d(i) = T(g + p);
-                    g = q * c - b;
-                }
-                if (i == l && std::fabs(q) > epsilon) {
-                    d(l) = T(d(l) - p);
-                    e(l - 1) = T(g);
+                if (i < l && (std::fabs(q) > epsilon || (down && l == 0))) {
+                    di(l) = T(di(l) - p);
+                    ei(l) = T(g);
                 }
             }
         return true;
@@ -234,8 +202,8 @@ private:
             v[i * n + i] = 1;
         reduce(values);
         W product = 1;
-        const bool down = std::fabs(d(n - 1)) > std::fabs(d(0));
-        if (!(down ? iterateDown() : iterateUp(values, product)))
+        down = std::fabs(d(n - 1)) > std::fabs(d(0));
+        if (!iterate(values, product))
             return kvlErrNoConvergence;
         if (!down && !hasVectors) {
             values[0] = d(0);
@@ -258,7 +226,7 @@ private:
     }
 
     int n;
-    bool isArray, hasVectors, zeroBound;
+    bool isArray, hasVectors, zeroBound, down = true;
     std::vector<T> a, v;
     KvlStatus status = kvlOk;
 };

@@ -95,6 +95,29 @@ ORACLE_RESULT T evaluated(const char *&formula, const std::vector<T> &p)
     return left + right;
 }
 
+template <class T>
+ORACLE_RESULT T evaluated(const std::string &formula, const std::vector<T> &p)
+{
+    const char *at = formula.c_str();
+    return evaluated(at, p);
+}
+
+template <class T>
+ORACLE_RESULT T sumFromLeft(const std::vector<T> &p)
+{
+    T sum = 0;
+    for (T term : p)
+        sum += term;
+    return sum;
+}
+
+// The sum of eight lanes.
+template <class T>
+ORACLE_RESULT T folded(const T (&l)[8])
+{
+    return ((l[0] + l[4]) + (l[2] + l[6])) + ((l[1] + l[5]) + (l[3] + l[7]));
+}
+
 // Where the vector of the object lies, and whether everything lies on multiples of 16 bytes.
 struct Alignment {
     std::uintptr_t vector;
@@ -115,7 +138,7 @@ ORACLE_RESULT T lanedSum(const std::vector<T> &p, Alignment where, int alignedFr
     for (; lanes && k + 8 <= n; k += 8)
         for (int j = 0; j < 8; ++j)
             l[j] += p[k + j];
-    T sum = lanes ? ((l[0] + l[4]) + (l[2] + l[6])) + ((l[1] + l[5]) + (l[3] + l[7])) : T(0);
+    T sum = lanes ? folded(l) : T(0);
     for (; k < n; ++k)
         sum += p[k];
     return sum;
@@ -129,16 +152,11 @@ void multiplyVector(const std::string &family, const std::string &letters, const
         std::vector<T> p(inner);
         for (int k = 0; k < inner; ++k)
             p[k] = a[i * inner + k] * x[k];
-        T sum = 0;
-        if (rows == inner && isUnrolled(inner)) {
-            const std::string formula = orderOfSum(family, letters, kernel, sizeof(T) == 8, inner, i);
-            const char *at = formula.c_str();
-            sum = evaluated(at, p);
-        } else if (family == "Mul" && letters == "mva" && kernel.empty() && sizeof(T) == 4)
-            sum = lanedSum(p, where, 8, 11);
-        else
-            for (T term : p)
-                sum += term;
+        const bool isLong = family == "Mul" && letters == "mva" && kernel.empty() && sizeof(T) == 4;
+        const T sum = rows == inner && isUnrolled(inner)
+                          ? evaluated(orderOfSum(family, letters, kernel, sizeof(T) == 8, inner, i), p)
+                      : isLong ? lanedSum(p, where, 8, 11)
+                               : sumFromLeft(p);
         dst[i] = b ? sum + b[i] : sum;
     }
 }

@@ -52,19 +52,13 @@ ORACLE_RESULT T sumOfProducts(const std::string &letters, const std::string &ker
 {
     const int n = static_cast<int>(p.size()), from = sizeof(T) == 4 ? 11 : 9;
     const std::string name = kernelName<T>(letters, kernel);
-    if (isUnrolled(n)) {
-        const std::string formula = orderOfShortSum(name, n);
-        const char *at = formula.c_str();
-        return evaluated(at, p);
-    }
+    if (isUnrolled(n))
+        return evaluated(orderOfShortSum(name, n), p);
     if (n == 1 && letters == "vav" && kernel == "S2")
         return p[0];
     if ((kernel.empty() || kernel == "L") && letters != "vav")
         return lanedSum(p, where, letters == "vava" && kernel.empty() ? 8 : from, from);
-    T sum = 0;
-    for (T term : p)
-        sum += term;
-    return sum;
+    return sumFromLeft(p);
 }
 
 template <class T>
@@ -88,16 +82,12 @@ ORACLE_RESULT T norm(const std::string &letters, const std::string &kernel, cons
 template <class T>
 ORACLE_RESULT T frobeniusNorm(const std::vector<T> &squares, bool inLanes)
 {
-    if (!inLanes) {
-        T sum = 0;
-        for (T x : squares)
-            sum += x;
-        return std::sqrt(sum);
-    }
+    if (!inLanes)
+        return std::sqrt(sumFromLeft(squares));
     T l[8] = {};
     for (std::size_t k = 0; k < squares.size(); ++k)
         l[k % 8] += squares[k];
-    const T sum = ((l[0] + l[4]) + (l[2] + l[6])) + ((l[1] + l[5]) + (l[3] + l[7]));
+    const T sum = folded(l);
     return sum > T(1.1920929e-07f) ? roughRoot(sum) : 0;
 }
 

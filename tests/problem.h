@@ -2,30 +2,10 @@
 #pragma once
 
 #include "members.h"
-#include "oracle_eigengen.h"
 #include "oracle_eigensym.h"
+#include "oracle_eigenvectors.h"
 #include "oracle_vectors.h"
 #include "values.h"
-
-#include <csignal>
-
-// What runs now, told on the way out when a call dies of a stray access.
-inline std::string &running()
-{
-    static std::string text;
-    return text;
-}
-
-inline const bool crashIsTold = [] {
-    for (int number : {SIGSEGV, SIGBUS})
-        std::signal(number, [](int caught) {
-            if (write(2, running().data(), running().size()) < 0 || write(2, ": stray access\n", 15) < 0)
-                _exit(2);
-            std::signal(caught, SIG_DFL);
-            std::raise(caught);
-        });
-    return true;
-}();
 
 struct Setting {
     int width; // the order of square matrices
@@ -38,17 +18,19 @@ struct Setting {
     int inPlace = 0;        // 1 or 2: the destination is that source
     bool difficult = false; // matrices that fail or nearly fail are among the objects; sums of zeros
     int inner = 0;          // of a product of matrices, 0 for what follows from the shape
+    bool fine = false;      // factors of sums have all bits of a double
 };
 
 template <class T>
 class Problem {
 public:
     Problem(const Member &member, const Setting &s, std::uint64_t seed)
-        : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1), layoutRandom(seed)
+        : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1),
+          height(member.isSquare() ? s.width : s.height), inner(n), layoutRandom(seed)
     {
+        if (member.isMatrixProduct())
+            inner = s.inner ? s.inner : innerOf(n, height);
         // The values do not depend on the layouts, nor on the machine.
-        height = member.isSquare() ? s.width : s.height;
-        inner = !member.isMatrixProduct() ? n : s.inner ? s.inner : innerOf(n, height);
         Random random(static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
         for (const std::string &token : member.operands)
             addArgument(token, random);
@@ -83,7 +65,7 @@ public:
         }
         if (status != expected)
             return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
-        if (member.isNumerical() || member.isProduct() || member.isVectorAlgebra())
+        if (!keepsNan())
             acceptAnyNan(target(), initial, result);
         const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
         target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
@@ -91,17 +73,16 @@ public:
             acceptAnyNan(*others[k], initialOthers[k], otherResults[k]);
             others[k]->expect(otherResults[k], first, written);
         }
-        std::string wrong;
         if (pivots && member.has("P"))
             pivots->expect(pivotResult, first, written);
         if (pivots && !pivots->difference().empty())
-            wrong = "pivots: " + pivots->difference();
+            return name() + ": pivots: " + pivots->difference();
         if (buffer)
             buffer->expect(buffer->get(), 0, 1);
-        for (const auto &operand : operands)
-            if (wrong.empty() && !operand->difference().empty())
-                wrong = "operand " + std::to_string(&operand - operands.data()) + ": " + operand->difference();
-        return wrong.empty() ? wrong : name() + ": " + wrong;
+        for (std::size_t k = 0; k < operands.size(); ++k)
+            if (!operands[k]->difference().empty())
+                return name() + ": operand " + std::to_string(k) + ": " + operands[k]->difference();
+        return "";
     }
 
     std::string name() const
@@ -112,7 +93,7 @@ public:
             text += " " + std::to_string(static_cast<int>(layout));
         return text;
     }
-    Operand<T> &target() { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
+    Operand<T> &target() const { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
     const std::vector<Operand<T> *> &otherResults() const { return others; }
 
@@ -127,17 +108,20 @@ private:
             if (std::isnan(result[k]) && std::isnan(actual[k]) && std::memcmp(&result[k], &before[k], sizeof(T)) != 0)
                 result[k] = actual[k];
     }
+    // Moves, and sums and multiples of elements of which one at the most is NaN.
+    bool keepsNan() const { return !member.isNumerical() && !member.isProduct() && !member.isVectorAlgebra(); }
+
     // The shape of a source, or of the destination, as the operation counts it.
     Shape shapeOf(char letter) const
     {
-        const bool first = sources.empty(), isSource = std::islower(letter) != 0;
+        const bool isFirst = sources.empty(), isSource = std::islower(letter) != 0;
         if (letter == 'c')
             return {1, 1, count};
         if (member.family == "CrossProduct")
             return {1, 3, count};
         if (member.family == "AffineTransform3DH")
-            return first && isSource ? Shape{4, 4, count} : Shape{1, 3, count};
-        if (member.isProduct() && first)
+            return isFirst && isSource ? Shape{4, 4, count} : Shape{1, 3, count};
+        if (member.isProduct() && isFirst)
             return {height, inner, count};
         if (member.isMatrixProduct() && isSource)
             return {inner, n, count};
@@ -147,52 +131,48 @@ private:
             return {n, height, count};
         if (letter == 'v' && member.isTall())
             return {1, height, count};
-        if (letter == 'e')
-            return {1, n, count};
-        const bool isRow = letter == 'v' || letter == 'V' || letter == 'D' || (letter == 'E' && member.isVector());
+        const bool isRow = std::strchr("evVD", letter) || (letter == 'E' && member.isVector());
         return {isRow ? 1 : height, letter == 'D' ? 1 : n, count};
     }
     void addArgument(const std::string &token, Random &random)
     {
         const char letter = token[0];
-        if (letter == 'm' || letter == 't' || letter == 'v' || letter == 'c') {
-            const Layout layout = sources.empty() ? setting.src1 : setting.src2;
+        if (std::strchr("mtvc", letter)) {
             const Shape shape = shapeOf(letter);
-            sources.push_back(addOperand(token, shape, layout));
+            sources.push_back(addOperand(token, shape, sources.empty() ? setting.src1 : setting.src2));
             stored = letter == 't' ? Shape{shape.columns, shape.rows, 0} : shape;
-            sources.back()->set(valuesOf(token, sources.back()->size(), random));
+            sources.back()->set(valuesOf(token, sources.back()->elements(), random));
             sourceValues.push_back(sources.back()->get());
-            sources.back()->appendTo(args);
-        } else if (letter == 'x' || letter == 'y' || letter == 'z') {
+            append(args, *sources.back());
+        } else if (std::strchr("xyz", letter)) {
             const bool ofFirst = sources.size() == 1, turned = member.operands[0][0] == 't';
-            const bool second = sources.size() == 2, secondTurned = second && member.isMatrixProduct() &&
-                                                                    stored.rows == n && member.operands[3][0] == 't';
+            const bool secondTurned =
+                sources.size() == 2 && member.isMatrixProduct() && stored.rows == n && member.operands[3][0] == 't';
             const bool isInner = ofFirst                    ? (letter == 'x') != turned
                                  : member.isMatrixProduct() ? (letter == 'y') != secondTurned
                                                             : true;
-            args.push_back(Arg::size(letter == 'y' ? stored.rows : stored.columns, isInner));
-        } else if (std::string("MXVDE").find(letter) != std::string::npos) {
+            append(args, Arg::size(letter == 'y' ? stored.rows : stored.columns, isInner));
+        } else if (std::strchr("MXVDE", letter)) {
             const std::string lower = letter == 'M' || letter == 'X' ? "m" : letter == 'V' ? "v" : "d";
-            const Shape shape = shapeOf(letter);
-            addResult(
-                addOperand(lower + token.substr(1), shape, dst ? setting.src2 : setting.dst, member.dstDescription));
+            addResult(addOperand(lower + token.substr(1), shapeOf(letter), dst ? setting.src2 : setting.dst,
+                                 member.dstDescription));
         } else if (letter == 'e')
             addResult(addOperand("d", shapeOf(letter), Layout::packed));
         else if (letter == 'p' || letter == 'P') {
             pivotRuns = member.operands[0].size() > 1 ? count : 1;
             pivots.reset(new Operand<int>("d", 'S', {1, n, pivotRuns}, Layout::packed, layoutRandom, setting.memory));
-            pivots->appendTo(args);
+            append(args, *pivots);
         } else if (letter == 'b') {
-            const int size = sizeof(T), pivots = member.isEigen() ? 0 : (n * 4 + size - 1) / size;
+            const int size = sizeof(T), pivotWords = member.isEigen() ? 0 : (n * 4 + size - 1) / size;
             const int elements = member.isTall()           ? height
                                  : member.isGeneralEigen() ? n * ((others.size() > 1 ? 3 : 1) * n + 5)
-                                                           : n * n + pivots;
+                                                           : n * n + pivotWords;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
-            buffer->appendTo(args);
-        } else
-            args.push_back(Arg::integer(letter == 'k' ? 'C' : 'S', letter == 'k'   ? setting.count
-                                                                   : letter == 'h' ? height
-                                                                                   : n));
+            append(args, *buffer);
+        } else if (letter == 'k')
+            append(args, Arg::integer('C', setting.count));
+        else
+            append(args, letter == 'h' ? height : n);
     }
     // The destination, or with one before it another result. Where shifts and strides of the results are checked after
     // those of the sources, their arguments are told apart.
@@ -202,25 +182,25 @@ private:
             others.push_back(result);
         else {
             dst = result;
-            perObject = static_cast<int>(target().size()) / (member.isArray() ? count : 1);
+            perObject = static_cast<int>(target().elements()) / count;
         }
         const std::size_t first = args.size();
-        (others.empty() ? target() : *result).appendTo(args);
+        append(args, others.empty() ? target() : *result);
         for (std::size_t k = first; k < args.size(); ++k)
             args[k].round = args[k].check != 'N' && std::count(member.order.begin(), member.order.end(), 'H') > 1;
     }
     std::vector<T> valuesOf(const std::string &token, std::size_t size, Random &random)
     {
+        const bool first = sources.size() == 1;
         if (member.family == "AffineTransform3DH")
-            return sources.size() == 1 ? someTransform<T>(setting.difficult, random)
-                                       : somePoints<T>(size, setting.difficult, random);
+            return first ? someTransform<T>(setting.difficult, random) : somePoints<T>(size, setting.difficult, random);
         if (member.isProduct() || member.isVectorAlgebra())
-            return someFactors<T>(size, setting.difficult, sources.size() == 1 && member.family != "Trace", random);
+            return someFactors<T>(size, setting.difficult, first && member.family != "Trace", random, setting.fine);
         if (member.isNumerical())
             return token[0] == 'v' ? vectors(static_cast<int>(size) / count, random)
                                    : matrices(token.size() > 1 ? count : 1, random);
-        nanInFirst = sources.size() == 1 ? random.below(2) : !nanInFirst;
-        return someValues<T>(size, nanInFirst || moves(), random);
+        nanInFirst = first ? random.below(2) : !nanInFirst;
+        return someValues<T>(size, nanInFirst || member.isMove(), random);
     }
     Operand<T> *addOperand(const std::string &letters, Shape shape, Layout layout, char description = 0)
     {
@@ -229,39 +209,25 @@ private:
         return operands.back().get();
     }
 
-    std::vector<T> matrices(int number, Random &random)
+    std::vector<T> matrices(int number, Random &random) const
     {
         std::vector<T> all;
         for (int i = 0; i < number; ++i) {
             const bool difficult = setting.difficult && random.below(4) == 0;
-            const std::vector<T> a = matrix(difficult, random);
+            const std::vector<T> a = matrixFor<T>(member, n, height, difficult, random);
             all.insert(all.end(), a.begin(), a.end());
         }
         return all;
-    }
-    std::vector<T> matrix(bool difficult, Random &random) const
-    {
-        if (member.family == "CholeskyDecomp")
-            return somePositiveMatrix<T>(n, difficult, random);
-        if (member.isTall())
-            return someTallMatrix<T>(n, height, difficult, random);
-        const std::vector<T> a = difficult ? difficultMatrix<T>(n, random) : someMatrix<T>(n, random);
-        if (member.isGeneralEigen())
-            return difficult ? difficultGeneral(n, a, random) : a;
-        if (member.isEigen())
-            return difficult ? difficultSymmetric(n, a, random) : symmetric(n, a);
-        return member.family == "CholeskyBackSubst" ? lowerTriangle(n, a) : a;
     }
     // Difficult ones are zeros of either sign.
     std::vector<T> vectors(int length, Random &random) const
     {
         std::vector<T> all(length * count);
         bool zeros = false;
-        for (std::size_t k = 0; k < all.size(); ++k) {
-            if (k % length == 0)
-                zeros = setting.difficult && random.below(4) == 0;
-            all[k] = zeros ? T(random.below(4) ? -0.0 : 0.0) : inUnitInterval<T>(random);
-        }
+        eachElement(length, all, [&](int, int c, T &x) {
+            zeros = c == 0 ? setting.difficult && random.below(4) == 0 : zeros;
+            x = zeros ? T(random.below(4) ? -0.0 : 0.0) : inUnitInterval<T>(random);
+        });
         return all;
     }
     // Any permutation will do as pivots of a solver; some diagonals are zero.
@@ -273,90 +239,89 @@ private:
             std::swap(order[k], order[k - random.below(order[k] + 1)]);
         }
         pivots->set(order);
-        std::vector<T> factors = sourceValues[0];
+        std::vector<T> &factors = sourceValues[0];
         if (setting.difficult && random.below(3) == 0)
             factors[random.below(static_cast<int>(factors.size()))] = 0;
         sources[0]->set(factors);
-        sourceValues[0] = factors;
     }
 
     // Object i by the oracle, into the results of all.
     KvlStatus compute(int i, T *result, int *pivotResult, std::vector<std::vector<T>> &otherResults)
     {
-        if (moves()) {
-            for (int k = 0; k < perObject; ++k)
-                moveElement(static_cast<std::size_t>(i) * perObject, k, result);
-            return kvlOk;
-        }
-        const std::vector<T> &a = sourceValues[0], &b = sourceValues.back();
-        const T *const a0 = &a[static_cast<std::size_t>(i) * n * height % a.size()];
-        const T *const b0 = &b[static_cast<std::size_t>(i) * height % b.size()];
+        const std::string &family = member.family;
         T *const x = result + static_cast<std::size_t>(i) * perObject;
+        const T *const a = sources.empty() ? nullptr : values(0, i);
+        const T *const b = sources.size() > 1 ? values(1, i) : nullptr;
         int *const p = pivotResult + static_cast<std::size_t>(i % std::max(1, pivotRuns)) * n;
         const bool isArray = member.isArray(), isTable = member.description == 'P';
         const bool adjacent = !isTable && isAdjacent();
-        if (member.family == "Det")
-            *x = oracle::determinant(n, a0, isArray, adjacent);
-        else if (member.family == "LUDecomp")
-            return oracle::factor(n, a0, x, p, isTable);
-        else if (member.family == "LUBackSubst")
-            oracle::solve(n, a0, p, b0, x);
-        else if (member.family == "Invert")
-            return oracle::invert(n, a0, x, isArray, adjacent);
+        if (member.isMove())
+            moveElements(a, x);
+        else if (family == "Det")
+            *x = oracle::determinant(n, a, isArray, adjacent);
+        else if (family == "LUDecomp")
+            return oracle::factor(n, a, x, p, isTable);
+        else if (family == "LUBackSubst")
+            oracle::solve(n, a, p, b, x);
+        else if (family == "Invert")
+            return oracle::invert(n, a, x, isArray, adjacent);
         else if (member.isEigen())
-            return computeEigen(i, a0, x, otherResults);
+            return computeEigen(i, a, x, otherResults);
+        else if (family == "AffineTransform3DH")
+            return oracle::transformPoint(a, b, x, adjacent);
+        else if (member.isMatrixProduct())
+            oracle::multiply(member.letters, kernelOf(adjacent), height, inner, n, a, b, x);
         else if (member.isProduct())
-            return computeProduct(i, x, adjacent);
+            oracle::multiplyVector(family, member.letters, kernelOf(adjacent), height, inner, a, b,
+                                   family == "Gaxpy" ? values(2, i) : nullptr,
+                                   {sources[1]->address(i), alignedThroughout()}, x);
+        else if (family == "Trace")
+            *x = oracle::trace(n, a);
         else if (member.isMeasure())
-            *x = measure(i, adjacent);
-        else if (member.family == "CrossProduct")
-            oracle::crossProduct(values(0, i), values(1, i), x);
-        else if (member.isVector() || member.operands[1][0] == 'c')
-            combineElements(i, x);
-        else if (member.family == "CholeskyDecomp")
-            return oracle::choleskyFactor(n, a0, x,
+            *x = measure(i, kernelOf(adjacent));
+        else if (family == "CrossProduct")
+            oracle::crossProduct(a, b, x);
+        else if (family == "CholeskyDecomp")
+            return oracle::choleskyFactor(n, a, x,
                                           oracle::choleskyThreshold<T>(n, isArray, adjacent, member.description));
-        else if (member.family == "CholeskyBackSubst")
-            oracle::choleskySolve(n, a0, b0, x);
-        else if (member.family == "QRDecomp")
-            return oracle::qrFactor(n, height, a0, x);
-        else if (member.family == "QRBackSubst")
-            oracle::qrSolve(n, height, a0, b0, x);
+        else if (family == "CholeskyBackSubst")
+            oracle::choleskySolve(n, a, b, x);
+        else if (family == "QRDecomp")
+            return oracle::qrFactor(n, height, a, x);
+        else if (family == "QRBackSubst")
+            oracle::qrSolve(n, height, a, b, x);
         else
-            for (int k = 0; k < perObject; ++k)
-                x[k] = sumOf(member.family, a, b, static_cast<std::size_t>(i) * perObject + k);
+            combineElements(i, x);
         return kvlOk;
     }
     KvlStatus computeEigen(int i, const T *a, T *x, std::vector<std::vector<T>> &otherResults)
     {
-        const auto other = [&](std::size_t k) {
-            return otherResults[k].data() + otherResults[k].size() / (member.isArray() ? count : 1) * i;
-        };
+        const auto other = [&](std::size_t k) { return &otherResults[k][otherResults[k].size() / count * i]; };
+        const bool isArray = member.isArray();
         if (member.isGeneralEigen()) {
-            const bool right = member.family.find("Left") == std::string::npos && others.size() > 1;
-            const bool left = member.family.find("Right") == std::string::npos && others.size() > 1;
+            const bool hasVectors = others.size() > 1;
+            const bool right = member.family.find("Left") == std::string::npos && hasVectors;
+            const bool left = member.family.find("Right") == std::string::npos && hasVectors;
             oracle::EigenGeneral<T> problem(n, right, left);
-            const std::size_t re = others.size() - 2; // of the last two; of the values alone it is the destination
-            const KvlStatus status =
-                problem.solve(a, others.size() > 1 ? other(re) : x, other(others.size() - 1), right ? x : nullptr,
-                              !left   ? nullptr
-                              : right ? other(0)
-                                      : x);
+            // The values are the last two results; alone the destination too.
+            T *const re = hasVectors ? other(others.size() - 2) : x, *const im = other(others.size() - 1);
+            T *const leftVectors = !left ? nullptr : right ? other(0) : x;
+            const KvlStatus status = problem.solve(a, re, im, right ? x : nullptr, leftVectors);
             ended = problem.ended;
             return status;
         }
-        const bool isArray = member.isArray(), hasVectors = !others.empty();
+        const bool hasVectors = !others.empty();
         const bool zeroBound = member.name == "kvlmEigenValuesVectorsSym_m_32f" && !isAdjacent();
         T *const values = hasVectors ? other(0) : x, *const vectors = hasVectors ? x : nullptr;
         if (hasVectors && isArray)
             return oracle::EigenSym<T, double>(n, isArray, true, false).solve(a, values, vectors);
         return oracle::EigenSym<T, T>(n, isArray, hasVectors, zeroBound).solve(a, values, vectors);
     }
-    // Element k of object i of a source; a single one is the same for all.
+    // Object i of a source; a single one is the same for all.
     const T *values(int source, int i) const
     {
         const std::vector<T> &all = sourceValues[source];
-        return &all[all.size() / (sources[source]->isArray() ? count : 1) * (sources[source]->isArray() ? i : 0)];
+        return sources[source]->isArray() ? &all[all.size() / count * i] : &all[0];
     }
     std::string kernelOf(bool adjacent) const
     {
@@ -365,16 +330,14 @@ private:
                : adjacent                  ? ""
                                            : "S2";
     }
-    ORACLE_RESULT T measure(int i, bool adjacent) const
+    ORACLE_RESULT T measure(int i, const std::string &kernel) const
     {
-        const std::string kernel = kernelOf(adjacent);
+        const bool isMatrix = member.family == "FrobNorm";
         const T *const a = values(0, i), *const b = values(member.family == "DotProduct", i);
-        if (member.family == "Trace")
-            return oracle::trace(n, a);
-        std::vector<T> products(member.family == "FrobNorm" ? n * height : n);
+        std::vector<T> products(isMatrix ? n * height : n);
         for (std::size_t k = 0; k < products.size(); ++k)
             products[k] = a[k] * b[k];
-        if (member.family == "FrobNorm")
+        if (isMatrix)
             return oracle::frobeniusNorm(products,
                                          sizeof(T) == 4 && (kernel.empty() || (kernel == "S2" && !member.isArray())));
         const oracle::Alignment where = {sources.back()->address(i), alignedThroughout()};
@@ -391,67 +354,40 @@ private:
             x[k] = oracle::combined(member.family, *a, *b, *values(1, i), *values(last, i));
         }
     }
-    KvlStatus computeProduct(int i, T *x, bool adjacent) const
+    void moveElements(const T *a, T *x) const
     {
-        const std::string kernel = kernelOf(adjacent);
-        const T *const a = values(0, i), *const b = values(1, i);
-        if (member.family == "AffineTransform3DH")
-            return oracle::transformPoint(a, b, x, adjacent);
-        else if (member.isMatrixProduct())
-            oracle::multiply(member.letters, kernel, height, inner, n, a, b, x);
-        else {
-            const T *const c = member.family == "Gaxpy" ? values(2, i) : nullptr;
-            const oracle::Alignment where = {sources[1]->address(i), alignedThroughout()};
-            oracle::multiplyVector(member.family, member.letters, kernel, height, inner, a, b, c, where, x);
-        }
-        return kvlOk;
+        const int rows = perObject / n;
+        for (int k = 0; k < perObject; ++k)
+            if (member.family == "LoadIdentity")
+                x[k] = k / n == k % n;
+            else
+                std::memcpy(&x[k], &a[member.family == "Transpose" ? k % rows * n + k / rows : k], sizeof(T));
     }
     // Whether all bases, row and object strides are multiples of 16 bytes.
     bool alignedThroughout() const
     {
         return sources[0]->isAligned(16) && sources.back()->isAligned(16) &&
-               (member.isMeasure() ? dst->address(0) % 16 == 0
-                : setting.inPlace  ? sources[setting.inPlace - 1]->isAligned(16)
-                                   : dst->isAligned(16));
-    }
-    bool moves() const
-    {
-        return member.family == "Copy" || member.family == "Extract" || member.family == "LoadIdentity" ||
-               member.family == "Transpose";
-    }
-    void moveElement(std::size_t object, int k, T *result) const
-    {
-        const int height = perObject / n;
-        if (member.family == "LoadIdentity")
-            result[object + k] = k / n == k % n;
-        else
-            std::memcpy(
-                &result[object + k],
-                &sourceValues[0][object + (member.has("X") || member.has("Xa") ? k % height * n + k / height : k)],
-                sizeof(T));
+               (member.isMeasure() ? dst->address(0) % 16 == 0 : target().isAligned(16));
     }
     bool isAdjacent() const
     {
-        for (const Operand<T> *operand : sources)
-            if (!operand->hasAdjacentElements())
-                return false;
-        return (setting.inPlace ? sources[setting.inPlace - 1] : dst)->hasAdjacentElements();
+        return target().hasAdjacentElements() && std::all_of(sources.begin(), sources.end(), [](const auto *source) {
+                   return source->hasAdjacentElements();
+               });
     }
 
     const Member &member;
     Setting setting;
-    int n, count, height = 0, inner = 0;
+    int n, count, height, inner;
     Shape stored = {}; // the last source
     int perObject = 0, pivotRuns = 0;
     bool nanInFirst = false, ended = false;
     Random layoutRandom;
     std::vector<std::unique_ptr<Operand<T>>> operands;
-    std::vector<Operand<T> *> sources;
+    std::vector<Operand<T> *> sources, others; // results besides dst
     Operand<T> *dst = nullptr, *buffer = nullptr;
-    std::vector<Operand<T> *> others; // results besides dst
     std::unique_ptr<Operand<int>> pivots;
-    std::vector<std::vector<T>> sourceValues;
+    std::vector<std::vector<T>> sourceValues, initialOthers;
     std::vector<T> initial;
-    std::vector<std::vector<T>> initialOthers;
     std::vector<int> initialPivots;
 };

@@ -16,27 +16,32 @@ KvlStatus ownkvlmMul_mac_32f_P_ASM(const float *const *, int, int, float, float 
 
 namespace {
 
+template <class T>
+bool sameBits(const std::vector<T> &x, const std::vector<T> &y)
+{
+    return std::equal(x.begin(), x.end(), y.begin(), y.end(),
+                      [](T a, T b) { return std::memcmp(&a, &b, sizeof(T)) == 0 || (std::isnan(a) && std::isnan(b)); });
+}
+
 // The scaling kernels that no function of the library calls.
 TEST(Products, ScalingKernelsOfOneOrder)
 {
-    const auto kernels = {std::make_pair(3, ownmMul_mac_32f_3x3_ASM), std::make_pair(3, ownmMul_mac_32f_3x3_S2_ASM),
-                          std::make_pair(4, ownmMul_mac_32f_4x4_ASM), std::make_pair(4, ownmMul_mac_32f_4x4_S2_ASM),
-                          std::make_pair(5, ownmMul_mac_32f_5x5_ASM), std::make_pair(5, ownmMul_mac_32f_5x5_S2_ASM),
-                          std::make_pair(6, ownmMul_mac_32f_6x6_ASM), std::make_pair(6, ownmMul_mac_32f_6x6_S2_ASM)};
-    for (const auto &[order, kernel] : kernels)
+    const Function kernels[] = {ownmMul_mac_32f_3x3_ASM,    ownmMul_mac_32f_3x3_S2_ASM, ownmMul_mac_32f_4x4_ASM,
+                                ownmMul_mac_32f_4x4_S2_ASM, ownmMul_mac_32f_5x5_ASM,    ownmMul_mac_32f_5x5_S2_ASM,
+                                ownmMul_mac_32f_6x6_ASM,    ownmMul_mac_32f_6x6_S2_ASM};
+    for (int k = 0; k < 8; ++k)
         for (int count : {1, 4, 7})
             for (Layout layout : {Layout::packed, Layout::padded, Layout::gaps}) {
+                const int order = 3 + k / 2;
                 Random random(order + count);
                 Operand<float> src("ma", 'S', {order, order, count}, layout, random);
                 Operand<float> dst("ma", 'S', {order, order, count}, layout, random);
-                std::vector<float> values = someFactors<float>(src.size(), false, true, random);
+                std::vector<float> values = someFactors<float>(src.elements(), false, true, random);
                 src.set(values);
-                Args from, to;
-                src.appendTo(from);
-                dst.appendTo(to);
-                const Args args = {from[0], from[1], from[2], Arg::constant(0.3),
-                                   to[0],   to[1],   to[2],   Arg::integer('C', count)};
-                EXPECT_EQ(Function(kernel)(args), kvlOk);
+                Args from = argsOf(src), to = argsOf(dst);
+                from.pop_back(); // elements are adjacent
+                to.pop_back();
+                EXPECT_EQ(call(kernels[k], from, 0.3, to, count), kvlOk);
                 for (float &x : values)
                     x *= 0.3f;
                 dst.expect(values, 0, count);
@@ -66,22 +71,20 @@ TEST(Products, ScalingKernelOfTables)
 // A vector at an address that no lanes begin at: the sums of long rows are formed from the left.
 TEST(Products, VectorAtOddAddress)
 {
-    constexpr int width = 29, size = sizeof(float);
+    constexpr int width = 29, size = sizeof(float), row = width * size;
     Random random(1);
     const std::vector<float> a = someMatrix<float>(6, random), x = someMatrix<float>(6, random);
-    std::vector<char> memory(width * size + 4);
+    std::vector<char> memory(row + 4);
     for (int offset = 0; offset < 4; ++offset) {
-        float result = 0;
-        std::memcpy(&memory[offset], x.data(), width * size);
-        ASSERT_EQ(kvlmMul_mva_32f(a.data(), width * size, size, width, 1,
-                                  reinterpret_cast<const float *>(&memory[offset]), width * size, size, width, &result,
-                                  size, size, 1),
+        std::vector<float> result(1), expected(1);
+        std::memcpy(&memory[offset], x.data(), row);
+        ASSERT_EQ(call(kvlmMul_mva_32f, a.data(), row, size, width, 1, &memory[offset], row, size, width, result.data(),
+                       size, size, 1),
                   kvlOk);
         const oracle::Alignment where = {reinterpret_cast<std::uintptr_t>(&memory[offset]), false};
-        float expected;
         oracle::multiplyVector("Mul", "mva", "", 1, width, a.data(), x.data(), static_cast<const float *>(nullptr),
-                               where, &expected);
-        EXPECT_EQ(std::memcmp(&result, &expected, size), 0) << offset;
+                               where, expected.data());
+        EXPECT_TRUE(sameBits(result, expected)) << offset;
     }
 }
 
@@ -95,19 +98,14 @@ TEST(Products, FourthElementOfFourByThree)
             const std::vector<float> a = someFactors<float>(16 * count, false, true, random);
             const std::vector<float> b = someFactors<float>(16, false, false, random);
             std::vector<float> dst(count * 4 * row + 1, 7), expected = dst;
-            for (int i = 0; i < count; ++i)
-                for (int r = 0; r < 4; ++r)
-                    for (int c = 0; c < 4; ++c) {
-                        const float *const x = &a[i * 16 + r * 4], *const y = &b[c * 4];
-                        expected[(i * 4 + r) * row + c] = ((x[0] * y[0] + x[1] * y[1]) + x[2] * y[2]) + x[3] * y[3];
-                    }
+            for (int k = 0; k < 16 * count; ++k) {
+                const float *const x = &a[k / 4 * 4], *const y = &b[k % 4 * 4];
+                expected[k / 4 * row + k % 4] = ((x[0] * y[0] + x[1] * y[1]) + x[2] * y[2]) + x[3] * y[3];
+            }
             ASSERT_EQ(kvlmMul_mat_32f(a.data(), 16 * size, 4 * size, size, 4, 4, b.data(), 4 * size, size, 4, 3,
                                       dst.data(), 4 * row * size, row * size, size, count),
                       kvlOk);
-            for (std::size_t k = 0; k < dst.size(); ++k)
-                ASSERT_TRUE(std::memcmp(&dst[k], &expected[k], size) == 0 ||
-                            (std::isnan(dst[k]) && std::isnan(expected[k])))
-                    << count << " " << gap << " " << k;
+            ASSERT_TRUE(sameBits(dst, expected)) << count << " " << gap;
         }
 }
 
@@ -115,60 +113,54 @@ TEST(Products, FourthElementOfFourByThree)
 TEST(Products, NoFourthElementElsewhere)
 {
     for (const Member &member : members())
-        if (member.letters == "mat" && member.name != "kvlmMul_mat_32f")
-            withType(member, [&](auto zero) {
-                Setting setting = {3, 4, 3, Layout::packed, Layout::packed, Layout::packed};
-                setting.inner = 4;
-                EXPECT_EQ(Problem<decltype(zero)>(member, setting, 1).run(), "");
-                setting.dst = Layout::strided;
-                EXPECT_EQ(Problem<decltype(zero)>(member, setting, 1).run(), "");
-            });
+        for (Layout layout : {Layout::packed, Layout::strided})
+            if (member.letters == "mat" && member.name != "kvlmMul_mat_32f")
+                withType(member, [&](auto zero) {
+                    Setting setting = {3, 4, 3, Layout::packed, Layout::packed, layout};
+                    setting.inner = 4;
+                    EXPECT_EQ(Problem<decltype(zero)>(member, setting, 1).run(), "");
+                });
 }
 
 // Sizes of 1, 2 and 3 whose OR is 3 make a product of order 3 from nine entries of each table.
-template <class T, class Function>
-void multiplyNine(Function function, bool turned, int w1, int h1, int w2, int h2)
+template <class T>
+void multiplyNine(const Function &function, bool turned, int w1, int h1, int w2, int h2)
 {
     Random random(w1 + 4 * h1 + 16 * w2);
-    const std::vector<T> a = someFactors<T>(9, false, true, random), b = someFactors<T>(9, false, false, random);
+    std::vector<T> a = someFactors<T>(9, false, true, random), b = someFactors<T>(9, false, false, random);
     std::vector<T> dst(9), expected(9), left(9), right(9);
-    const T *tableA[9], *tableB[9];
-    T *tableD[9];
+    T *tables[3][9];
     for (int k = 0; k < 9; ++k) {
-        tableA[k] = &a[k];
-        tableB[k] = &b[k];
-        tableD[k] = &dst[k];
+        tables[0][k] = &a[k];
+        tables[1][k] = &b[k];
+        tables[2][k] = &dst[k];
         left[k] = a[turned ? k % 3 * 3 + k / 3 : k];
         right[k] = b[turned ? k % 3 * 3 + k / 3 : k];
     }
     oracle::multiply("mm", "P", 3, 3, 3, left.data(), right.data(), expected.data());
-    ASSERT_EQ(function(tableA, 0, w1, h1, tableB, 0, w2, h2, tableD, 0), kvlOk);
-    for (int k = 0; k < 9; ++k)
-        ASSERT_TRUE(std::memcmp(&dst[k], &expected[k], sizeof(T)) == 0 ||
-                    (std::isnan(dst[k]) && std::isnan(expected[k])))
-            << w1 << " " << h1 << " " << w2 << " " << h2 << " element " << k;
+    ASSERT_EQ(call(function, &tables[0][0], 0, w1, h1, &tables[1][0], 0, w2, h2, &tables[2][0], 0), kvlOk);
+    ASSERT_TRUE(sameBits(dst, expected)) << w1 << " " << h1 << " " << w2 << " " << h2;
 }
 
 TEST(Products, OrderThreeByOr)
 {
     int shapes = 0;
-    for (int w1 = 1; w1 <= 3; ++w1)
-        for (int h1 = 1; h1 <= 3; ++h1)
-            for (int w2 = 1; w2 <= 3; ++w2)
-                for (int h2 = 1; h2 <= 3; ++h2)
-                    if ((w1 | h1 | w2 | h2) == 3) {
-                        if (w1 == h2)
-                            multiplyNine<float>(kvlmMul_mm_32f_P, false, w1, h1, w2, h2);
-                        if (h1 == w2)
-                            multiplyNine<double>(kvlmMul_tt_64f_P, true, w1, h1, w2, h2);
-                        ++shapes;
-                    }
+    for (int k = 0; k < 81; ++k) {
+        const int w1 = 1 + k / 27, h1 = 1 + k / 9 % 3, w2 = 1 + k / 3 % 3, h2 = 1 + k % 3;
+        if ((w1 | h1 | w2 | h2) != 3)
+            continue;
+        if (w1 == h2)
+            multiplyNine<float>(kvlmMul_mm_32f_P, false, w1, h1, w2, h2);
+        if (h1 == w2)
+            multiplyNine<double>(kvlmMul_tt_64f_P, true, w1, h1, w2, h2);
+        ++shapes;
+    }
     EXPECT_EQ(shapes, 79);
 }
 
 // In tables each object of dst may be that of a source, which may be read transposed.
-template <class T, class Multiply>
-void multiplyInPlace(Multiply *multiply, int n, int objStride)
+template <class T>
+void multiplyInPlace(const Function &multiply, int n, int objStride)
 {
     const int elements = n * n, count = 19, size = sizeof(T);
     std::vector<T> x[3];
@@ -181,9 +173,8 @@ void multiplyInPlace(Multiply *multiply, int n, int objStride)
             for (int k = 0; k < elements; ++k)
                 tables[operand][k] = &x[operand][objStride == 1 ? k * count : k];
         }
-        EXPECT_EQ(multiply(tables[0], 0, objStride * size, n, n, tables[1], 0, objStride * size, n, n, tables[target],
-                           0, objStride * size, count),
-                  kvlOk);
+        const auto source = [&](int operand) { return argsOf(&tables[operand][0], 0, objStride * size, n, n); };
+        EXPECT_EQ(call(multiply, source(0), source(1), &tables[target][0], 0, objStride * size, count), kvlOk);
         return x[target];
     };
     const std::vector<T> expected = run(2);
@@ -193,17 +184,12 @@ void multiplyInPlace(Multiply *multiply, int n, int objStride)
 
 TEST(Products, InPlaceInTables)
 {
-    for (int n = 3; n <= 6; ++n)
-        for (int objStride : {1, n * n}) {
-            multiplyInPlace<float>(kvlmMul_mama_32f_P, n, objStride);
-            multiplyInPlace<float>(kvlmMul_tama_32f_P, n, objStride);
-            multiplyInPlace<float>(kvlmMul_mata_32f_P, n, objStride);
-            multiplyInPlace<float>(kvlmMul_tata_32f_P, n, objStride);
-            multiplyInPlace<double>(kvlmMul_mama_64f_P, n, objStride);
-            multiplyInPlace<double>(kvlmMul_tama_64f_P, n, objStride);
-            multiplyInPlace<double>(kvlmMul_mata_64f_P, n, objStride);
-            multiplyInPlace<double>(kvlmMul_tata_64f_P, n, objStride);
-        }
+    for (const Member &member : members())
+        if (member.family == "Mul" && member.isMatrixProduct() && member.description == 'P' &&
+            std::count(member.letters.begin(), member.letters.end(), 'a') == 2)
+            for (int n = 3; n <= 6; ++n)
+                for (int objStride : {1, n * n})
+                    withType(member, [&](auto zero) { multiplyInPlace<decltype(zero)>(member.call, n, objStride); });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The elements of the sources: numbers of all kinds for sums, regular and difficult matrices for the rest.
 #pragma once
 
+#include "members.h"
 #include "operand.h"
 #include "oracle_cholqr.h"
 
@@ -38,12 +39,55 @@ T inUnitInterval(Random &random)
 }
 
 template <class T>
+std::vector<T> someVector(std::size_t n, Random &random)
+{
+    std::vector<T> x(n);
+    for (T &element : x)
+        element = inUnitInterval<T>(random);
+    return x;
+}
+
+template <class T>
 std::vector<T> someMatrix(int n, Random &random)
 {
-    std::vector<T> a(n * n);
-    for (T &x : a)
-        x = inUnitInterval<T>(random);
-    return a;
+    return someVector<T>(n * n, random);
+}
+
+// Calls f(row, column, element) for each element of a matrix, row by row.
+template <class T, class F>
+void eachElement(int columns, std::vector<T> &a, F f)
+{
+    for (int k = 0; k < static_cast<int>(a.size()); ++k)
+        f(k / columns, k % columns, a[k]);
+}
+
+template <class T>
+void permuteRows(int n, std::vector<T> &a, Random &random)
+{
+    for (int r = n - 1; r > 0; --r)
+        std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
+}
+
+template <class T>
+T specialNumber(Random &random)
+{
+    using Limits = std::numeric_limits<T>;
+    const T numbers[] = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), T(-0.0), oracle::least<T> / 4};
+    return numbers[random.below(5)];
+}
+
+// This number or a neighbour of it.
+template <class T>
+T atOrBeside(T exact, Random &random)
+{
+    const T numbers[] = {exact, std::nextafter(exact, T(-1)), std::nextafter(exact, T(1))};
+    return numbers[random.below(3)];
+}
+
+template <class T>
+T scaledWidely(T x, Random &random)
+{
+    return std::ldexp(x, (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6));
 }
 
 // A matrix on which pivoting, thresholds or special numbers tell: ties, exact zeros at some step, single elements at
@@ -51,72 +95,52 @@ std::vector<T> someMatrix(int n, Random &random)
 template <class T>
 std::vector<T> difficultMatrix(int n, Random &random)
 {
+    enum { whole, zeroColumn, zeroRow, threshold, graded, special, scaled, permutedDiagonal, nearTies, zeros };
     std::vector<T> a = someMatrix<T>(n, random);
-    const auto anywhere = [&]() -> T & { return a[random.below(n * n)]; };
-    const auto permuteRows = [&] {
-        for (int r = n - 1; r > 0; --r)
-            std::swap_ranges(&a[r * n], &a[r * n] + n, &a[random.below(r) * n]);
-    };
-    const auto scale = [&] {
-        const int exponent = (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6);
+    const int draw = random.below(13), kind = draw <= zeros ? draw : threshold;
+    if (kind == zeroColumn || kind == zeroRow) {
+        const int line = random.below(n);
+        eachElement(n, a, [&](int r, int c, T &x) { x = (kind == zeroRow ? r : c) == line ? 0 : x; });
+    }
+    if (kind == zeroColumn || kind == scaled) {
+        const T scale = scaledWidely(T(1), random);
         for (T &x : a)
-            x = std::ldexp(x, exponent);
-    };
-    const int draw = random.below(13), kind = draw < 10 ? draw : 3; // many at thresholds
-    if (kind == 0)
-        for (T &x : a)
-            x = static_cast<T>(random.below(5) - 2);
-    else if (kind == 1) {
-        for (int r = 0, column = random.below(n); r < n; ++r)
-            a[r * n + column] = 0;
-        scale();
-    } else if (kind == 2)
-        for (int c = 0, row = random.below(n); c < n; ++c)
-            a[row * n + c] = 0;
-    else if (kind == 3) { // all pivots but one are powers of two, one stands at a threshold
+            x *= scale;
+    } else if (kind == threshold) { // all pivots but one are powers of two, one stands at a threshold
         const T small = oracle::least<T>, cube = static_cast<T>(n * n * n);
-        const T thresholds[] = {sizeof(T) == 4 ? T(FLT_EPSILON) : T(DBL_EPSILON), 2 * small, 2 * cube * small,
-                                4 * cube * small};
+        const T thresholds[] = {std::numeric_limits<T>::epsilon(), 2 * small, 2 * cube * small, 4 * cube * small};
         const T exact = thresholds[random.below(4)];
-        const T chosen[] = {exact, std::nextafter(exact, T(0)), std::nextafter(exact, T(1))};
         const int place = random.below(2) ? n - 1 : random.below(n);
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                a[r * n + c] = r != c       ? T(random.below(4) == 0 && c > r)
-                               : r == place ? chosen[random.below(3)]
-                                            : T(1 << random.below(3));
-        if (random.below(2))
-            permuteRows();
-    } else if (kind == 4)
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                a[r * n + c] = std::ldexp(a[r * n + c], (sizeof(T) == 4 ? -5 : -40) * (r + c));
-    else if (kind == 5) {
-        const T special[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(),
-                             -std::numeric_limits<T>::infinity(), T(-0.0), oracle::least<T> / 4};
+        eachElement(n, a, [&](int r, int c, T &x) {
+            x = r != c       ? T(random.below(4) == 0 && c > r)
+                : r == place ? atOrBeside(exact, random)
+                             : T(1 << random.below(3));
+        });
+    } else if (kind == special)
         for (int k = random.below(2); k >= 0; --k)
-            anywhere() = special[random.below(5)];
-    } else if (kind == 6)
-        scale();
-    else if (kind == 7) { // a permuted diagonal
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                a[r * n + c] = r == c ? static_cast<T>(r % 3 - 4) : random.below(2) ? T(-0.0) : T(0);
-        permuteRows();
-    } else if (kind == 8) // ties, but for the last bits
-        for (T &x : a)
-            x = std::copysign(1 + random.below(4) * std::numeric_limits<T>::epsilon(), x);
+            a[random.below(n * n)] = specialNumber<T>(random);
     else
-        std::fill(a.begin(), a.end(), T(0));
+        eachElement(n, a, [&](int r, int c, T &x) {
+            if (kind == whole)
+                x = static_cast<T>(random.below(5) - 2);
+            else if (kind == graded)
+                x = std::ldexp(x, (sizeof(T) == 4 ? -5 : -40) * (r + c));
+            else if (kind == permutedDiagonal)
+                x = r == c ? static_cast<T>(r % 3 - 4) : random.below(2) ? T(-0.0) : T(0);
+            else if (kind == nearTies)
+                x = std::copysign(1 + random.below(4) * std::numeric_limits<T>::epsilon(), x);
+            else if (kind == zeros)
+                x = 0;
+        });
+    if (kind == permutedDiagonal || (kind == threshold && random.below(2)))
+        permuteRows(n, a, random);
     return a;
 }
 
 template <class T>
 std::vector<T> symmetric(int n, std::vector<T> a)
 {
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < i; ++j)
-            a[i * n + j] = a[j * n + i];
+    eachElement(n, a, [&](int r, int c, T &x) { x = c < r ? a[c * n + r] : x; });
     return a;
 }
 
@@ -128,9 +152,10 @@ std::vector<T> difficultSymmetric(int n, std::vector<T> a, Random &random)
     if (kind == 0)
         return a;
     if (kind == 1)
-        for (int i = 0; i < n; ++i)
-            for (int j = i; j < n; ++j)
-                a[i * n + j] = i == j ? T(random.below(7) - 3) * T(0.5) : T(random.below(3) - 1) * T(random.below(2));
+        eachElement(n, a, [&](int r, int c, T &x) {
+            if (c >= r)
+                x = r == c ? T(random.below(7) - 3) * T(0.5) : T(random.below(3) - 1) * T(random.below(2));
+        });
     return symmetric(n, a);
 }
 
@@ -138,19 +163,9 @@ std::vector<T> difficultSymmetric(int n, std::vector<T> a, Random &random)
 template <class T>
 std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &random)
 {
-    enum {
-        asItIs,
-        whole,
-        triangle,
-        emptyDiagonal,
-        companion,
-        equalDiagonals,
-        unitDiagonal,
-        jordan,
-        tiny,
-        special,
-        tight
-    };
+    // clang-format off
+    enum { asItIs, whole, triangle, emptyDiagonal, companion, equalDiagonals, unitDiagonal, jordan, tiny, special, tight };
+    // clang-format on
     const int kind = random.below(tight + 1);
     if (kind == asItIs)
         return difficult;
@@ -159,50 +174,50 @@ std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &
     const T small = std::ldexp(T(1), sizeof(T) == 4 ? -100 : -900), huge = std::numeric_limits<T>::max();
     const T odd[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(), huge, small};
     const int chosen = random.below(n) / 2; // of the blocks of 1 or 2 along the diagonal
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c) {
-            const bool isInBlock = r / 2 == c / 2, isBelow = c < r && !isInBlock;
-            T &x = at(r, c);
-            if (kind == whole)
-                x = T(random.below(5) - 2) * T(random.below(3) > 0);
-            else if (kind == triangle)
-                x = c < r ? T(0) : T(random.below(5) - 2);
-            else if (kind == emptyDiagonal)
-                x = r == c ? T(0) : std::ldexp(x, -random.below(sizeof(T) == 4 ? 40 : 80));
-            else if (kind == companion)
-                x = r == n - 1 ? T(random.below(7) - 3) : T(c == r + 1);
-            else if (kind == unitDiagonal)
-                x = r == c ? T(1) : T(random.below(3) - 1) * T(random.below(2));
-            else if (kind == jordan)
-                x = r == c ? T(0.5) : T(c == r + 1);
-            else if (isBelow || (!isInBlock && random.below(3) == 0))
-                x = 0;
-            else if (kind == equalDiagonals && r == c && r % 2 == 1)
-                x = at(r - 1, c - 1);
-            else if (kind == equalDiagonals && c == r - 1 && random.below(2)) // neighbours of either sign
-                x = random.below(2) ? at(c, r) : -at(c, r);
-            else if (kind == tiny && isInBlock && r / 2 == chosen)
-                x *= small;
-            else if (kind == special && isInBlock && r / 2 == chosen && random.below(3) == 0)
-                x = odd[random.below(4)];
-            else if (kind == tight && !isInBlock) // equal tiny blocks, coupled by large elements
-                x *= 16;
-            else if (kind == tight)
-                x = r == c ? small : c > r ? small * T(-0.5) : small * T(random.below(2) ? 0.5 : 0.25);
-        }
+    eachElement(n, a, [&](int r, int c, T &x) {
+        const bool isInBlock = r / 2 == c / 2, isBelow = c < r && !isInBlock;
+        if (kind == whole)
+            x = T(random.below(5) - 2) * T(random.below(3) > 0);
+        else if (kind == triangle)
+            x = c < r ? T(0) : T(random.below(5) - 2);
+        else if (kind == emptyDiagonal)
+            x = r == c ? T(0) : std::ldexp(x, -random.below(sizeof(T) == 4 ? 40 : 80));
+        else if (kind == companion)
+            x = r == n - 1 ? T(random.below(7) - 3) : T(c == r + 1);
+        else if (kind == unitDiagonal)
+            x = r == c ? T(1) : T(random.below(3) - 1) * T(random.below(2));
+        else if (kind == jordan)
+            x = r == c ? T(0.5) : T(c == r + 1);
+        else if (isBelow || (!isInBlock && random.below(3) == 0))
+            x = 0;
+        else if (kind == equalDiagonals && r == c && r % 2 == 1)
+            x = at(r - 1, c - 1);
+        else if (kind == equalDiagonals && c == r - 1 && random.below(2)) // neighbours of either sign
+            x = random.below(2) ? at(c, r) : -at(c, r);
+        else if (kind == tiny && isInBlock && r / 2 == chosen)
+            x *= small;
+        else if (kind == special && isInBlock && r / 2 == chosen && random.below(3) == 0)
+            x = odd[random.below(4)];
+        else if (kind == tight && !isInBlock) // equal tiny blocks, coupled by large elements
+            x *= 16;
+        else if (kind == tight)
+            x = r == c ? small : c > r ? small * T(-0.5) : small * T(random.below(2) ? 0.5 : 0.25);
+    });
     if (kind == jordan && n > 1)
         std::swap_ranges(&a[0], &a[0] + n, &a[random.below(n - 1) * n + n]);
     if (random.below(3) == 0) // what is upper becomes lower
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < r; ++c)
-                std::swap(at(r, c), at(c, r));
+        eachElement(n, a, [&](int r, int c, T &x) {
+            if (c < r)
+                std::swap(x, at(c, r));
+        });
     return a;
 }
 
 // Factors of sums: numbers between -1 and 1 with zeros, infinities and the extremes of the exponent among them now and
-// then. Of difficult ones the products are zeros, most of them negative.
+// then. Of difficult ones the products are zeros, most of them negative. Fine ones have all bits of a double: without
+// these no sum of a few products is rounded.
 template <class T>
-std::vector<T> someFactors(std::size_t n, bool difficult, bool first, Random &random)
+std::vector<T> someFactors(std::size_t n, bool difficult, bool first, Random &random, bool fine = false)
 {
     const T huge = std::numeric_limits<T>::max(), special[] = {T(0), T(-0.0), oracle::least<T> / 4, huge, 2 * huge};
     const bool withSpecial = random.below(3) == 0;
@@ -213,7 +228,7 @@ std::vector<T> someFactors(std::size_t n, bool difficult, bool first, Random &ra
         else if (withSpecial && random.below(8) == 0)
             x = special[random.below(5)];
         else
-            x = inUnitInterval<T>(random);
+            x = inUnitInterval<T>(random) + (fine ? inUnitInterval<T>(random) / (1 << 24) : 0);
     return values;
 }
 
@@ -250,43 +265,35 @@ std::vector<T> somePoints(std::size_t n, bool difficult, Random &random)
 template <class T>
 std::vector<T> somePositiveMatrix(int n, bool difficult, Random &random)
 {
+    enum { negative, threshold, special, scaled, equalRows, zeros, kinds = 8 };
     const std::vector<T> factor = someMatrix<T>(n, random);
     std::vector<T> a(n * n, std::numeric_limits<T>::quiet_NaN());
-    const auto at = [&](int i, int j) -> T & { return a[i * n + j]; };
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j <= i; ++j) {
-            T sum = i == j ? T(0.25) : 0;
-            for (int k = 0; k < n; ++k)
-                sum += factor[i * n + k] * factor[j * n + k];
-            at(i, j) = sum;
-        }
+    eachElement(n, a, [&](int r, int c, T &x) {
+        if (c > r)
+            return;
+        x = r == c ? T(0.25) : 0;
+        for (int k = 0; k < n; ++k)
+            x += factor[r * n + k] * factor[c * n + k];
+    });
     if (!difficult)
         return a;
-    const int row = random.below(n), kind = random.below(8);
-    if (kind == 0)
-        at(row, row) = -at(row, row);
-    else if (kind == 1 || kind > 5) // the rest at this row is exact
-        for (int j = 0; j <= row; ++j) {
+    const int row = random.below(n), kind = random.below(kinds);
+    if (kind == special)
+        a[row * n + random.below(row + 1)] = specialNumber<T>(random);
+    eachElement(n, a, [&](int r, int c, T &x) {
+        if (kind == negative && r == row && c == row)
+            x = -x;
+        else if ((kind == threshold || kind > zeros) && r == row && c <= row) { // the rest at this row is exact
             const T thresholds[] = {0, T(FLT_EPSILON), T(DBL_EPSILON), oracle::least<T>};
             const T exact = thresholds[random.below(4)];
-            const T chosen[] = {exact, std::nextafter(exact, T(-1)), std::nextafter(exact, T(1))};
-            at(row, j) = j < row ? T(random.below(2) - 1) * T(0) : chosen[random.below(3)];
-        }
-    else if (kind == 2) {
-        const T special[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(),
-                             -std::numeric_limits<T>::infinity(), T(-0.0), oracle::least<T> / 4};
-        at(row, random.below(row + 1)) = special[random.below(5)];
-    } else if (kind == 3)
-        for (T &x : a)
-            x = std::ldexp(x, (sizeof(T) == 4 ? 20 : 160) * (random.below(13) - 6));
-    else if (kind == 4) // two equal rows, with integers that leave exactly 0
-        for (int i = 0; i < n; ++i)
-            for (int j = 0; j <= i; ++j)
-                at(i, j) = i == j && i % 2 == 0 ? T(4)
-                           : i == j             ? T(4 * random.below(2))
-                                                : T(4 * (j % 2 == 0 && i == j + 1));
-    else
-        std::fill(a.begin(), a.end(), T(0));
+            x = c < row ? T(random.below(2) - 1) * T(0) : atOrBeside(exact, random);
+        } else if (kind == scaled)
+            x = scaledWidely(x, random);
+        else if (kind == equalRows && c <= r) // two of them, with integers that leave exactly 0
+            x = r != c ? T(4 * (c % 2 == 0 && r == c + 1)) : r % 2 == 0 ? T(4) : T(4 * random.below(2));
+        else if (kind == zeros)
+            x = 0;
+    });
     return a;
 }
 
@@ -294,8 +301,7 @@ std::vector<T> somePositiveMatrix(int n, bool difficult, Random &random)
 template <class T>
 std::vector<T> lowerTriangle(int n, std::vector<T> a)
 {
-    for (int i = 0; i < n; ++i)
-        std::fill(&a[i * n] + i + 1, &a[i * n] + n, std::numeric_limits<T>::quiet_NaN());
+    eachElement(n, a, [](int r, int c, T &x) { x = c > r ? std::numeric_limits<T>::quiet_NaN() : x; });
     return a;
 }
 
@@ -304,36 +310,43 @@ std::vector<T> lowerTriangle(int n, std::vector<T> a)
 template <class T>
 std::vector<T> someTallMatrix(int width, int height, bool difficult, Random &random)
 {
-    std::vector<T> square =
+    const std::vector<T> square =
         difficult && random.below(2) ? difficultMatrix<T>(height, random) : someMatrix<T>(height, random);
-    std::vector<T> a;
-    for (int i = 0; i < height; ++i)
-        a.insert(a.end(), &square[i * height], &square[i * height] + width);
+    std::vector<T> a(width * height);
+    eachElement(width, a, [&](int r, int c, T &x) { x = square[r * height + c]; });
     if (!difficult || random.below(2))
         return a;
     const int column = random.below(width);
-    const T root = sizeof(T) == 4 ? std::ldexp(T(1), -12) : std::ldexp(T(1), -26);
-    for (int i = 0; i < height; ++i) {
-        for (int j = 0; j < column; ++j) // the steps before leave the column as it is
-            a[i * width + j] = i == j ? T(random.below(2) ? 2 : -2) : T(0);
-        a[i * width + column] = 0;
-    }
+    eachElement(width, a, [&](int r, int c, T &x) {
+        if (c < column) // the steps before leave the column as it is
+            x = r == c ? T(random.below(2) ? 2 : -2) : T(0);
+        else if (c == column)
+            x = 0;
+    });
+    const T root = std::ldexp(T(1), sizeof(T) == 4 ? -12 : -26);
     const int kind = random.below(4);
-    const auto below = [&] { return std::min(height - 1, column + random.below(3)); };
+    const auto below = [&]() -> T & { return a[std::min(height - 1, column + random.below(3)) * width + column]; };
     if (kind > 0) // the squared length is exactly the threshold, beside it, or more
-        a[below() * width + column] = random.below(2) ? root : -root;
+        below() = random.below(2) ? root : -root;
     if (kind > 1 && sizeof(T) == 4)
-        a[below() * width + column] = root;
+        below() = root;
     if (kind > 2)
-        a[below() * width + column] = std::nextafter(root, T(random.below(2)));
+        below() = std::nextafter(root, T(random.below(2)));
     return a;
 }
 
-// Element k of a sum or difference, in the order object, row, column. A source that is no array is the same for every
-// object.
+// A matrix that the member is meant for.
 template <class T>
-T sumOf(const std::string &family, const std::vector<T> &a, const std::vector<T> &b, std::size_t k)
+std::vector<T> matrixFor(const Member &member, int width, int height, bool difficult, Random &random)
 {
-    const T &x = a[k % a.size()], &y = b[k % b.size()];
-    return family == "Add" ? x + y : x - y;
+    if (member.family == "CholeskyDecomp")
+        return somePositiveMatrix<T>(width, difficult, random);
+    if (member.isTall())
+        return someTallMatrix<T>(width, height, difficult, random);
+    const std::vector<T> a = difficult ? difficultMatrix<T>(width, random) : someMatrix<T>(width, random);
+    if (member.isGeneralEigen())
+        return difficult ? difficultGeneral(width, a, random) : a;
+    if (member.isEigen())
+        return difficult ? difficultSymmetric(width, a, random) : symmetric(width, a);
+    return member.family == "CholeskyBackSubst" ? lowerTriangle(width, a) : a;
 }
