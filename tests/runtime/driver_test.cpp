@@ -8,12 +8,12 @@
 
 namespace {
 
-std::vector<const Member *> arrayMembers()
+std::vector<Member> arrayMembers()
 {
-    std::vector<const Member *> arrays;
+    std::vector<Member> arrays;
     for (const Member &member : members())
         if (member.driver)
-            arrays.push_back(&member);
+            arrays.push_back(member);
     return arrays;
 }
 
@@ -79,18 +79,18 @@ const Scenario scenarios[] = {
 
 TEST(Driver, CallsOfTheRuntimeAndObjectsDone)
 {
-    for (const Member *member : arrayMembers())
+    for (const Member &member : arrayMembers())
         for (Layout layout : {Layout::packed, Layout::strided})
             for (const Scenario &scenario : scenarios) {
                 resetFakeRuntime();
                 if (scenario.prepare)
                     scenario.prepare(fakeRuntime());
-                EXPECT_EQ(runDriver(*member, {layout, layout, layout}, scenario.threads, scenario.count,
-                                    scenario.objectsDone),
-                          "")
+                EXPECT_EQ(
+                    runDriver(member, {layout, layout, layout}, scenario.threads, scenario.count, scenario.objectsDone),
+                    "")
                     << scenario.what;
-                EXPECT_EQ(fakeRuntime().trace, withScratch(*member, scenario.threads, scenario.trace))
-                    << member->name << ": " << scenario.what;
+                EXPECT_EQ(fakeRuntime().trace, withScratch(member, scenario.threads, scenario.trace))
+                    << member.name << ": " << scenario.what;
             }
     kvlSetNumThreads(1);
 }
@@ -99,7 +99,7 @@ TEST(Driver, ChunksMoveEveryOperand)
 {
     Random random(1);
     const auto anyLayout = [&] { return static_cast<Layout>(random.below(disjointLayouts)); };
-    for (const Member *member : arrayMembers())
+    for (const Member &member : arrayMembers())
         for (int threads : {2, 3, 7})
             for (int count : {7, 8, 22})
                 for (int turn = 0; turn < 12; ++turn) {
@@ -107,7 +107,7 @@ TEST(Driver, ChunksMoveEveryOperand)
                     resetFakeRuntime();
                     fakeRuntime().lastThreadFirst = true;
                     const Layout layouts[] = {turn % 2 ? same : src1, turn % 2 ? same : src2, turn % 2 ? same : dst};
-                    EXPECT_EQ(runDriver(*member, layouts, threads, count, count), "") << threads << " threads";
+                    EXPECT_EQ(runDriver(member, layouts, threads, count, count), "") << threads << " threads";
                 }
     kvlSetNumThreads(1);
 }
@@ -119,77 +119,37 @@ struct SharedElements {
         : memory((width + height + count + 8) * 2),
           plain(member.isNumerical() || member.isMeasure() ? width * (height + count) : 0),
           scratch(member.has("b") ? plain.size() + 3 * (width + 1) * (width + 1) : 0),
-          table(tableSize(member, (width + 8) * (height + 8), count), &memory[0])
+          table(member.description == 'P'   ? (width + 8) * (height + 8)
+                : member.description == 'L' ? count
+                                            : 0,
+                &memory[0])
     {
-        const std::vector<int> sizes = productSizes(member, width, height);
-        std::size_t next = 0;
-        const int elem = member.elementSize() * (strided ? 2 : 1);
-        for (const std::string &token : member.operands) {
-            const bool array = token.size() > 1;
-            const bool pointers = member.description == 'P' || (member.description == 'L' && array);
-            switch (std::tolower(token[0])) {
-            case 'x':
-            case 'y':
-            case 'z':
-                args.push_back(Arg::integer('S', sizes.empty() ? 0 : sizes[next++]));
-                break;
-            case 'c':
-                if (!array) {
-                    args.push_back(Arg::constant(1));
-                    break;
-                }
-                args.push_back(member.description == 'L' ? Arg::tableOf(table.data()) : Arg::base(&memory[0]));
-                args.push_back(
-                    Arg::integer(member.description == 'L' ? 'H' : 'T', member.description == 'L' ? 0 : elem));
-                break;
-            case 'l':
-            case 'w':
-            case 'n':
-                args.push_back(Arg::integer('S', width));
-                break;
-            case 'h':
-                args.push_back(Arg::integer('S', height));
-                break;
-            case 'k':
-                args.push_back(Arg::integer('C', count));
-                break;
-            case 'b':
-                args.push_back(Arg::base(scratch.data()));
-                break;
-            case 'p':
-            case 'd':
-            case 'e':
-                args.push_back(Arg::base(plain.data()));
-                break;
-            default:
-                args.push_back(pointers ? Arg::tableOf(table.data()) : Arg::base(&memory[0]));
-                if (pointers)
-                    args.push_back(Arg::integer('H', 0));
-                if (array && member.description != 'L')
-                    args.push_back(Arg::integer('T', elem));
-                if (member.description != 'P')
-                    args.insert(args.end(), std::tolower(token[0]) == 'v' ? 1 : 2, Arg::integer('T', elem));
-            }
-        }
-    }
-    // What a product's sources have for sizes, in the order of the arguments.
-    static std::vector<int> productSizes(const Member &member, int width, int height)
-    {
-        const int inner = member.isMatrixProduct() ? innerOf(width, height) : width;
-        const auto stored = [](const std::string &token, int columns, int rows) {
-            return token[0] == 't' ? std::vector<int>{rows, columns} : std::vector<int>{columns, rows};
+        // Those of a small batch, whose sizes tell what they are.
+        Setting small = {2, 3, 2, Layout::packed, Layout::packed, Layout::packed};
+        small.inner = 5;
+        withType(member, [&](auto zero) { args = Problem<decltype(zero)>(member, small, 1).args; });
+        const auto hasPointer = [](const std::string &token) {
+            return token != "c" && !std::strchr("xyzwhlnk", token[0]);
         };
-        std::vector<int> sizes = stored(member.operands[0], inner, height);
-        if (member.isMatrixProduct())
-            for (int n : stored(member.operands[3], width, inner))
-                sizes.push_back(n);
-        else
-            sizes.insert(sizes.end(), {inner, height});
-        return sizes;
-    }
-    static int tableSize(const Member &member, int positions, int count)
-    {
-        return member.description == 'P' ? positions : member.description == 'L' ? count : 0;
+        auto token = member.operands.begin();
+        for (Arg &arg : args)
+            if (arg.check == 'N') {
+                token = std::find_if(token, member.operands.end(), hasPointer);
+                const char letter = (token++)->front();
+                arg.pointer = letter == 'b'                 ? scratch.data()
+                              : std::strchr("pPDe", letter) ? plain.data()
+                              : arg.table                   ? static_cast<const void *>(table.data())
+                                                            : memory.data();
+            } else if (arg.check == 'S')
+                arg.number = arg.number == 2 ? width : arg.number == 3 ? height : innerOf(width, height);
+            else if (arg.check == 'C')
+                arg.number = count;
+            else if (arg.check == 'H')
+                arg.number = 0;
+            else if (arg.check == 'T' || arg.check == 'O') {
+                arg.check = 'T';
+                arg.number = member.elementSize() * (strided ? 2 : 1);
+            }
     }
     std::vector<double> memory, plain, scratch;
     std::vector<void *> table;
@@ -237,20 +197,20 @@ Extent shapeOfEstimate(const Member &member, int target)
 TEST(Routing, ExactlyAtTheLimit)
 {
     kvlSetNumThreads(1);
-    for (const Member *member : arrayMembers())
+    for (const Member &member : arrayMembers())
         for (bool strided : {false, true}) {
-            const int limit = strided ? member->stridedLimit : member->contiguousLimit;
+            const int limit = strided ? member.stridedLimit : member.contiguousLimit;
             int tried = 0;
             for (int estimate = limit - 3; estimate <= limit + 3; ++estimate) {
-                const Extent shape = shapeOfEstimate(*member, estimate);
+                const Extent shape = shapeOfEstimate(member, estimate);
                 if (shape.count == 0)
                     continue;
                 ++tried;
-                EXPECT_EQ(reachesDriver(*member, shape.width, shape.height, shape.count, strided),
-                          estimate >= limit && !member->neverDriven)
-                    << member->name << (strided ? " strided" : " contiguous") << ", estimate " << estimate;
+                EXPECT_EQ(reachesDriver(member, shape.width, shape.height, shape.count, strided),
+                          estimate >= limit && !member.neverDriven)
+                    << member.name << (strided ? " strided" : " contiguous") << ", estimate " << estimate;
             }
-            EXPECT_GE(tried, 2) << member->name;
+            EXPECT_GE(tried, 2) << member.name;
         }
 }
 
@@ -258,20 +218,20 @@ TEST(Routing, ExactlyAtTheLimit)
 TEST(Routing, EveryElementStrideCounts)
 {
     kvlSetNumThreads(1);
-    for (const Member *member : arrayMembers()) {
-        if (member->description == 'P' || member->stridedLimit == member->contiguousLimit)
+    for (const Member &member : arrayMembers()) {
+        if (member.description == 'P' || member.stridedLimit == member.contiguousLimit)
             continue;
         Extent shape = {0, 0, 0};
-        for (int estimate = member->stridedLimit; shape.count == 0; ++estimate)
-            shape = shapeOfEstimate(*member, estimate);
-        SharedElements sound(*member, shape.width, shape.height, shape.count, false);
+        for (int estimate = member.stridedLimit; shape.count == 0; ++estimate)
+            shape = shapeOfEstimate(member, estimate);
+        SharedElements sound(member, shape.width, shape.height, shape.count, false);
         for (std::size_t k = 0; k < sound.args.size(); ++k)
             if (sound.args[k].check == 'T' && sound.args[k + 1].check != 'T') {
                 Args args = sound.args;
                 args[k].number *= 2;
                 resetFakeRuntime();
-                member->call(args);
-                EXPECT_EQ(fakeRuntime().trace, "gtid") << member->name << " argument " << k;
+                member.call(args);
+                EXPECT_EQ(fakeRuntime().trace, "gtid") << member.name << " argument " << k;
             }
     }
 }
@@ -281,10 +241,10 @@ TEST(Routing, EveryElementStrideCounts)
 TEST(Routing, EstimateWrapsInThirtyTwoBits)
 {
     kvlSetNumThreads(1);
-    for (const Member *member : arrayMembers())
-        if (member->name == "kvlmAdd_mama_32f" || member->name == "kvlmSub_mam_32f") {
-            ASSERT_LT(member->estimate(26755, 26755, 1), 0);
-            EXPECT_FALSE(reachesDriver(*member, 26755, 26755, 1, false)) << member->name;
+    for (const Member &member : arrayMembers())
+        if (member.name == "kvlmAdd_mama_32f" || member.name == "kvlmSub_mam_32f") {
+            ASSERT_LT(member.estimate(26755, 26755, 1), 0);
+            EXPECT_FALSE(reachesDriver(member, 26755, 26755, 1, false)) << member.name;
         }
 }
 #endif

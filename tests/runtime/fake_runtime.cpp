@@ -11,7 +11,6 @@ FakeRuntime runtime;
 int teamSize = 0;
 int threadNumber = 0;
 const void *heldLock = nullptr;
-const void *onlyLock = nullptr;
 
 void record(const std::string &word)
 {
@@ -32,7 +31,9 @@ FakeRuntime &fakeRuntime()
 
 void resetFakeRuntime()
 {
+    const void *const lock = runtime.lock;
     runtime = FakeRuntime();
+    runtime.lock = lock;
     teamSize = threadNumber = 0;
     heldLock = nullptr;
 }
@@ -100,9 +101,9 @@ ENTRY void __kmpc_critical(void *, std::int32_t gtid, void *lock)
     recordFrom("lock", gtid, gtidOfThread(threadNumber));
     if (heldLock)
         record("(already held)");
-    if (onlyLock && lock != onlyLock)
+    if (runtime.lock && lock != runtime.lock)
         record("(another lock)");
-    heldLock = onlyLock = lock;
+    heldLock = runtime.lock = lock;
 }
 
 ENTRY void __kmpc_end_critical(void *, std::int32_t gtid, void *lock)

@@ -9,12 +9,13 @@ struct FakeRuntime {
     int largestTeam = 1000;
     bool lastThreadFirst = false;
     std::function<void()> onForkQuestion;
-    std::string trace; // the calls since the last reset, one word each
+    std::string trace;          // the calls since the last reset, one word each
+    const void *lock = nullptr; // the only one, as soon as it is known
 };
 
 FakeRuntime &fakeRuntime();
 
-// Forgets the trace and all settings.
+// Forgets the trace and all settings, but not the lock.
 void resetFakeRuntime();
 
 // The global thread numbers that the runtime gives: the caller's, and thread t's of a team.

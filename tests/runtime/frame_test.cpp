@@ -1,5 +1,6 @@
-// The driver machine with what no member on matrices needs: scratch of each thread, runs of results, failing kernels.
-#include "../runtime/fake_runtime.h"
+// The driver machine alone, with what no member on matrices needs: scratch of each thread, runs of results, failing
+// kernels.
+#include "fake_runtime.h"
 
 #include "frame/rows.h"
 
@@ -65,6 +66,9 @@ protected:
         resetFakeRuntime();
         statuses.clear();
     }
+    // This program's copy of the machine has a lock of its own.
+    Frame() { fakeRuntime().lock = nullptr; }
+    ~Frame() override { fakeRuntime().lock = nullptr; }
 
     double src[90], buffer[12], dst[10];
     int pivot[30];
