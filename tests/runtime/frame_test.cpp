@@ -132,26 +132,4 @@ TEST_F(Frame, ALargerTeamRunsBeyondTheBatch)
     EXPECT_EQ(calls[5].count, 2);
 }
 
-// Orders that members to come have: sizes that must fit, and those of a source checked before those of a result.
-TEST(Orders, SizeMatchAndSourceBeforeResult)
-{
-    const auto check = [](auto order, int srcShift, int srcStride, int dstShift, int dstStride, int height) {
-        static double *table[1];
-        return order.check(Table<const double, int>(table, srcShift, srcStride),
-                           Table<double, int>(table, dstShift, dstStride), Shape(1, height), SizeMatch(height == 1),
-                           Count(1));
-    };
-    const NSChtHT source;
-    EXPECT_EQ(check(source, 0, 8, 0, 8, 2), kvlOk);
-    EXPECT_EQ(check(source, 4, 4, 4, 4, 1), kvlErrShift);
-    EXPECT_EQ(check(source, 0, 4, 4, 8, 1), kvlErrStride);
-    EXPECT_EQ(check(source, 0, 8, 4, 4, 1), kvlErrShift);
-    EXPECT_EQ(check(source, 0, 8, 0, 4, 1), kvlErrStride);
-    EXPECT_EQ(check(NSCHT(), 0, 4, 4, 8, 1), kvlErrShift);
-    EXPECT_EQ(check(NCSMTH(), 4, 4, 0, 8, 2), kvlErrSizeMatch);
-    EXPECT_EQ(check(NCSMTH(), 4, 4, 0, 8, 0), kvlErrSize);
-    EXPECT_EQ(check(NCSTHM(), 4, 8, 0, 8, 2), kvlErrShift);
-    EXPECT_EQ(check(NCSTHM(), 0, 8, 0, 8, 2), kvlErrSizeMatch);
-}
-
 } // namespace
