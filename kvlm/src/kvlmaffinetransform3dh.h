@@ -36,29 +36,23 @@ KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix, con
     using V = Lanes<float>;
     V a[4][4], zeros = V::all(0);
     loadObject(matrix, 0, a);
-    const GroupsApart<float> apart(d, 1, 3);
-    byLayout(
-        [&](const auto &source, const auto &result) KVLM_INLINED {
-            return inGroups<float>(
-                count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    if (!apart(i))
-                        return false;
-                    V p[1][3], out[1][3];
-                    source.move(i, p[0]);
-                    zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
-                    result.move(i, out[0]);
-                    return true;
-                },
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    V p[1][3], out[1][3];
-                    loadObject(points, i, p);
-                    zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
-                    storeObject(d, i, out);
-                    return KvlStatus(kvlOk); // the points after it are transformed all the same
-                });
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        V p[1][3], out[1][3];
+        loadObject(points, i, p);
+        zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+        storeObject(d, i, out);
+        return KvlStatus(kvlOk); // the points after it are transformed all the same
+    };
+    groupsByLayout(
+        GroupsApart<float>(d, 1, 3), count,
+        [&](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
+            V p[1][3], out[1][3];
+            source.move(i, p[0]);
+            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+            result.move(i, out[0]);
+            return true;
         },
-        GroupSource<float, 1, 3>(points), GroupResult<float, 1, 3>(d));
+        one, GroupSource<float, 1, 3>(points), GroupResult<float, 1, 3>(d));
     return any(zeros) ? kvlErrZeroDivisor : kvlOk;
 }
 

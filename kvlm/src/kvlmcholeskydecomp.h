@@ -125,23 +125,17 @@ KVLM_NOINLINE KvlStatus choleskyGeneral(const Objects<const T> &s, const Objects
 template <int N, class T>
 KVLM_NOINLINE KvlStatus choleskyBatch(const Objects<const T> &s, const Objects<T> &d, T threshold, int count)
 {
-    const GroupsApart<T, LowerTriangle> apart(d, N, N);
-    return byLayout(
-        [&](const auto &source, const auto &result) KVLM_INLINED {
-            return inGroups<T>(
-                count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    GroupFactor<T, N> f;
-                    if (!apart(i))
-                        return false;
-                    source.move(i, f.l[0]);
-                    if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
-                        return false;
-                    result.move(i, f.l[0]);
-                    return true;
-                },
-                [&](ptrdiff_t i) KVLM_INLINED { return choleskyObject<N>(s, d, threshold, i); });
+    return groupsByLayout(
+        GroupsApart<T, LowerTriangle>(d, N, N), count,
+        [=](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
+            GroupFactor<T, N> f;
+            source.move(i, f.l[0]);
+            if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
+                return false;
+            result.move(i, f.l[0]);
+            return true;
         },
+        [&](ptrdiff_t i) KVLM_INLINED { return choleskyObject<N>(s, d, threshold, i); },
         GroupSource<T, N, N, LowerTriangle>(s), GroupResult<T, N, N, LowerTriangle>(d));
 }
 

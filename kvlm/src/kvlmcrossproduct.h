@@ -39,20 +39,16 @@ KVLM_NOINLINE void crossProductObject(const Objects<const T> &a, const Objects<c
 template <bool SingleA, bool SingleB, class T>
 KVLM_NOINLINE void crossProducts(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d, int count)
 {
-    const GroupsApart<T> apart(d, 1, 3);
-    byExactLayout(
-        [&](const auto &result, const auto &sourceA, const auto &sourceB) KVLM_INLINED {
-            return vectorsInGroups(
-                apart, result, Fixed<3>(), count,
-                [&](ptrdiff_t i, Lanes<T>(&z)[3]) KVLM_INLINED {
-                    Lanes<T> x[3], y[3];
-                    sourceA.move(i, x);
-                    sourceB.move(i, y);
-                    crossProductOf(x, y, z);
-                },
-                [&](ptrdiff_t i) KVLM_INLINED { crossProductObject(a, b, d, i); });
+    vectorsByLayout<3, true>(
+        d, count,
+        [](ptrdiff_t i, Lanes<T>(&z)[3], const auto &sourceA, const auto &sourceB) KVLM_INLINED {
+            Lanes<T> x[3], y[3];
+            sourceA.move(i, x);
+            sourceB.move(i, y);
+            crossProductOf(x, y, z);
         },
-        GroupResult<T, 1, 3>(d), VectorSource<T, 3, SingleA>(a), VectorSource<T, 3, SingleB>(b));
+        [&](ptrdiff_t i) KVLM_INLINED { crossProductObject(a, b, d, i); }, VectorSource<T, 3, SingleA>(a),
+        VectorSource<T, 3, SingleB>(b));
 }
 
 template <class A, class B, class D>

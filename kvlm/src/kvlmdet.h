@@ -119,8 +119,9 @@ KVLM_INLINE KvlStatus detOne(const S &operand, Length n, Buffer<T> buffer, PerOb
 template <int N, class T>
 KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int count)
 {
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); };
     return byLayout(
-        [&](const auto &source) KVLM_INLINED {
+        [=, &one](const auto &source) KVLM_INLINED {
             return inGroups<T>(
                 count,
                 [&](ptrdiff_t i) KVLM_INLINED {
@@ -129,7 +130,7 @@ KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int 
                     determinantOf(a).store(dst + i);
                     return true;
                 },
-                [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); });
+                one);
         },
         GroupSource<T, N, N>(s));
 }

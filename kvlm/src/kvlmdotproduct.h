@@ -66,7 +66,7 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
     };
     if (a.isSingle)
         return one(0);
-    const auto sumsOf = [&](auto products) KVLM_INLINED {
+    const auto sumsOf = [=, &one](auto products) KVLM_INLINED {
         return inGroups<T>(
             count,
             [&](ptrdiff_t i) KVLM_INLINED {
@@ -91,7 +91,7 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
             sortElements(p);
         });
     return byExactLayout(
-        [&](const auto &knownA, const auto &knownB) KVLM_INLINED {
+        [=](const auto &knownA, const auto &knownB) KVLM_INLINED {
             return sumsOf([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
                 V x[N], y[N];
                 knownA.move(i, x);

@@ -29,24 +29,18 @@ KVLM_NOINLINE KvlStatus invertObject(const Objects<const T> &s, const Objects<T>
 template <int N, bool Adjacent, class T>
 KVLM_NOINLINE KvlStatus invertBatch(const Objects<const T> &s, const Objects<T> &d, int count)
 {
-    const GroupsApart<T> apart(d, N, N);
-    return byLayout(
-        [&](const auto &source, const auto &result) KVLM_INLINED {
-            return inGroups<T>(
-                count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    if (!apart(i))
-                        return false;
-                    Inverse<T, N, Adjacent> work;
-                    source.move(i, work.a[0]);
-                    if (!invert(work))
-                        return false;
-                    result.move(i, work.a[0]);
-                    return true;
-                },
-                [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N, Adjacent>(s, d, i); });
+    return groupsByLayout(
+        GroupsApart<T>(d, N, N), count,
+        [](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
+            Inverse<T, N, Adjacent> work;
+            source.move(i, work.a[0]);
+            if (!invert(work))
+                return false;
+            result.move(i, work.a[0]);
+            return true;
         },
-        GroupSource<T, N, N>(s), GroupResult<T, N, N>(d));
+        [&](ptrdiff_t i) KVLM_INLINED { return invertObject<N, Adjacent>(s, d, i); }, GroupSource<T, N, N>(s),
+        GroupResult<T, N, N>(d));
 }
 
 // The determinant of what an elimination holds, with the settled difference between the matrix itself and its minors:

@@ -160,27 +160,21 @@ KVLM_INLINE KvlStatus factorCommon(const S &s, PerObject<int> pivot, const D &d,
 template <int N, class T>
 KVLM_NOINLINE KvlStatus factorBatch(const Objects<const T> &s, int *pivots, const Objects<T> &d, int count)
 {
-    const GroupsApart<T> apart(d, N, N);
-    return byLayout(
-        [&](const auto &source, const auto &result) KVLM_INLINED {
-            return inGroups<T>(
-                count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    Rows<T, N> rows;
-                    if (!apart(i))
-                        return false;
-                    source.move(i, rows.a[0]);
-                    if (factor(rows) < N)
-                        return false;
-                    int order[Lanes<T>::count][N];
-                    rows.tables(order);
-                    memcpy(pivots + i * N, order, sizeof order);
-                    result.move(i, order, rows.a);
-                    return true;
-                },
-                [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivots + i * N, i); });
+    return groupsByLayout(
+        GroupsApart<T>(d, N, N), count,
+        [=](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
+            Rows<T, N> rows;
+            source.move(i, rows.a[0]);
+            if (factor(rows) < N)
+                return false;
+            int order[Lanes<T>::count][N];
+            rows.tables(order);
+            memcpy(pivots + i * N, order, sizeof order);
+            result.move(i, order, rows.a);
+            return true;
         },
-        GroupSource<T, N, N>(s), RowGroups<Store, T, N>(d));
+        [&](ptrdiff_t i) KVLM_INLINED { return factorObject<N>(s, d, pivots + i * N, i); }, GroupSource<T, N, N>(s),
+        RowGroups<Store, T, N>(d));
 }
 
 template <class T>

@@ -108,11 +108,28 @@ private:
     int64_t extent = 0;
 };
 
+// one(i) for each object, until one fails.
+template <class One>
+KVLM_INLINE KvlStatus untilOneFails(ptrdiff_t count, One one)
+{
+    for (ptrdiff_t i = 0; i < count; ++i)
+        if (const KvlStatus status = one(i))
+            return status;
+    return kvlOk;
+}
+
+// The same from object i to `end`, in one copy for all loops over groups that leave some.
+template <class One>
+KVLM_NOINLINE KvlStatus oneByOne(ptrdiff_t i, ptrdiff_t end, const One &one)
+{
+    return untilOneFails(end - i, [&](ptrdiff_t k) KVLM_INLINED { return one(i + k); });
+}
+
 // A batch in groups of one register or up to several, then what is left one by one. group(i, parts) does that many
 // registers of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly
 // the objects before a failing one are complete.
 template <class T, int Registers, class GroupOf, class One>
-KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
+KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, const One &one)
 {
     constexpr int lanes = Lanes<T>::count;
     int i = 0, most = Registers;
@@ -131,64 +148,77 @@ KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, One one)
             }
             end = i + lanes;
         }
-        for (; i < end; ++i)
-            if (const KvlStatus status = one(i))
-                return status;
+        if (const KvlStatus status = oneByOne(i, end, one))
+            return status;
+        i = end;
     }
     return kvlOk;
 }
 
-// one(i) for each object, until one fails.
-template <class One>
-KVLM_INLINE KvlStatus untilOneFails(ptrdiff_t count, One one)
-{
-    for (ptrdiff_t i = 0; i < count; ++i)
-        if (const KvlStatus status = one(i))
-            return status;
-    return kvlOk;
-}
-
+// The same in groups of one register: group(i).
 template <class T, class GroupOf, class One>
-KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, One one)
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, const One &one)
 {
-    return inWideGroups<T, 1>(
-        count, [&](ptrdiff_t i, int) KVLM_INLINED { return group(i); }, one);
+    constexpr int lanes = Lanes<T>::count;
+    ptrdiff_t i = 0;
+    for (; count - i >= lanes; i += lanes)
+        if (!group(i))
+            if (const KvlStatus status = oneByOne(i, i + lanes, one))
+                return status;
+    return oneByOne(i, count, one);
 }
 
-// Vectors of N elements, a group at a time: compute(i, x) makes those of a group, one(i) makes and stores one.
-template <class Result, class T, int N, class Compute, class One>
-KVLM_INLINE KvlStatus vectorsInGroups(const GroupsApart<T> &apart, const Result &result, Fixed<N>, int count,
-                                      Compute compute, One one)
+// A batch whose groups lie in known layouts: group(i, groups...) does the objects of a group from i on, if they are
+// apart, or gives up; one(i) does one object.
+template <class T, class Elements, class GroupOf, class One, class... X>
+KVLM_INLINE KvlStatus groupsByLayout(const GroupsApart<T, Elements> &apart, int count, GroupOf group, const One &one,
+                                     const X &...groups)
 {
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
-            if (!apart(i))
-                return false;
-            Lanes<T> x[N];
-            compute(i, x);
-            result.move(i, x);
-            return true;
+    return byLayout(
+        [=, &one](const auto &...known) KVLM_INLINED {
+            return inGroups<T>(
+                count, [&](ptrdiff_t i) KVLM_INLINED { return apart(i) && group(i, known...); }, one);
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            one(i);
-            return KvlStatus(kvlOk);
-        });
+        groups...);
 }
 
-// The same where the sources are known by their layout: compute(i, x, source...).
-template <int N, class T, class Compute, class One, class... Sources>
+// What makes one object and never fails, as inGroups asks for it.
+template <class One>
+struct NeverFails {
+    const One one;
+
+    KVLM_INLINE KvlStatus operator()(ptrdiff_t i) const
+    {
+        one(i);
+        return kvlOk;
+    }
+};
+
+// Vectors of N elements, a group at a time: compute(i, x, source...) makes those of a group, one(i) makes and stores
+// one. Short work asks for exact layouts.
+template <int N, bool Exact = false, class T, class Compute, class One, class... Sources>
 KVLM_INLINE KvlStatus vectorsByLayout(const Objects<T> &d, int count, Compute compute, One one,
                                       const Sources &...sources)
 {
     const GroupsApart<T> apart(d, 1, N);
-    return byLayout(
-        [&](const auto &result, const auto &...known) KVLM_INLINED {
-            return vectorsInGroups(
-                apart, result, Fixed<N>(), count,
-                [&](ptrdiff_t i, Lanes<T>(&x)[N]) KVLM_INLINED { compute(i, x, known...); }, one);
-        },
-        GroupResult<T, 1, N>(d), sources...);
+    const NeverFails<One> always{one};
+    const auto loop = [=, &always](const auto &result, const auto &...known) KVLM_INLINED {
+        return inGroups<T>(
+            count,
+            [&](ptrdiff_t i) KVLM_INLINED {
+                if (!apart(i))
+                    return false;
+                Lanes<T> x[N];
+                compute(i, x, known...);
+                result.move(i, x);
+                return true;
+            },
+            always);
+    };
+    if constexpr (Exact)
+        return byExactLayout(loop, GroupResult<T, 1, N>(d), sources...);
+    else
+        return byLayout(loop, GroupResult<T, 1, N>(d), sources...);
 }
 
 } // namespace kvlm

@@ -360,8 +360,8 @@ struct PlaneGroups {
 // All of one layout, in a list or not.
 template <GroupLayout Layout, bool List, class Move, class T, int R, int C, class Elements>
 struct KnownGroups {
-    const Objects<T> &x;
-    T *const *places;
+    const Objects<T> x;
+    T *const *const places;
 
     template <class Array>
     KVLM_INLINE void move(ptrdiff_t first, Array a) const
@@ -468,15 +468,23 @@ struct SingleVector {
 template <class T, int N, bool Single>
 using VectorSource = std::conditional_t<Single, SingleVector<T, N>, GroupSource<T, 1, N>>;
 
+// A loop over groups as a function of its own: it has the registers for itself. Its copies of what says where the
+// groups lie can't be changed by what it stores.
+template <class F, class... X>
+KVLM_NOINLINE auto loopOf(F f, X... groups)
+{
+    return f(groups...);
+}
+
 // f(groups...), as the compiler then knows them.
 template <class F, class... X>
 KVLM_INLINE auto byLayout(F f, const X &...groups)
 {
     if ((groups.isPacked() && ...))
-        return f(groups.asPacked()...);
+        return loopOf(f, groups.asPacked()...);
     if ((groups.inPlanes() && ...))
-        return f(groups.asPlanes()...);
-    return f(groups...);
+        return loopOf(f, groups.asPlanes()...);
+    return loopOf(f, groups...);
 }
 
 // The same for short work: no group has anything to ask.
@@ -484,13 +492,13 @@ template <class F, class... X>
 KVLM_INLINE auto byExactLayout(F f, const X &...groups)
 {
     if ((groups.template is<GroupLayout::entries, false>() && ...))
-        return f(groups.template as<GroupLayout::entries, false>()...);
+        return loopOf(f, groups.template as<GroupLayout::entries, false>()...);
     if ((groups.template is<GroupLayout::rows, true>() && ...))
-        return f(groups.template as<GroupLayout::rows, true>()...);
+        return loopOf(f, groups.template as<GroupLayout::rows, true>()...);
     if ((groups.template is<GroupLayout::single, true>() && ...))
-        return f(groups.template as<GroupLayout::single, true>()...);
+        return loopOf(f, groups.template as<GroupLayout::single, true>()...);
     if ((groups.template is<GroupLayout::single, false>() && ...))
-        return f(groups.template as<GroupLayout::single, false>()...);
+        return loopOf(f, groups.template as<GroupLayout::single, false>()...);
     return byLayout(f, groups...);
 }
 
