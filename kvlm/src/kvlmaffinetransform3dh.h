@@ -44,8 +44,8 @@ KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix, con
         return KvlStatus(kvlOk); // the points after it are transformed all the same
     };
     groupsByLayout(
-        GroupsApart<float>(d, 1, 3), count,
-        [&](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
+        AnyGroupApart<float>(d, 1, 3), count,
+        [&](ptrdiff_t i, Of<V>, const auto &source, const auto &result) KVLM_INLINED {
             V p[1][3], out[1][3];
             source.move(i, p[0]);
             zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);

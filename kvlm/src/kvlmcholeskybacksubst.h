@@ -95,32 +95,29 @@ template <int N, class T>
 KVLM_NOINLINE KvlStatus choleskySystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
                                         int count)
 {
-    using V = Lanes<T>;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { choleskySolveSmall<N>(a, b, d, i); };
-    const auto solve = [](const V(&l)[N][N], V(&x)[N]) KVLM_INLINED {
-        SmallSolution<V, N> solution{x};
-        choleskySolve(
-            Fixed<N>(), [&](int r, int c) KVLM_INLINED { return l[r][c]; }, solution, solution);
+    const auto solve = [](auto l, auto &x) KVLM_INLINED {
+        SmallSolution<NumberOf<decltype(x)>, N> solution{x};
+        choleskySolve(Fixed<N>(), l, solution, solution);
     };
     const GroupSource<T, 1, N> rightHandSides(b);
     if (a.isSingle) {
-        V l[N][N];
-        loadObject(a, 0, l);
+        const OfAllObjects<T, N, N> factor(a);
         return vectorsByLayout<N>(
             d, count,
-            [&](ptrdiff_t i, V(&x)[N], const auto &source) KVLM_INLINED {
+            [&](ptrdiff_t i, auto &x, const auto &source) KVLM_INLINED {
                 source.move(i, x);
-                solve(l, x);
+                solve([&](int r, int c) KVLM_INLINED { return factor.template at<NumberOf<decltype(x)>>(r, c); }, x);
             },
             one, rightHandSides);
     }
     return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[N], const auto &factors, const auto &source) KVLM_INLINED {
-            V l[N][N];
+        [&](ptrdiff_t i, auto &x, const auto &factors, const auto &source) KVLM_INLINED {
+            NumberOf<decltype(x)> l[N][N];
             factors.move(i, l[0]);
             source.move(i, x);
-            solve(l, x);
+            solve([&](int r, int c) KVLM_INLINED { return l[r][c]; }, x);
         },
         one, GroupSource<T, N, N, LowerTriangle>(a), rightHandSides);
 }

@@ -64,12 +64,12 @@ KVLM_INLINE bool cholesky(Order order, V threshold, Source a, Factor &f)
 }
 
 // Where the factor is while it is computed: in registers, to be stored when it is complete,
-template <class T, int N>
+template <class V, int N>
 struct GroupFactor {
-    Lanes<T> l[N][N];
+    V l[N][N];
 
-    KVLM_INLINE Lanes<T> operator()(int i, int j) const { return l[i][j]; }
-    KVLM_INLINE void set(int i, int j, Lanes<T> x) { l[i][j] = x; }
+    KVLM_INLINE V operator()(int i, int j) const { return l[i][j]; }
+    KVLM_INLINE void set(int i, int j, V x) { l[i][j] = x; }
 };
 
 // in registers, each element stored at once,
@@ -126,11 +126,12 @@ template <int N, class T>
 KVLM_NOINLINE KvlStatus choleskyBatch(const Objects<const T> &s, const Objects<T> &d, T threshold, int count)
 {
     return groupsByLayout(
-        GroupsApart<T, LowerTriangle>(d, N, N), count,
-        [=](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
-            GroupFactor<T, N> f;
+        AnyGroupApart<T, LowerTriangle>(d, N, N), count,
+        [=](ptrdiff_t i, auto number, const auto &source, const auto &result) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            GroupFactor<V, N> f;
             source.move(i, f.l[0]);
-            if (!cholesky(Fixed<N>(), Lanes<T>::all(threshold), f, f))
+            if (!cholesky(Fixed<N>(), V::all(threshold), f, f))
                 return false;
             result.move(i, f.l[0]);
             return true;

@@ -41,8 +41,8 @@ KVLM_NOINLINE void crossProducts(const Objects<const T> &a, const Objects<const 
 {
     vectorsByLayout<3, true>(
         d, count,
-        [](ptrdiff_t i, Lanes<T>(&z)[3], const auto &sourceA, const auto &sourceB) KVLM_INLINED {
-            Lanes<T> x[3], y[3];
+        [](ptrdiff_t i, auto &z, const auto &sourceA, const auto &sourceB) KVLM_INLINED {
+            NumberOf<decltype(z)> x[3], y[3];
             sourceA.move(i, x);
             sourceB.move(i, y);
             crossProductOf(x, y, z);

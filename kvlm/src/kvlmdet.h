@@ -122,10 +122,10 @@ KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int 
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); };
     return byLayout(
         [=, &one](const auto &source) KVLM_INLINED {
-            return inGroups<T>(
+            return inAnyGroups<T, true>(
                 count,
-                [&](ptrdiff_t i) KVLM_INLINED {
-                    Lanes<T> a[N][N];
+                [&](ptrdiff_t i, auto number) KVLM_INLINED {
+                    typename decltype(number)::Number a[N][N];
                     source.move(i, a[0]);
                     determinantOf(a).store(dst + i);
                     return true;

@@ -224,7 +224,7 @@ private:
 #pragma GCC unroll 5
         for (int i = 0; i < N - 1; ++i) {
             V best = values[i];
-            Choice<typename Kind::Work, N> choice;
+            Choice<V, N> choice;
 #pragma GCC unroll 5
             for (int j = i + 1; j < N; ++j) {
                 choice.taken[j] = greater(values[j], best);

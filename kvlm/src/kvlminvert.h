@@ -14,7 +14,7 @@ namespace kvlm::inversion {
 template <int N, bool Adjacent, class T>
 KVLM_NOINLINE KvlStatus invertObject(const Objects<const T> &s, const Objects<T> &d, ptrdiff_t i)
 {
-    Inverse<T, N, Adjacent> work;
+    Inverse<Lanes<T>, N, Adjacent> work;
     loadObject(s, i, work.a);
     if (invert(work)) {
         storeObject(d, i, work.a);
@@ -30,9 +30,9 @@ template <int N, bool Adjacent, class T>
 KVLM_NOINLINE KvlStatus invertBatch(const Objects<const T> &s, const Objects<T> &d, int count)
 {
     return groupsByLayout(
-        GroupsApart<T>(d, N, N), count,
-        [](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
-            Inverse<T, N, Adjacent> work;
+        AnyGroupApart<T>(d, N, N), count,
+        [](ptrdiff_t i, auto number, const auto &source, const auto &result) KVLM_INLINED {
+            Inverse<typename decltype(number)::Number, N, Adjacent> work;
             source.move(i, work.a[0]);
             if (!invert(work))
                 return false;

@@ -8,8 +8,9 @@
 namespace kvlm::inversion {
 
 // A working copy, inverted in place, and the traits of its kernels.
-template <class T, int N, bool Adjacent>
+template <class V, int N, bool Adjacent>
 struct Inverse {
+    using T = typename NumberTraits<V>::Element;
     static constexpr bool is32f = sizeof(T) == 4;
     static constexpr bool hasBlocks = Adjacent && is32f && N >= 5;
     static constexpr bool hasRoughReciprocal = Adjacent && is32f;
@@ -19,7 +20,7 @@ struct Inverse {
     static constexpr T least = (Adjacent && !is32f && N <= 4 ? 4 : 2) * N * N * N * smallestNormal<T>;
     static constexpr int scratchRows = hasBlocks ? N - 4 : 0;
 
-    Lanes<T> a[N][N];
+    V a[N][N];
 };
 
 // Whether adjacent elements make a difference.
@@ -27,9 +28,10 @@ template <class T, int N>
 constexpr bool hasAdjacentForm = sizeof(T) == 4 || N <= 4;
 
 // 12 bits of the reciprocal and one Newton step. Settled in this order of operations.
-KVLM_INLINE Lanes<float> refinedReciprocal(Lanes<float> x)
+template <class V>
+KVLM_INLINE V refinedReciprocal(V x)
 {
-    const Lanes<float> r = roughReciprocal(x);
+    const V r = roughReciprocal(x);
     return (r + r) - (x * r) * r;
 }
 
@@ -141,11 +143,10 @@ KVLM_INLINE V expandFirstColumn(const V (&a)[N][N], const V (&minor)[N][N])
 }
 
 // Each way of inverting returns false, before any division, if a lane fails.
-template <class T, int N, bool Adjacent>
-KVLM_INLINE bool invertByCofactors(Inverse<T, N, Adjacent> &work)
+template <class V, int N, bool Adjacent>
+KVLM_INLINE bool invertByCofactors(Inverse<V, N, Adjacent> &work)
 {
-    using V = Lanes<T>;
-    using Traits = Inverse<T, N, Adjacent>;
+    using Traits = Inverse<V, N, Adjacent>;
     V minor[N][N];
     if constexpr (Traits::hasFullProducts) {
         const FullProducts<V> products(work.a);
@@ -171,13 +172,12 @@ KVLM_INLINE bool invertByCofactors(Inverse<T, N, Adjacent> &work)
 }
 
 // What is behind the first N - 4 rows and columns, by cofactors.
-template <int N>
-KVLM_INLINE bool invertLastFour(Inverse<float, N, true> &work)
+template <class V, int N>
+KVLM_INLINE bool invertLastFour(Inverse<V, N, true> &work)
 {
-    using V = Lanes<float>;
     constexpr int first = N - 4;
     auto &a = work.a;
-    Inverse<float, 4, true> last;
+    Inverse<V, 4, true> last;
     V minor[4][4];
 #pragma GCC unroll 4
     for (int i = 0; i < 4; ++i)
@@ -186,7 +186,7 @@ KVLM_INLINE bool invertLastFour(Inverse<float, N, true> &work)
             last.a[i][j] = a[first + i][first + j];
     sharedMinors(last.a, minor);
     const V d = expandFirstColumn<true>(last.a, minor);
-    if (any(notAtLeast(magnitude(d), V::all(Inverse<float, N, true>::least))))
+    if (any(notAtLeast(magnitude(d), V::all(Inverse<V, N, true>::least))))
         return false;
     const V r = refinedReciprocal(d);
 #pragma GCC unroll 4
@@ -198,10 +198,9 @@ KVLM_INLINE bool invertLastFour(Inverse<float, N, true> &work)
 }
 
 // The pivot of row K, chosen by columns: the largest comes to column K. Whether it is one in all lanes.
-template <int K, int N>
-KVLM_INLINE bool bringColumn(Inverse<float, N, true> &work, Choice<float, N> &choice)
+template <int K, class V, int N>
+KVLM_INLINE bool bringColumn(Inverse<V, N, true> &work, Choice<V, N> &choice)
 {
-    using V = Lanes<float>;
     auto &a = work.a;
     // Of equal candidates the last is taken. Settled: not the last of all at order 5.
     V best = magnitude(a[K][K]);
@@ -211,7 +210,7 @@ KVLM_INLINE bool bringColumn(Inverse<float, N, true> &work, Choice<float, N> &ch
         choice.taken[j] = N == 5 && j == 4 ? greater(candidate, best) : atLeast(candidate, best);
         best = larger(candidate, best);
     }
-    if (any(notAtLeast(best, V::all(Inverse<float, N, true>::least))))
+    if (any(notAtLeast(best, V::all(Inverse<V, N, true>::least))))
         return false;
     choice.settle(K);
 #pragma GCC unroll 6
@@ -222,10 +221,9 @@ KVLM_INLINE bool bringColumn(Inverse<float, N, true> &work, Choice<float, N> &ch
 
 // From the inverse of the Schur complement, which stands behind row and column K, to that of the whole: r is the
 // pivot's reciprocal, w the column below it times r, and row K still holds what is beside the pivot.
-template <int K, int N>
-KVLM_INLINE void bordered(Lanes<float> (&a)[N][N], Lanes<float> r, const Lanes<float> (&w)[N])
+template <int K, class V, int N>
+KVLM_INLINE void bordered(V (&a)[N][N], V r, const V (&w)[N])
 {
-    using V = Lanes<float>;
     const auto &b = a[K];
     V u[N], row[N], corner = number<V>(0);
 #pragma GCC unroll 6
@@ -248,15 +246,14 @@ KVLM_INLINE void bordered(Lanes<float> (&a)[N][N], Lanes<float> r, const Lanes<f
 }
 
 // What is behind the first K rows and columns: a pivot of the first row, and the Schur complement of order N - 1 - K.
-template <int K, int N>
-KVLM_INLINE bool invertByBlocks(Inverse<float, N, true> &work)
+template <int K, class V, int N>
+KVLM_INLINE bool invertByBlocks(Inverse<V, N, true> &work)
 {
-    using V = Lanes<float>;
     auto &a = work.a;
     if constexpr (N - K == 4)
         return invertLastFour(work);
     else {
-        Choice<float, N> choice;
+        Choice<V, N> choice;
         if (!bringColumn<K>(work, choice))
             return false;
         const V r = refinedReciprocal(a[K][K]);
@@ -280,17 +277,17 @@ KVLM_INLINE bool invertByBlocks(Inverse<float, N, true> &work)
 }
 
 // One copy of the long forms for all descriptions.
-template <class T, int N, bool Adjacent>
-KVLM_NOINLINE bool invertLong(Inverse<T, N, Adjacent> &work)
+template <class V, int N, bool Adjacent>
+KVLM_NOINLINE bool invertLong(Inverse<V, N, Adjacent> &work)
 {
-    if constexpr (Inverse<T, N, Adjacent>::hasBlocks)
+    if constexpr (Inverse<V, N, Adjacent>::hasBlocks)
         return invertByBlocks<0>(work);
     else
         return invertByCofactors(work);
 }
 
-template <class T, int N, bool Adjacent>
-KVLM_INLINE bool invert(Inverse<T, N, Adjacent> &work)
+template <class V, int N, bool Adjacent>
+KVLM_INLINE bool invert(Inverse<V, N, Adjacent> &work)
 {
     if constexpr (N <= 4)
         return invertByCofactors(work);

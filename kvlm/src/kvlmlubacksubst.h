@@ -108,6 +108,20 @@ KVLM_NOINLINE void solveSystem(const Objects<const T> &a, const int *pivot, cons
         i, a, b, d);
 }
 
+template <class V, class T, int N>
+KVLM_INLINE Factors<V, N> inAllLanes(const Factors<T, N> &f)
+{
+    Factors<V, N> all;
+#pragma GCC unroll 6
+    for (int r = 0; r < N; ++r) {
+        all.reciprocal[r] = V::all(f.reciprocal[r]);
+#pragma GCC unroll 6
+        for (int c = 0; c < N; ++c)
+            all.lu[r][c] = V::all(f.lu[r][c]);
+    }
+    return all;
+}
+
 // One matrix, many right-hand sides
 template <int N, class T>
 KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
@@ -116,25 +130,22 @@ KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot
     using V = Lanes<T>;
     Factors<T, N> f;
     withViews([&](const auto &matrix) KVLM_INLINED { loadFactors(matrix, pivot, f); }, 0, a);
-    Factors<V, N> all;
+    const Factors<V, N> all = inAllLanes<V>(f);
     int order[N];
-#pragma GCC unroll 6
-    for (int r = 0; r < N; ++r) {
-        order[r] = pivot[r];
-        all.reciprocal[r] = V::all(f.reciprocal[r]);
-#pragma GCC unroll 6
-        for (int c = 0; c < N; ++c)
-            all.lu[r][c] = V::all(f.lu[r][c]);
-    }
+    memcpy(order, pivot, sizeof order);
     return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[N], const auto &source) KVLM_INLINED {
-            V given[N];
+        [&](ptrdiff_t i, auto &x, const auto &source) KVLM_INLINED {
+            using Number = NumberOf<decltype(x)>;
+            Number given[N];
             source.move(i, given);
 #pragma GCC unroll 6
             for (int j = 0; j < N; ++j)
                 x[j] = given[order[j]];
-            all.solve(x);
+            if constexpr (Number::blocks == 1)
+                all.solve(x);
+            else
+                inAllLanes<Number>(f).solve(x);
         },
         [&](ptrdiff_t i) KVLM_INLINED {
             withViews([&](const auto &src, const auto &dst) KVLM_INLINED { solveWith(f, order, src, dst); }, i, b, d);
@@ -147,10 +158,9 @@ template <int N, class T>
 KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
                                      const Objects<T> &d, int count)
 {
-    using V = Lanes<T>;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { solveSystem<N>(a, pivot + i * N, b, d, i); };
-    // Measured: three rows of three floats are not worth a group.
-    if constexpr (N == 3 && sizeof(T) == 4) {
+    // Measured: three rows of three floats are not worth a narrow group.
+    if constexpr (N == 3 && sizeof(T) == 4 && wideRegisters<T> == 1) {
         eachObject(
             count,
             [&](ptrdiff_t i, const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {
@@ -163,7 +173,8 @@ KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot
     }
     return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&x)[N], const auto &factors, const auto &source) KVLM_INLINED {
+        [&](ptrdiff_t i, auto &x, const auto &factors, const auto &source) KVLM_INLINED {
+            using V = NumberOf<decltype(x)>;
             int order[V::count][N];
             memcpy(order, pivot + i * N, sizeof order);
             Factors<V, N> f;

@@ -13,52 +13,54 @@ namespace kvlm::lu {
 
 // The working copies of a group, or of one object that is in all lanes. A table of each lane's own can't be followed,
 // so the rows themselves change places: row k is that of table[k] in memory.
-template <class T, int N>
+template <class V, int N>
 struct Rows {
-    Lanes<T> a[N][N];
-    Lanes<T> table[N];
+    using T = typename NumberTraits<V>::Element;
+
+    V a[N][N];
+    V table[N];
 
     KVLM_INLINE Rows()
     {
 #pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
-            table[r] = Lanes<T>::all(T(r));
+            table[r] = V::all(T(r));
     }
     // The element that is last in memory.
-    KVLM_INLINE Lanes<T> last() const
+    KVLM_INLINE V last() const
     {
-        Lanes<T> x = Lanes<T>::all(0);
+        V x = V::all(0);
 #pragma GCC unroll 6
         for (int i = 0; i < N; ++i)
-            x = x | (a[i][N - 1] & equal(table[i], Lanes<T>::all(N - 1)));
+            x = x | (a[i][N - 1] & equal(table[i], V::all(N - 1)));
         return x;
     }
     // The first of the largest elements becomes the pivot.
     KVLM_INLINE void bringPivot(int k)
     {
-        Lanes<T> best = magnitude(a[k][k]);
-        Choice<T, N> choice;
+        V best = magnitude(a[k][k]);
+        Choice<V, N> choice;
 #pragma GCC unroll 6
         for (int i = k + 1; i < N; ++i) {
-            const Lanes<T> candidate = magnitude(a[i][k]);
+            const V candidate = magnitude(a[i][k]);
             choice.taken[i] = greater(candidate, best);
             best = larger(candidate, best);
         }
         choice.settle(k);
-        choice.exchange(k, [&](int i) KVLM_INLINED -> Lanes<T> & { return table[i]; });
+        choice.exchange(k, [&](int i) KVLM_INLINED -> V & { return table[i]; });
 #pragma GCC unroll 6
         for (int j = 0; j < N; ++j)
-            choice.exchange(k, [&](int i) KVLM_INLINED -> Lanes<T> & { return a[i][j]; });
+            choice.exchange(k, [&](int i) KVLM_INLINED -> V & { return a[i][j]; });
     }
     // The table of each lane.
-    KVLM_INLINE void tables(int (&pivots)[Lanes<T>::count][N]) const
+    KVLM_INLINE void tables(int (&pivots)[V::count][N]) const
     {
 #pragma GCC unroll 6
         for (int k = 0; k < N; ++k) {
-            int row[Lanes<T>::count];
+            int row[V::count];
             table[k].storeInts(row);
-#pragma GCC unroll 4
-            for (int l = 0; l < Lanes<T>::count; ++l)
+#pragma GCC unroll 16
+            for (int l = 0; l < V::count; ++l)
                 pivots[l][k] = row[l];
         }
     }
@@ -66,17 +68,18 @@ struct Rows {
 
 // Orders 3 to 6, in one copy for all descriptions. The number of rows of U that are final: all of them, or those before
 // the step in which an object failed.
-template <class T, int N>
-KVLM_NOINLINE int factor(Rows<T, N> &rows)
+template <class V, int N>
+KVLM_NOINLINE int factor(Rows<V, N> &rows)
 {
+    using T = typename NumberTraits<V>::Element;
     auto &a = rows.a;
-    const auto least = Lanes<T>::all(2 * smallestNormal<T>);
+    const auto least = V::all(2 * smallestNormal<T>);
 #pragma GCC unroll 6
     for (int k = 0; k < N - 1; ++k) {
         rows.bringPivot(k);
         if (any(notAtLeast(magnitude(a[k][k]), least)))
             return k;
-        const auto reciprocal = Lanes<T>::all(1) / a[k][k];
+        const auto reciprocal = V::all(1) / a[k][k];
 #pragma GCC unroll 6
         for (int i = k + 1; i < N; ++i) {
             a[i][k] = a[i][k] * reciprocal;
@@ -93,7 +96,7 @@ KVLM_NOINLINE int factor(Rows<T, N> &rows)
 template <int N, class T>
 KVLM_NOINLINE KvlStatus factorObject(const Objects<const T> &s, const Objects<T> &d, int *pivot, ptrdiff_t i)
 {
-    Rows<T, N> rows;
+    Rows<Lanes<T>, N> rows;
     loadObject(s, i, rows.a);
     const int final = factor(rows);
     int pivots[Lanes<T>::count][N];
@@ -161,13 +164,14 @@ template <int N, class T>
 KVLM_NOINLINE KvlStatus factorBatch(const Objects<const T> &s, int *pivots, const Objects<T> &d, int count)
 {
     return groupsByLayout(
-        GroupsApart<T>(d, N, N), count,
-        [=](ptrdiff_t i, const auto &source, const auto &result) KVLM_INLINED {
-            Rows<T, N> rows;
+        AnyGroupApart<T>(d, N, N), count,
+        [=](ptrdiff_t i, auto number, const auto &source, const auto &result) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            Rows<V, N> rows;
             source.move(i, rows.a[0]);
             if (factor(rows) < N)
                 return false;
-            int order[Lanes<T>::count][N];
+            int order[V::count][N];
             rows.tables(order);
             memcpy(pivots + i * N, order, sizeof order);
             result.move(i, order, rows.a);

@@ -22,15 +22,15 @@ template <class T>
 constexpr Sum laneOrder = sizeof(T) == 4 ? Sum::quads : Sum::pairs;
 
 // y = a*x of one object, or of a group.
-template <Sum Order, class V, int N>
-KVLM_INLINE void vectorSums(const V (&a)[N][N], const V (&x)[N], V (&y)[N])
+template <Sum Order, class A, class V, int N>
+KVLM_INLINE void vectorSums(A a, const V (&x)[N], V (&y)[N])
 {
 #pragma GCC unroll 6
     for (int r = 0; r < N; ++r) {
         V p[N];
 #pragma GCC unroll 6
         for (int k = 0; k < N; ++k)
-            p[k] = a[r][k] * x[k];
+            p[k] = a(r, k) * x[k];
         y[r] = sumOf<Order>(p, r);
     }
 }
@@ -63,7 +63,7 @@ KVLM_NOINLINE void vectorProduct(const Objects<const T> &a, const Objects<const 
             for (int r = 0; r < N; ++r)
                 readVector(matrix, r, m[r]);
             readVector(vector, 0, v);
-            vectorSums<Order>(m, v, y);
+            vectorSums<Order>([&](int r, int k) KVLM_INLINED { return m[r][k]; }, v, y);
             if (term) {
                 T b[N];
                 withViews([&](const auto &view) KVLM_INLINED { readVector(view, 0, b); }, i, *term);
@@ -82,15 +82,14 @@ KVLM_NOINLINE KvlStatus vectorsByMatrix(const Objects<const T> &a, const Objects
                                         const Objects<const T> *term, const Objects<T> &d, int count,
                                         const Terms &...terms)
 {
-    using V = Lanes<T>;
-    V matrix[N][N];
-    loadObject(a, 0, matrix);
+    const OfAllObjects<T, N, N> matrix(a);
     return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, V(&y)[N], const auto &source, const auto &...addends) KVLM_INLINED {
+        [&](ptrdiff_t i, auto &y, const auto &source, const auto &...addends) KVLM_INLINED {
+            using V = NumberOf<decltype(y)>;
             V v[N];
             source.move(i, v);
-            vectorSums<Order>(matrix, v, y);
+            vectorSums<Order>([&](int r, int k) KVLM_INLINED { return matrix.template at<V>(r, k); }, v, y);
             ((addends.move(i, v), addTerm(v, y)), ...);
         },
         [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order>(a, x, term, d, i); }, GroupSource<T, 1, N>(x),
@@ -102,14 +101,13 @@ template <int N, Sum Order, class T, class Vectors>
 KVLM_NOINLINE KvlStatus vectorsByMatrices(const Objects<const T> &a, const Objects<const T> &x, const Objects<T> &d,
                                           int count, const Vectors &vectors)
 {
-    using V = Lanes<T>;
     return vectorsByLayout<N>(
         d, count,
-        [](ptrdiff_t i, V(&y)[N], const auto &matrices, const auto &source) KVLM_INLINED {
-            V matrix[N][N], v[N];
+        [](ptrdiff_t i, auto &y, const auto &matrices, const auto &source) KVLM_INLINED {
+            NumberOf<decltype(y)> matrix[N][N], v[N];
             matrices.move(i, matrix[0]);
             source.move(i, v);
-            vectorSums<Order>(matrix, v, y);
+            vectorSums<Order>([&](int r, int k) KVLM_INLINED { return matrix[r][k]; }, v, y);
         },
         [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order, T>(a, x, nullptr, d, i); }, GroupSource<T, N, N>(a),
         vectors);

@@ -164,21 +164,21 @@ KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const
         });
 }
 
-// A matrix for each right-hand side
-template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
-                                  Width width, Height height, int count)
+// A matrix for each right-hand side: the systems from `first` to `count`, a group in each V.
+template <class V, class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrSystemGroups(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                       Width width, Height height, int first, int count)
 {
-    constexpr int registers = registersFor<Height>;
-    using V = Several<T, registers>;
+    using Register = NumberOf<decltype(partOf(std::declval<V *>(), 0))>;
+    constexpr int most = NumberTraits<V>::registers, registers = Register::count / Lanes<T>::count;
     const SizedGroups<Load, const T, Height, Width> matrices(a, height, width);
     const SizedGroups<Load, const T, OneRow<Height>, Height> source(b, {}, height);
     const SizedGroups<Store, T, OneRow<Width>, Width> result(d, {}, width);
-    const GroupsApart<T, Whole, registers> apart(d, 1, width);
-    return inWideGroups<T, registers>(
-        count,
+    const GroupsApart<T, Whole, most * registers> apart(d, 1, width);
+    return inSeveralGroups<Register, most>(
+        first, count,
         [&](ptrdiff_t i, int parts) KVLM_INLINED {
-            if (!apart(i, parts))
+            if (!apart(i, parts * registers))
                 return false;
             V factor[capacity<Height, Width>], x[capacity<Height, Fixed<1>>];
             loadParts(matrices, i, parts, factor);
@@ -191,6 +191,18 @@ KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const
             qrSolveObject(a, b, d, width, height, i);
             return KvlStatus(kvlOk);
         });
+}
+
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                  Width width, Height height, int count)
+{
+    int done = 0;
+    if constexpr (wideRegisters < T >> 1) {
+        done = count - count % Wide<T>::count;
+        qrSystemGroups<Wide<T>>(a, b, d, width, height, 0, done);
+    }
+    return qrSystemGroups<Several<T, registersFor<Height>>>(a, b, d, width, height, done, count);
 }
 
 template <class T>

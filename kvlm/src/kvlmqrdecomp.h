@@ -176,33 +176,48 @@ KVLM_INLINE KvlStatus reflectGeneral(const Objects<const T> &s, const Objects<T>
                      i, s, d);
 }
 
-template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
-                                     int count)
+// The objects from `first` to `count`, of which a register V holds so many.
+template <class V, class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus reflectGroups(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
+                                      int first, int count)
 {
-    constexpr int most = isFixed<Height> ? mostGroups : tallGroups, lanes = Lanes<T>::count;
-    Lanes<T> a[most * capacity<Height, Width>];
+    constexpr int most = (isFixed<Height> ? mostGroups : tallGroups) / V::blocks, lanes = V::count;
+    constexpr int registers = lanes / Lanes<T>::count;
+    V a[most * capacity<Height, Width>];
     const SizedGroups<Load, const T, Height, Width> source(s, height, width);
     const SizedGroups<Store, T, Height, Width> result(d, height, width);
-    const GroupsApart<T, Whole, most> apart(d, height, width);
-    const GroupsApart<T> apartInGroup(d, height, width);
-    return inWideGroups<T, most>(
-        count,
-        [&](ptrdiff_t first, int groups) KVLM_INLINED {
-            if (!(groups > 1 ? apart(first, groups) : apartInGroup(first)))
+    const GroupsApart<T, Whole, most * registers> apart(d, height, width);
+    const GroupsApart<T, Whole, registers> apartInGroup(d, height, width);
+    return inSeveralGroups<V, most>(
+        first, count,
+        [&](ptrdiff_t from, int groups) KVLM_INLINED {
+            if (!(groups > 1 ? apart(from, groups * registers) : apartInGroup(from)))
                 return false;
             const auto each = [&](auto move) KVLM_INLINED {
 #pragma GCC unroll 1
                 for (int g = 0; g < groups; ++g)
-                    move(first + g * lanes, a + ptrdiff_t(g) * height * width);
+                    move(from + g * lanes, a + ptrdiff_t(g) * height * width);
             };
-            each([&](ptrdiff_t i, Lanes<T> *to) KVLM_INLINED { source.move(i, to); });
+            each([&](ptrdiff_t i, V *to) KVLM_INLINED { source.move(i, to); });
             if (!reflectColumns(a, groups, width, height))
                 return false;
-            each([&](ptrdiff_t i, const Lanes<T> *from) KVLM_INLINED { result.move(i, from); });
+            each([&](ptrdiff_t i, const V *from) KVLM_INLINED { result.move(i, from); });
             return true;
         },
         [&](ptrdiff_t i) KVLM_INLINED { return reflectObject(s, d, width, height, i); });
+}
+
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
+                                     int count)
+{
+    int done = 0;
+    if constexpr (wideRegisters < T >> 1) {
+        done = count - count % Wide<T>::count;
+        if (const KvlStatus status = reflectGroups<Wide<T>>(s, d, width, height, 0, done))
+            return status;
+    }
+    return reflectGroups<Lanes<T>>(s, d, width, height, done, count);
 }
 
 template <class T>

@@ -8,17 +8,17 @@
 namespace kvlm {
 
 // An interchange that each lane makes for itself: which of N candidates takes the place of candidate k.
-template <class T, int N>
+template <class V, int N>
 struct Choice {
-    Lanes<T> taken[N]; // while searching: i is better than all from k to i - 1
+    V taken[N]; // while searching: i is better than all from k to i - 1
 
     // The last that was taken is it.
     KVLM_INLINE void settle(int k)
     {
-        Lanes<T> later = Lanes<T>::all(0);
+        V later = V::all(0);
 #pragma GCC unroll 6
         for (int i = N - 1; i > k; --i) {
-            const Lanes<T> here = taken[i];
+            const V here = taken[i];
             taken[i] = without(here, later);
             later = later | here;
         }
@@ -26,10 +26,10 @@ struct Choice {
     template <class Entry>
     KVLM_INLINE void exchange(int k, Entry x) const
     {
-        Lanes<T> change = Lanes<T>::all(0);
+        V change = V::all(0);
 #pragma GCC unroll 6
         for (int i = k + 1; i < N; ++i) {
-            const Lanes<T> difference = (x(i) ^ x(k)) & taken[i];
+            const V difference = (x(i) ^ x(k)) & taken[i];
             x(i) = x(i) ^ difference;
             change = change | difference;
         }
@@ -57,14 +57,14 @@ public:
         }
     }
 
-    // The group from `first` on, of so many registers.
-    KVLM_INLINE bool operator()(ptrdiff_t first, int parts = 1) const
+    // The group from `first` on, of so many registers, or of all.
+    KVLM_INLINE bool operator()(ptrdiff_t first, int parts = 0) const
     {
         if (!list)
             return always;
-        const int objects = Registers == 1 ? lanes : parts * Lanes<T>::count;
+        const int objects = parts == 0 ? lanes : parts * Lanes<T>::count;
         bool apart = true;
-#pragma GCC unroll 4
+#pragma GCC unroll 16
         for (int l = 1; l < objects; ++l)
             apart &= distance(list + first, l, l - 1) >= extent;
         return apart || pairsApart(list + first, objects, extent);
@@ -125,14 +125,14 @@ KVLM_NOINLINE KvlStatus oneByOne(ptrdiff_t i, ptrdiff_t end, const One &one)
     return untilOneFails(end - i, [&](ptrdiff_t k) KVLM_INLINED { return one(i + k); });
 }
 
-// A batch in groups of one register or up to several, then what is left one by one. group(i, parts) does that many
-// registers of objects from i on, or nothing and returns false: then they are done in smaller parts, so that exactly
-// the objects before a failing one are complete.
-template <class T, int Registers, class GroupOf, class One>
-KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, const One &one)
+// The objects from `first` to `count` in groups of one register or up to several, then what is left one by one.
+// group(i, parts) does that many registers of objects from i on, or nothing and returns false: then they are done in
+// smaller parts, so that exactly the objects before a failing one are complete.
+template <class V, int Registers, class GroupOf, class One>
+KVLM_INLINE KvlStatus inSeveralGroups(int first, int count, GroupOf group, const One &one)
 {
-    constexpr int lanes = Lanes<T>::count;
-    int i = 0, most = Registers;
+    constexpr int lanes = V::count;
+    int i = first, most = Registers;
     while (i < count) {
         int end = count;
         if (count - i >= lanes) {
@@ -155,29 +155,83 @@ KVLM_INLINE KvlStatus inWideGroups(int count, GroupOf group, const One &one)
     return kvlOk;
 }
 
-// The same in groups of one register: group(i).
-template <class T, class GroupOf, class One>
-KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, const One &one)
+// The number type of a group, as a value.
+template <class V>
+struct Of {
+    using Number = V;
+};
+
+// How many narrow registers are as wide as a wide one.
+template <class T>
+constexpr int wideRegisters = Wide<T>::count / Lanes<T>::count;
+
+// Whether the objects of a group are apart, narrow or wide.
+template <class T, class Elements = Whole, bool HasWide = (wideRegisters<T> > 1)>
+struct AnyGroupApart {
+    GroupsApart<T, Elements> narrow;
+
+    AnyGroupApart(const Objects<T> &x, int rows, int columns) : narrow(x, rows, columns) {}
+    KVLM_INLINE bool operator()(ptrdiff_t first, Of<Lanes<T>>) const { return narrow(first); }
+};
+
+template <class T, class Elements>
+struct AnyGroupApart<T, Elements, true> {
+    GroupsApart<T, Elements> narrow;
+    GroupsApart<T, Elements, wideRegisters<T>> wide;
+
+    AnyGroupApart(const Objects<T> &x, int rows, int columns) : narrow(x, rows, columns), wide(x, rows, columns) {}
+    template <class V>
+    KVLM_INLINE bool operator()(ptrdiff_t first, Of<V>) const
+    {
+        if constexpr (V::blocks == 1)
+            return narrow(first);
+        else
+            return wide(first);
+    }
+};
+
+// The same in groups of one register: group(i, Of<V>()), of which the first are wide if it takes them.
+template <class T, bool TakesWide, class GroupOf, class One>
+KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one)
 {
-    constexpr int lanes = Lanes<T>::count;
     ptrdiff_t i = 0;
-    for (; count - i >= lanes; i += lanes)
-        if (!group(i))
-            if (const KvlStatus status = oneByOne(i, i + lanes, one))
-                return status;
+    const auto groups = [&](auto number) KVLM_INLINED {
+        constexpr int lanes = decltype(number)::Number::count;
+        for (; count - i >= lanes; i += lanes)
+            if (!group(i, number))
+                if (const KvlStatus status = oneByOne(i, i + lanes, one))
+                    return status;
+        return KvlStatus(kvlOk);
+    };
+    if constexpr (TakesWide && wideRegisters < T >> 1)
+        if (const KvlStatus status = groups(Of<Wide<T>>()))
+            return status;
+    if (const KvlStatus status = groups(Of<Lanes<T>>()))
+        return status;
     return oneByOne(i, count, one);
 }
 
-// A batch whose groups lie in known layouts: group(i, groups...) does the objects of a group from i on, if they are
-// apart, or gives up; one(i) does one object.
+// In narrow ones: group(i).
+template <class T, class GroupOf, class One>
+KVLM_INLINE KvlStatus inGroups(int count, GroupOf group, const One &one)
+{
+    return inAnyGroups<T, false>(
+        count, [&](ptrdiff_t i, auto) KVLM_INLINED { return group(i); }, one);
+}
+
+// A batch whose groups lie in known layouts: group(i, Of<V>(), groups...) does the objects of a group from i on, if
+// they are apart, or gives up; one(i) does one object.
 template <class T, class Elements, class GroupOf, class One, class... X>
-KVLM_INLINE KvlStatus groupsByLayout(const GroupsApart<T, Elements> &apart, int count, GroupOf group, const One &one,
+KVLM_INLINE KvlStatus groupsByLayout(const AnyGroupApart<T, Elements> &apart, int count, GroupOf group, const One &one,
                                      const X &...groups)
 {
     return byLayout(
         [=, &one](const auto &...known) KVLM_INLINED {
-            return inGroups<T>(
-                count, [&](ptrdiff_t i) KVLM_INLINED { return apart(i) && group(i, known...); }, one);
+            constexpr bool takesWide = std::is_invocable_v<GroupOf, ptrdiff_t, Of<Wide<T>>, decltype(known)...>;
+            return inAnyGroups<T, takesWide>(
+                count,
+                [&](ptrdiff_t i, auto number) KVLM_INLINED { return apart(i, number) && group(i, number, known...); },
+                one);
         },
         groups...);
 }
@@ -200,15 +254,16 @@ template <int N, bool Exact = false, class T, class Compute, class One, class...
 KVLM_INLINE KvlStatus vectorsByLayout(const Objects<T> &d, int count, Compute compute, One one,
                                       const Sources &...sources)
 {
-    const GroupsApart<T> apart(d, 1, N);
+    const AnyGroupApart<T> apart(d, 1, N);
     const NeverFails<One> always{one};
     const auto loop = [=, &always](const auto &result, const auto &...known) KVLM_INLINED {
-        return inGroups<T>(
+        constexpr bool takesWide = std::is_invocable_v<Compute, ptrdiff_t, Wide<T>(&)[N], decltype(known)...>;
+        return inAnyGroups<T, takesWide>(
             count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                if (!apart(i))
+            [&](ptrdiff_t i, auto number) KVLM_INLINED {
+                if (!apart(i, number))
                     return false;
-                Lanes<T> x[N];
+                typename decltype(number)::Number x[N];
                 compute(i, x, known...);
                 result.move(i, x);
                 return true;

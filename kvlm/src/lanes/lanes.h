@@ -27,7 +27,7 @@ struct Loose {
 
 template <>
 struct Lanes<float> {
-    static constexpr int count = 4;
+    static constexpr int count = 4, blocks = 1;
     __m128 v;
 
     static KVLM_INLINE Lanes load(const float *p) { return {_mm_loadu_ps(p)}; }
@@ -68,6 +68,22 @@ struct Lanes<float> {
         At::store(p2, v[2]);
         At::store(p3, v[3]);
     }
+    // Of the one block that this register is, and its elements in an order.
+    template <class BlockAt>
+    static KVLM_INLINE Lanes ofBlocks(BlockAt at)
+    {
+        return at(Fixed<0>());
+    }
+    template <int>
+    KVLM_INLINE Lanes block() const
+    {
+        return *this;
+    }
+    template <int Order>
+    static KVLM_INLINE Lanes shuffle(Lanes a, Lanes b)
+    {
+        return {_mm_shuffle_ps(a.v, b.v, Order)};
+    }
     KVLM_INLINE void storeOne(float *p) const { Loose<float>::store(p, v[0]); }
     // Whole numbers.
     KVLM_INLINE void storeInts(int *p) const { _mm_storeu_si128(reinterpret_cast<__m128i *>(p), _mm_cvttps_epi32(v)); }
@@ -92,13 +108,15 @@ struct Lanes<float> {
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_ps(_mm_set1_ps(-0.0f), a.v)}; }
     friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_ps(a.v)}; }
+    friend KVLM_INLINE Lanes unpackLow(Lanes a, Lanes b) { return {_mm_unpacklo_ps(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes unpackHigh(Lanes a, Lanes b) { return {_mm_unpackhi_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes roughReciprocal(Lanes a) { return {_mm_rcp_ps(a.v)}; }
     friend KVLM_INLINE Lanes roughReciprocalRoot(Lanes a) { return {_mm_rsqrt_ps(a.v)}; }
 };
 
 template <>
 struct Lanes<double> {
-    static constexpr int count = 2;
+    static constexpr int count = 2, blocks = 1;
     __m128d v;
 
     static KVLM_INLINE Lanes load(const double *p) { return {_mm_loadu_pd(p)}; }
@@ -127,6 +145,22 @@ struct Lanes<double> {
         Loose<double>::store(p0, v[0]);
         Loose<double>::store(p1, v[1]);
     }
+    // Of the one block that this register is, and its elements in an order.
+    template <class BlockAt>
+    static KVLM_INLINE Lanes ofBlocks(BlockAt at)
+    {
+        return at(Fixed<0>());
+    }
+    template <int>
+    KVLM_INLINE Lanes block() const
+    {
+        return *this;
+    }
+    template <int Order>
+    static KVLM_INLINE Lanes shuffle(Lanes a, Lanes b)
+    {
+        return {_mm_shuffle_pd(a.v, b.v, Order)};
+    }
     KVLM_INLINE void storeOne(double *p) const { Loose<double>::store(p, v[0]); }
     KVLM_INLINE void storeInts(int *p) const { _mm_storel_epi64(reinterpret_cast<__m128i *>(p), _mm_cvttpd_epi32(v)); }
 
@@ -149,6 +183,8 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_pd(_mm_set1_pd(-0.0), a.v)}; }
     friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_pd(a.v)}; }
+    friend KVLM_INLINE Lanes unpackLow(Lanes a, Lanes b) { return {_mm_unpacklo_pd(a.v, b.v)}; }
+    friend KVLM_INLINE Lanes unpackHigh(Lanes a, Lanes b) { return {_mm_unpackhi_pd(a.v, b.v)}; }
 };
 
 template <class T>
@@ -161,6 +197,12 @@ template <class T>
 KVLM_INLINE Lanes<T> negative(Lanes<T> a)
 {
     return a ^ Lanes<T>::all(T(-0.0));
+}
+
+template <int Order, class V>
+KVLM_INLINE V shuffled(V a, V b)
+{
+    return V::template shuffle<Order>(a, b);
 }
 
 // Four floats as two pairs of doubles, and back.

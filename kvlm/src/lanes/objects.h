@@ -94,16 +94,22 @@ struct Objects {
     }
 
     KVLM_INLINE T *object(ptrdiff_t i) const { return list ? moved(list[i], shift) : moved(base, steps(i, objStride)); }
-    // Objects of the standard or the list description, from `first` on.
-    KVLM_INLINE Group<T> group(ptrdiff_t first) const { return list ? listedGroup(first) : stridedGroup(first); }
-    KVLM_INLINE Group<T> listedGroup(ptrdiff_t first) const
+    // So many objects of the standard or the list description, from `first` on.
+    template <int Count>
+    KVLM_INLINE Group<T, Count> group(ptrdiff_t first) const
     {
-        return groupOf<T>([&](int l) KVLM_INLINED { return moved(list[first + l], shift); });
+        return list ? listedGroup<Count>(first) : stridedGroup<Count>(first);
     }
-    KVLM_INLINE Group<T> stridedGroup(ptrdiff_t first) const
+    template <int Count>
+    KVLM_INLINE Group<T, Count> listedGroup(ptrdiff_t first) const
+    {
+        return groupOf<T, Count>([&](int l) KVLM_INLINED { return moved(list[first + l], shift); });
+    }
+    template <int Count>
+    KVLM_INLINE Group<T, Count> stridedGroup(ptrdiff_t first) const
     {
         T *const p = moved(base, steps(first, objStride));
-        return groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
+        return groupOf<T, Count>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
     }
     KVLM_INLINE T *at(ptrdiff_t i, ptrdiff_t r, ptrdiff_t c) const
     {
@@ -263,13 +269,15 @@ template <class Move, class Elements, class T, class Rows, class Columns, class 
 KVLM_INLINE void moveBy(GroupLayout layout, const Objects<T> &x, ptrdiff_t first, Rows rows, Columns columns,
                         Place place, Array a, GroupOf group)
 {
+    constexpr int count = NumberOf<Array>::count;
     const auto each = [&](auto move) KVLM_INLINED { eachElement<Elements>(rows, columns, move); };
     if (layout == GroupLayout::planes)
         return each([&](int k, int r, int c) KVLM_INLINED { Move::plane(place(k, r, c), a[k]); });
     if (layout == GroupLayout::entries)
         return each([&](int k, int r, int c) KVLM_INLINED {
             T *const p = place(k, r, c);
-            Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, x.objStride)); }), a[k]);
+            Move::anywhere(groupOf<T, count>([&](int l) KVLM_INLINED { return moved(p, steps(l, x.objStride)); }),
+                           a[k]);
         });
     if constexpr (isOne<Rows> && isFixed<Columns>)
         if (layout == GroupLayout::packed)
@@ -301,7 +309,7 @@ KVLM_NOINLINE void moveObjects(const Objects<T> &x, GroupLayout layout, ptrdiff_
 {
     moveBy<Move, Elements>(
         layout, x, first, rows, columns, [&](int, int r, int c) KVLM_INLINED { return x.at(first, r, c); }, a,
-        [&]() KVLM_INLINED { return x.group(first); });
+        [&]() KVLM_INLINED { return x.template group<NumberOf<Array>::count>(first); });
 }
 
 template <class Move, class T, class Rows, class Columns>
@@ -335,7 +343,8 @@ struct PackedGroups {
         if constexpr (R == 1)
             return Move::vectors(base + first * C, Fixed<C>(), a);
         T *const p = moved(base, steps(first, objStride));
-        const auto g = groupOf<T>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
+        const auto g =
+            groupOf<T, NumberOf<Array>::count>([&](int l) KVLM_INLINED { return moved(p, steps(l, objStride)); });
         if constexpr (Elements::all || std::is_const_v<T>)
             moveRuns<Move>(g, Fixed<R * C>(), a);
         else
@@ -369,7 +378,10 @@ struct KnownGroups {
         moveBy<Move, Elements>(
             Layout, x, first, Fixed<R>(), Fixed<C>(),
             [&](int k, int, int) KVLM_INLINED { return moved(places[k], steps(first, x.objStride)); }, a,
-            [&]() KVLM_INLINED { return List ? x.listedGroup(first) : x.stridedGroup(first); });
+            [&]() KVLM_INLINED {
+                constexpr int count = NumberOf<Array>::count;
+                return List ? x.template listedGroup<count>(first) : x.template stridedGroup<count>(first);
+            });
     }
 };
 
@@ -388,10 +400,12 @@ public:
     template <class Array>
     KVLM_INLINE void move(ptrdiff_t first, Array a) const
     {
+        if constexpr (NumberOf<Array>::blocks > 1)
+            return moveWide(first, a);
         moveBy<Move, Elements>(
             layout, x, first, Fixed<R>(), Fixed<C>(),
             [&](int k, int, int) KVLM_INLINED { return moved(places[k], steps(first, x.objStride)); }, a,
-            [&]() KVLM_INLINED { return x.group(first); });
+            [&]() KVLM_INLINED { return x.template group<NumberOf<Array>::count>(first); });
     }
 
     bool inPlanes() const { return layout == GroupLayout::planes; }
@@ -414,6 +428,16 @@ public:
     PackedGroups<Move, T, R, C, Elements> asPacked() const { return {x.base, x.objStride}; }
 
 private:
+    // In one copy for all orders, where the elements that are moved allow it.
+    template <class Array>
+    KVLM_INLINE void moveWide(ptrdiff_t first, Array a) const
+    {
+        if constexpr (Elements::all)
+            moveObjects<Move, Elements>(x, layout, first, int(R), int(C), a);
+        else
+            moveObjects<Move, Elements>(x, layout, first, Fixed<R>(), Fixed<C>(), a);
+    }
+
     const Objects<T> x;
     const GroupLayout layout;
     T *places[R * C];
@@ -435,7 +459,7 @@ struct SingleVector {
     {
 #pragma GCC unroll 6
         for (int k = 0; k < N; ++k)
-            a[k] = elements[k];
+            a[k] = inEachBlock<NumberOf<V>>(elements[k]);
     }
     bool inPlanes() const
     {
@@ -462,6 +486,30 @@ struct SingleVector {
     const SingleVector &as() const
     {
         return *this;
+    }
+};
+
+// A single matrix for all objects: its elements as narrow numbers, or one by one for wide ones, which processors that
+// have them put into all lanes as they read them.
+template <class T, int R, int C>
+struct OfAllObjects {
+    Lanes<T> narrow[R][C];
+    T elements[R][C];
+
+    explicit OfAllObjects(const Objects<const T> &x)
+    {
+        loadObject(x, 0, narrow);
+        for (int r = 0; r < R; ++r)
+            for (int c = 0; c < C; ++c)
+                narrow[r][c].storeOne(&elements[r][c]);
+    }
+    template <class V>
+    KVLM_INLINE V at(int r, int c) const
+    {
+        if constexpr (V::blocks == 1)
+            return narrow[r][c];
+        else
+            return V::all(elements[r][c]);
     }
 };
 
@@ -533,21 +581,47 @@ public:
     template <int R, class V>
     KVLM_INLINE void move(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
     {
+        if constexpr (!Packed && std::remove_const_t<V>::blocks > 1)
+            moveWide(first, rows, a);
+        else
+            moveRows<true>(first, rows, a);
+    }
+
+    bool inPlanes() const { return x.inPlanes(); }
+    // A vector read as a column has one element a row.
+    bool isPacked() const
+    {
+        return !x.list && !x.table && x.rowStride == C * sizeof(T) && (C == 1 || x.elemStride == sizeof(T));
+    }
+    RowGroups asPlanes() const { return *this; }
+    RowGroups<Move, T, C, true> asPacked() const { return RowGroups<Move, T, C, true>(x); }
+
+private:
+    template <bool Unrolled, int R, class V>
+    KVLM_INLINE void moveRows(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
+    {
+        constexpr int count = std::remove_const_t<V>::count;
         const auto each = [&](auto row) KVLM_INLINED {
+            if constexpr (Unrolled) {
 #pragma GCC unroll 6
-            for (int r = 0; r < R; ++r)
-                row(r);
+                for (int r = 0; r < R; ++r)
+                    row(r);
+            } else {
+#pragma GCC unroll 1
+                for (int r = 0; r < R; ++r)
+                    row(r);
+            }
         };
         if (!Packed && x.table)
             return each([&](int r) KVLM_INLINED {
 #pragma GCC unroll 6
                 for (int c = 0; c < C; ++c)
-                    Move::anywhere(groupOf<T>([&](int l) KVLM_INLINED { return x.at(first + l, rows[l][r], c); }),
-                                   a[r][c]);
+                    Move::anywhere(
+                        groupOf<T, count>([&](int l) KVLM_INLINED { return x.at(first + l, rows[l][r], c); }), a[r][c]);
             });
-        const auto g = Packed ? x.stridedGroup(first) : x.group(first);
+        const auto g = Packed ? x.template stridedGroup<count>(first) : x.template group<count>(first);
         const auto rowsAt = [&](int r) KVLM_INLINED {
-            return groupOf<T>([&](int l) KVLM_INLINED {
+            return groupOf<T, count>([&](int l) KVLM_INLINED {
                 return moved(g.p[l], steps(rows[l][r], Packed ? ptrdiff_t(C * sizeof(T)) : x.rowStride));
             });
         };
@@ -560,26 +634,12 @@ public:
                 Move::anywhere(row.at(steps(c, x.elemStride)), a[r][c]);
         });
     }
-
-    bool inPlanes() const
+    template <int R, class V>
+    KVLM_NOINLINE void moveWide(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
     {
-        return x.inPlanes();
-    }
-    // A vector read as a column has one element a row.
-    bool isPacked() const
-    {
-        return !x.list && !x.table && x.rowStride == C * sizeof(T) && (C == 1 || x.elemStride == sizeof(T));
-    }
-    RowGroups asPlanes() const
-    {
-        return *this;
-    }
-    RowGroups<Move, T, C, true> asPacked() const
-    {
-        return RowGroups<Move, T, C, true>(x);
+        moveRows<false>(first, rows, a);
     }
 
-private:
     const Objects<T> x;
 };
 

@@ -120,8 +120,8 @@ struct PartOf {
     KVLM_INLINE PartOf operator+(int k) const { return {first + k, part}; }
 };
 
-template <class T>
-KVLM_INLINE Lanes<T> *partOf(Lanes<T> *a, int)
+template <class V>
+KVLM_INLINE V *partOf(V *a, int)
 {
     return a;
 }

@@ -2,7 +2,7 @@
 #ifndef KVLM_LANES_SHUFFLES_H
 #define KVLM_LANES_SHUFFLES_H
 
-#include "lanes/lanes.h"
+#include "lanes/wide.h"
 
 namespace kvlm {
 
@@ -44,6 +44,25 @@ KVLM_INLINE void transpose(Lanes<double> (&row)[2])
     row[1].v = _mm_unpackhi_pd(first, row[1].v);
 }
 
+#ifdef KVLM_WIDE
+KVLM_INLINE void transpose(WideLanes<float> (&row)[4])
+{
+    const auto a = unpackLow(row[0], row[1]), b = unpackLow(row[2], row[3]), c = unpackHigh(row[0], row[1]),
+               d = unpackHigh(row[2], row[3]);
+    row[0] = shuffled<_MM_SHUFFLE(1, 0, 1, 0)>(a, b);
+    row[1] = shuffled<_MM_SHUFFLE(3, 2, 3, 2)>(a, b);
+    row[2] = shuffled<_MM_SHUFFLE(1, 0, 1, 0)>(c, d);
+    row[3] = shuffled<_MM_SHUFFLE(3, 2, 3, 2)>(c, d);
+}
+
+KVLM_INLINE void transpose(WideLanes<double> (&row)[2])
+{
+    const auto first = row[0];
+    row[0] = unpackLow(first, row[1]);
+    row[1] = unpackHigh(first, row[1]);
+}
+#endif
+
 // A packed matrix of odd order N, its elements in registers one behind the other, rows become columns. The last element
 // is in none of them: it stays where it is.
 KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
@@ -56,29 +75,27 @@ KVLM_INLINE void transposePacked(Lanes<float> (&v)[2], Fixed<3>)
 }
 
 // Four elements of a run of registers, by their places in it: two pairs, each of which may be in one register.
-template <int A, int B>
-KVLM_INLINE __m128 pairOf(const Lanes<float> *x)
+template <int A, int B, class V>
+KVLM_INLINE V pairOf(const V *x)
 {
     if constexpr (A / 4 == B / 4)
-        return x[A / 4].v;
+        return x[A / 4];
     else
-        return _mm_shuffle_ps(x[A / 4].v, x[B / 4].v, A % 4 | B % 4 << 4);
+        return shuffled<A % 4 | B % 4 << 4>(x[A / 4], x[B / 4]);
 }
 
-template <int A, int B, int C, int D>
-KVLM_INLINE Lanes<float> fourOf(const Lanes<float> *x)
+template <int A, int B, int C, int D, class V>
+KVLM_INLINE V fourOf(const V *x)
 {
     constexpr auto lanesOfPair = [](int a, int b) { return a / 4 == b / 4 ? a % 4 | b % 4 << 2 : 2 << 2; };
-    constexpr int lanes = lanesOfPair(A, B) | lanesOfPair(C, D) << 4;
-    const __m128 first = pairOf<A, B>(x), second = pairOf<C, D>(x);
-    return {_mm_shuffle_ps(first, second, lanes)};
+    return shuffled<(lanesOfPair(A, B) | lanesOfPair(C, D) << 4)>(pairOf<A, B>(x), pairOf<C, D>(x));
 }
 
 // Two elements likewise.
-template <int A, int B>
-KVLM_INLINE Lanes<double> twoOf(const Lanes<double> *x)
+template <int A, int B, class V>
+KVLM_INLINE V twoOf(const V *x)
 {
-    return {_mm_shuffle_pd(x[A / 2].v, x[B / 2].v, A % 2 | B % 2 << 1)};
+    return shuffled<(A % 2 | B % 2 << 1)>(x[A / 2], x[B / 2]);
 }
 
 // The same of several packed matrices in a row.
@@ -106,130 +123,142 @@ KVLM_INLINE void transposePacked(Lanes<T> (&v)[Registers], Fixed<N>)
     transposePacked<N>(v, std::make_index_sequence<Registers>());
 }
 
-// ---- Packed vectors of N elements, as many as a register has lanes, in N registers
+// ---- Packed vectors of N elements, as many as a register has lanes, in N registers: in each block those of its lanes
 
 // Element j of each object, from registers that hold the objects one behind the other.
-template <int N, int J>
-KVLM_INLINE Lanes<double> elementOfEach(const Lanes<double> (&x)[N])
+template <int N, int J, class V>
+KVLM_INLINE V elementOfEach(const V (&x)[N])
 {
-    return {_mm_shuffle_pd(x[J / 2].v, x[(N + J) / 2].v, J % 2 | (N + J) % 2 << 1)};
-}
-
-template <int N, int J>
-KVLM_INLINE Lanes<float> elementOfEach(const Lanes<float> (&x)[N])
-{
-    return fourOf<J, N + J, 2 * N + J, 3 * N + J>(x);
-}
-
-template <class T, int N>
-KVLM_INLINE void sortElements(Lanes<T> (&x)[N])
-{
-    Lanes<T> sorted[N];
-    eachIndex(Fixed<N>(), [&](auto j) KVLM_INLINED { sorted[j] = elementOfEach<N, decltype(j){}>(x); });
-#pragma GCC unroll 6
-    for (int j = 0; j < N; ++j)
-        x[j] = sorted[j];
-}
-
-KVLM_INLINE void sortElements(Lanes<float> (&x)[3])
-{
-    const __m128 middle = _mm_shuffle_ps(x[0].v, x[1].v, _MM_SHUFFLE(1, 0, 2, 1)),
-                 ends = _mm_shuffle_ps(x[1].v, x[2].v, _MM_SHUFFLE(2, 1, 3, 2));
-    x[0].v = _mm_shuffle_ps(x[0].v, ends, _MM_SHUFFLE(2, 0, 3, 0));
-    x[1].v = _mm_shuffle_ps(middle, ends, _MM_SHUFFLE(3, 1, 2, 0));
-    x[2].v = _mm_shuffle_ps(middle, x[2].v, _MM_SHUFFLE(3, 0, 3, 1));
-}
-
-KVLM_INLINE void sortElements(Lanes<float> (&x)[4])
-{
-    transpose(x);
+    if constexpr (sizeof(typename NumberTraits<V>::Element) == 8)
+        return twoOf<J, N + J>(x);
+    else
+        return fourOf<J, N + J, 2 * N + J, 3 * N + J>(x);
 }
 
 // The lower (0) or the upper (1) half of a, then of b.
-template <int A, int B>
-KVLM_INLINE __m128 halves(Lanes<float> a, Lanes<float> b)
+template <int A, int B, class V>
+KVLM_INLINE V halves(V a, V b)
 {
-    return _mm_shuffle_ps(a.v, b.v, (A ? 0xe : 0x4) | (B ? 0xe0 : 0x40));
+    return shuffled<(A ? 0xe : 0x4) | (B ? 0xe0 : 0x40)>(a, b);
 }
 
-// Two neighbouring elements of an object are in one half of a register.
-KVLM_INLINE void sortElements(Lanes<float> (&x)[6])
+template <class V>
+KVLM_INLINE void sortThree(V (&x)[3])
 {
-    const __m128 first[] = {halves<0, 1>(x[0], x[1]), halves<1, 0>(x[0], x[2]), halves<0, 1>(x[1], x[2])},
-                 last[] = {halves<0, 1>(x[3], x[4]), halves<1, 0>(x[3], x[5]), halves<0, 1>(x[4], x[5])};
+    const V middle = shuffled<_MM_SHUFFLE(1, 0, 2, 1)>(x[0], x[1]),
+            ends = shuffled<_MM_SHUFFLE(2, 1, 3, 2)>(x[1], x[2]);
+    x[0] = shuffled<_MM_SHUFFLE(2, 0, 3, 0)>(x[0], ends);
+    x[1] = shuffled<_MM_SHUFFLE(3, 1, 2, 0)>(middle, ends);
+    x[2] = shuffled<_MM_SHUFFLE(3, 0, 3, 1)>(middle, x[2]);
+}
+
+// Two neighbouring elements of an object are in one half of a block.
+template <class V>
+KVLM_INLINE void sortSix(V (&x)[6])
+{
+    const V first[] = {halves<0, 1>(x[0], x[1]), halves<1, 0>(x[0], x[2]), halves<0, 1>(x[1], x[2])},
+            last[] = {halves<0, 1>(x[3], x[4]), halves<1, 0>(x[3], x[5]), halves<0, 1>(x[4], x[5])};
 #pragma GCC unroll 3
     for (int j = 0; j < 3; ++j) {
-        x[2 * j].v = _mm_shuffle_ps(first[j], last[j], _MM_SHUFFLE(2, 0, 2, 0));
-        x[2 * j + 1].v = _mm_shuffle_ps(first[j], last[j], _MM_SHUFFLE(3, 1, 3, 1));
+        x[2 * j] = shuffled<_MM_SHUFFLE(2, 0, 2, 0)>(first[j], last[j]);
+        x[2 * j + 1] = shuffled<_MM_SHUFFLE(3, 1, 3, 1)>(first[j], last[j]);
     }
 }
 
-// The way back, of three elements.
-KVLM_INLINE void packElements(Lanes<float> (&x)[3])
+template <class V, int N>
+KVLM_INLINE void sortElements(V (&x)[N])
 {
-    const __m128 xy = _mm_shuffle_ps(x[0].v, x[1].v, _MM_SHUFFLE(2, 0, 2, 0)),
-                 yz = _mm_shuffle_ps(x[1].v, x[2].v, _MM_SHUFFLE(3, 1, 3, 1)),
-                 zx = _mm_shuffle_ps(x[2].v, x[0].v, _MM_SHUFFLE(3, 1, 2, 0));
-    x[0].v = _mm_shuffle_ps(xy, zx, _MM_SHUFFLE(2, 0, 2, 0));
-    x[1].v = _mm_shuffle_ps(yz, xy, _MM_SHUFFLE(3, 1, 2, 0));
-    x[2].v = _mm_shuffle_ps(zx, yz, _MM_SHUFFLE(3, 1, 3, 1));
+    constexpr bool inFours = sizeof(typename NumberTraits<V>::Element) == 4;
+    if constexpr (inFours && N == 3)
+        sortThree(x);
+    else if constexpr (inFours && N == 4)
+        transpose(x);
+    else if constexpr (inFours && N == 6)
+        sortSix(x);
+    else {
+        V sorted[N];
+        eachIndex(Fixed<N>(), [&](auto j) KVLM_INLINED { sorted[j] = elementOfEach<N, decltype(j){}>(x); });
+#pragma GCC unroll 6
+        for (int j = 0; j < N; ++j)
+            x[j] = sorted[j];
+    }
+}
+
+// The way back.
+template <class V>
+KVLM_INLINE void packThree(V (&x)[3])
+{
+    const V xy = shuffled<_MM_SHUFFLE(2, 0, 2, 0)>(x[0], x[1]), yz = shuffled<_MM_SHUFFLE(3, 1, 3, 1)>(x[1], x[2]),
+            zx = shuffled<_MM_SHUFFLE(3, 1, 2, 0)>(x[2], x[0]);
+    x[0] = shuffled<_MM_SHUFFLE(2, 0, 2, 0)>(xy, zx);
+    x[1] = shuffled<_MM_SHUFFLE(3, 1, 2, 0)>(yz, xy);
+    x[2] = shuffled<_MM_SHUFFLE(3, 1, 3, 1)>(zx, yz);
 }
 
 // Pairs of neighbouring elements come together first, of two objects at a time.
-KVLM_INLINE void packElements(Lanes<float> (&x)[6])
+template <class V>
+KVLM_INLINE void packSix(V (&x)[6])
 {
-    Lanes<float> low[3], high[3];
+    V low[3], high[3];
 #pragma GCC unroll 3
     for (int j = 0; j < 3; ++j) {
-        low[j].v = _mm_unpacklo_ps(x[2 * j].v, x[2 * j + 1].v);
-        high[j].v = _mm_unpackhi_ps(x[2 * j].v, x[2 * j + 1].v);
+        low[j] = unpackLow(x[2 * j], x[2 * j + 1]);
+        high[j] = unpackHigh(x[2 * j], x[2 * j + 1]);
     }
-    x[0].v = halves<0, 0>(low[0], low[1]);
-    x[1].v = halves<0, 1>(low[2], low[0]);
-    x[2].v = halves<1, 1>(low[1], low[2]);
-    x[3].v = halves<0, 0>(high[0], high[1]);
-    x[4].v = halves<0, 1>(high[2], high[0]);
-    x[5].v = halves<1, 1>(high[1], high[2]);
+    x[0] = halves<0, 0>(low[0], low[1]);
+    x[1] = halves<0, 1>(low[2], low[0]);
+    x[2] = halves<1, 1>(low[1], low[2]);
+    x[3] = halves<0, 0>(high[0], high[1]);
+    x[4] = halves<0, 1>(high[2], high[0]);
+    x[5] = halves<1, 1>(high[1], high[2]);
 }
 
-template <int N, int First>
-KVLM_INLINE Lanes<float> packedFrom(const Lanes<float> (&x)[N])
+template <int N, int R, class V>
+KVLM_INLINE V packedFrom(const V (&x)[N])
 {
-    constexpr auto place = [](int e) { return e % N * 4 + e / N; };
-    return fourOf<place(First), place(First + 1), place(First + 2), place(First + 3)>(x);
+    constexpr int lanes = V::count / V::blocks, first = R * lanes;
+    constexpr auto place = [](int e) { return e % N * lanes + e / N; };
+    if constexpr (lanes == 2)
+        return twoOf<place(first), place(first + 1)>(x);
+    else
+        return fourOf<place(first), place(first + 1), place(first + 2), place(first + 3)>(x);
 }
 
-template <int N, int First>
-KVLM_INLINE Lanes<double> packedFrom(const Lanes<double> (&x)[N])
+template <class V, int N>
+KVLM_INLINE void packElements(V (&x)[N])
 {
-    constexpr int next = First + 1;
-    return {_mm_shuffle_pd(x[First % N].v, x[next % N].v, First / N | next / N << 1)};
+    constexpr bool inFours = sizeof(typename NumberTraits<V>::Element) == 4;
+    if constexpr (inFours && N == 3)
+        packThree(x);
+    else if constexpr (inFours && N == 6)
+        packSix(x);
+    else {
+        V packed[N];
+        eachIndex(Fixed<N>(), [&](auto r) KVLM_INLINED { packed[r] = packedFrom<N, decltype(r){}>(x); });
+#pragma GCC unroll 6
+        for (int r = 0; r < N; ++r)
+            x[r] = packed[r];
+    }
 }
 
-template <class T, int N>
-KVLM_INLINE void packElements(Lanes<T> (&x)[N])
+// Between memory and N registers: each block has its objects one behind the other.
+template <class T, class V, int N>
+KVLM_INLINE void loadRegisters(const T *p, V (&v)[N])
 {
-    Lanes<T> packed[N];
-    eachIndex(Fixed<N>(), [&](auto r) KVLM_INLINED { packed[r] = packedFrom<N, decltype(r){} * Lanes<T>::count>(x); });
+    constexpr int lanes = Lanes<T>::count;
 #pragma GCC unroll 6
     for (int r = 0; r < N; ++r)
-        x[r] = packed[r];
+        v[r] = V::ofBlocks([&](auto b) KVLM_INLINED { return Lanes<T>::load(p + (b * N + r) * lanes); });
 }
 
-template <class T, int N>
-KVLM_INLINE void loadRegisters(const T *p, Lanes<T> (&v)[N])
+template <class T, class V, int N>
+KVLM_INLINE void storeRegisters(T *p, const V (&v)[N])
 {
+    constexpr int lanes = Lanes<T>::count;
 #pragma GCC unroll 6
     for (int r = 0; r < N; ++r)
-        v[r] = Lanes<T>::load(p + r * Lanes<T>::count);
-}
-
-template <class T, int N>
-KVLM_INLINE void storeRegisters(T *p, const Lanes<T> (&v)[N])
-{
-#pragma GCC unroll 6
-    for (int r = 0; r < N; ++r)
-        v[r].store(p + r * Lanes<T>::count);
+        eachIndex(Fixed<V::blocks>(),
+                  [&](auto b) KVLM_INLINED { v[r].template block<decltype(b){}>().store(p + (b * N + r) * lanes); });
 }
 
 } // namespace kvlm

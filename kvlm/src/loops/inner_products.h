@@ -99,8 +99,8 @@ KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, 
         for (int g = 0; g < n; ++g)
             Root()(sum[g]).store(dst + i + g * lanes);
     };
-    return inWideGroups<T, most>(
-        count,
+    return inSeveralGroups<Lanes<T>, most>(
+        0, count,
         [&](ptrdiff_t i, int parts) KVLM_INLINED {
             if (parts == most)
                 groups(i, Fixed<most>());
