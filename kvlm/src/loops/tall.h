@@ -28,9 +28,9 @@ constexpr int capacity<int, Fixed<C>> = lanesHeight *C;
 template <class Height>
 constexpr int registersFor = 2;
 template <>
-constexpr int registersFor<Fixed<3>> = 4;
+inline constexpr int registersFor<Fixed<3>> = 4;
 template <>
-constexpr int registersFor<Fixed<4>> = 3;
+inline constexpr int registersFor<Fixed<4>> = 3;
 
 // A vector is moved as a row, of a length that is known or not.
 struct One {
