@@ -88,4 +88,18 @@ beyondSse2+='|pm(ax|in)(sb|sd|uw|ud)|pmov[sz]x.*|pcmp(eqq|gtq|estr.|istr.)|mpsad
 beyondSse2+='|popcnt.*|lzcnt.*|andn|bextr|bls(i|r|msk)|mulx|pdep|pext|rorx|sarx|shlx|shrx|movbe.*|aes.*|pclmul.*|sha[0-9].*'
 expectEqual "libkvlmw7: nothing beyond SSE2" "" "$(grep -Ex "$beyondSse2" "$work/opcodes" || true)"
 
+# Variants for processors that have more: to a program the same library. Nothing is fused in them.
+for variant in "$folder"/glibc-hwcaps/*/libkvlmw7.so.5.2; do
+    [[ -e $variant ]] || continue
+    level=$(basename "$(dirname "$variant")")
+    expectEqual "$level: soname" "$(dynamic "$kvlm" SONAME)" "$(dynamic "$variant" SONAME)"
+    expectEqual "$level: needed objects" "$(dynamic "$kvlm" NEEDED)" "$(dynamic "$variant" NEEDED)"
+    expectEqual "$level: search path for libraries" '$ORIGIN/../..' "$(dynamic "$variant" 'RPATH|RUNPATH')"
+    expectEqual "$level: exported names" "$(defined "$kvlm")" "$(defined "$variant")"
+    expectEqual "$level: no import from elsewhere" "" "$(undefined "$variant" U | comm -23 - "$work/provided")"
+    objdump -d --no-show-raw-insn "$variant" | grep -oE 'vfn?m(add|sub)[a-z0-9]*|%[xyz]mm' | sort -u >"$work/wide"
+    [[ $level == x86-64-v4 ]] && widest=zmm || widest=ymm
+    expectEqual "$level: the widest registers, and nothing fused" "%$widest" "$(grep -v '%xmm' "$work/wide" | tail -1)"
+done
+
 ((failures == 0)) || { echo "$failures checks failed"; exit 1; }
