@@ -5,11 +5,12 @@ set(nullFunctions)
 if(KVLM_FAMILIES)
   # What tests any member, then what needs certain families.
   set(testFilter "Checks.*:Values.*:Memory.*:Processor.*:Driver.*:Routing.*:Frame.*")
-  foreach(rule "add,sub,dotproduct,l2norm,saxpy,frobnorm/Vectors.*" "copy,extract,loadidentity,transpose/Moves.*" "mul/Products.*"
-      "transpose/CacheSize.*:Streaming.*:Routines.*" "det,invert,lu/Accuracy/*.Determinants*"
-      "cholesky/Accuracy/*.Cholesky*" "qr/Accuracy/*.QR*:LongBatches/*" "eigen/GeneralEigen/*:SymmetricEigenproblems/*")
-    string(REGEX MATCH "^[^/]*" needed "${rule}")
-    string(REGEX REPLACE "^[^/]*/" "" tests "${rule}")
+  foreach(rule "add,sub,dotproduct,l2norm,saxpy,frobnorm=Vectors.*" "copy,extract,loadidentity,transpose=Moves.*" "mul=Products.*"
+      "transpose=CacheSize.*:Streaming.*:Routines.*" "det,invert,lu=Accuracy/*.Determinants*"
+      "cholesky=Accuracy/*.Cholesky*" "qr=Accuracy/*.QR*:LongBatches/*" "eigen=GeneralEigen/*:SymmetricEigenproblems/*")
+    string(REGEX MATCH "^([^=]*)=(.*)" whole "${rule}")
+    set(needed "${CMAKE_MATCH_1}")
+    set(tests "${CMAKE_MATCH_2}")
     string(REPLACE "," ";" needed "${needed}")
     string(REPLACE "|" ";" given "${KVLM_FAMILIES}")
     list(REMOVE_ITEM needed ${given})
