@@ -19,9 +19,11 @@ add_library(kvlm_warnings INTERFACE)
 target_compile_options(kvlm_warnings INTERFACE
   -Wall -Wextra -Wmissing-declarations -Werror $<$<CXX_COMPILER_ID:Clang>:-Wno-pass-failed>)
 
-# One rounding per operation, in the type of the element: no x87, no fusing, never fast-math.
+# One rounding per operation, in the type of the element: no x87, no fusing, never fast-math. The caller's rounding mode
+# is honoured and NaNs keep their signs: what clang makes equal otherwise, gcc never does.
 add_library(kvlm_numeric INTERFACE)
-target_compile_options(kvlm_numeric INTERFACE -msse2 -mfpmath=sse -ffp-contract=off -fno-math-errno)
+target_compile_options(kvlm_numeric INTERFACE -msse2 -mfpmath=sse -ffp-contract=off -fno-math-errno
+  $<$<CXX_COMPILER_ID:Clang>:-frounding-math;-ffp-exception-behavior=strict>)
 
 # Registers are filled by the kernels themselves; what gcc vectorises beyond that are the tails of their loops.
 # What templates have in common is one function wherever it is used: gcc's clones of it would be one in each source.
@@ -33,4 +35,4 @@ target_compile_options(kvlm_library INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-sra;-fno-ipa-cp>
   $<$<BOOL:${onX86_32}>:-mstackrealign>)
 target_link_options(kvlm_library INTERFACE
-  -static-libgcc -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)
+  -Wl,--as-needed -static-libgcc -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)
