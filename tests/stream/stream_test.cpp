@@ -137,7 +137,10 @@ void lookAtStore(int, siginfo_t *, void *context)
     const auto *code = reinterpret_cast<const unsigned char *>(at);
     while (*code == 0x66 || (*code & 0xf0) == 0x40) // prefixes
         ++code;
-    streamed = code[0] == 0x0f && (code[1] == 0x2b || code[1] == 0xc3 || code[1] == 0xe7); // movntps, movnti, movntdq
+    // The opcode stands behind 0f, or behind what variants for wider registers have instead.
+    const int behind = *code == 0x0f ? 1 : *code == 0xc5 ? 2 : *code == 0xc4 ? 3 : *code == 0x62 ? 4 : 0;
+    const int opcode = behind ? code[behind] : 0;
+    streamed = opcode == 0x2b || opcode == 0xc3 || opcode == 0xe7; // movntps, movnti, movntdq
     mprotect(guarded, guardedBytes, PROT_READ | PROT_WRITE);
 }
 
