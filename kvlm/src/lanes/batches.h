@@ -257,7 +257,9 @@ KVLM_INLINE KvlStatus vectorsByLayout(const Objects<T> &d, int count, Compute co
     const AnyGroupApart<T> apart(d, 1, N);
     const NeverFails<One> always{one};
     const auto loop = [=, &always](const auto &result, const auto &...known) KVLM_INLINED {
-        constexpr bool takesWide = std::is_invocable_v<Compute, ptrdiff_t, Wide<T>(&)[N], decltype(known)...>;
+        // Measured: of short work only that in planes is worth wide registers, which else take long to fill.
+        constexpr bool takesWide = std::is_invocable_v<Compute, ptrdiff_t, Wide<T>(&)[N], decltype(known)...> &&
+                                   (!Exact || liesInPlanes<std::decay_t<decltype(result)>>);
         return inAnyGroups<T, takesWide>(
             count,
             [&](ptrdiff_t i, auto number) KVLM_INLINED {

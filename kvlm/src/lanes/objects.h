@@ -366,6 +366,11 @@ struct PlaneGroups {
     }
 };
 
+template <class X>
+constexpr bool liesInPlanes = false;
+template <class Move, class T, int R, int C, class Elements>
+constexpr bool liesInPlanes<PlaneGroups<Move, T, R, C, Elements>> = true;
+
 // All of one layout, in a list or not.
 template <GroupLayout Layout, bool List, class Move, class T, int R, int C, class Elements>
 struct KnownGroups {
