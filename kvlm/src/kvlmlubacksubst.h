@@ -160,7 +160,7 @@ KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot
 {
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { solveSystem<N>(a, pivot + i * N, b, d, i); };
     // Measured: three rows of three floats are not worth a narrow group.
-    if constexpr (N == 3 && sizeof(T) == 4 && wideRegisters<T> == 1) {
+    if constexpr (N == 3 && sizeof(T) == 4 && !hasWide<T>) {
         eachObject(
             count,
             [&](ptrdiff_t i, const auto &matrix, const auto &src, const auto &dst) KVLM_INLINED {

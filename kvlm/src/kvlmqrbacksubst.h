@@ -198,7 +198,7 @@ KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const
                                   Width width, Height height, int count)
 {
     int done = 0;
-    if constexpr (wideRegisters < T >> 1) {
+    if constexpr (hasWide<T>) {
         done = count - count % Wide<T>::count;
         qrSystemGroups<Wide<T>>(a, b, d, width, height, 0, done);
     }

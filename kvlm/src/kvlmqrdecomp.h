@@ -212,7 +212,7 @@ KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T>
                                      int count)
 {
     int done = 0;
-    if constexpr (wideRegisters < T >> 1) {
+    if constexpr (hasWide<T>) {
         done = count - count % Wide<T>::count;
         if (const KvlStatus status = reflectGroups<Wide<T>>(s, d, width, height, 0, done))
             return status;

@@ -161,12 +161,12 @@ struct Of {
     using Number = V;
 };
 
-// How many narrow registers are as wide as a wide one.
+// Whether the build has a wider register than the narrow one.
 template <class T>
-constexpr int wideRegisters = Wide<T>::count / Lanes<T>::count;
+constexpr bool hasWide = !std::is_same_v<Wide<T>, Lanes<T>>;
 
 // Whether the objects of a group are apart, narrow or wide.
-template <class T, class Elements = Whole, bool HasWide = (wideRegisters<T> > 1)>
+template <class T, class Elements = Whole, bool HasWide = hasWide<T>>
 struct AnyGroupApart {
     GroupsApart<T, Elements> narrow;
 
@@ -177,7 +177,7 @@ struct AnyGroupApart {
 template <class T, class Elements>
 struct AnyGroupApart<T, Elements, true> {
     GroupsApart<T, Elements> narrow;
-    GroupsApart<T, Elements, wideRegisters<T>> wide;
+    GroupsApart<T, Elements, Wide<T>::count / Lanes<T>::count> wide;
 
     AnyGroupApart(const Objects<T> &x, int rows, int columns) : narrow(x, rows, columns), wide(x, rows, columns) {}
     template <class V>
@@ -203,7 +203,7 @@ KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one)
                     return status;
         return KvlStatus(kvlOk);
     };
-    if constexpr (TakesWide && wideRegisters < T >> 1)
+    if constexpr (TakesWide && hasWide<T>)
         if (const KvlStatus status = groups(Of<Wide<T>>()))
             return status;
     if (const KvlStatus status = groups(Of<Lanes<T>>()))

@@ -241,16 +241,7 @@ struct WideLanes<float> {
     friend KVLM_INLINE WideLanes unpackLow(WideLanes a, WideLanes b) { return {KVLM_WIDE(unpacklo_ps)(a.v, b.v)}; }
     friend KVLM_INLINE WideLanes unpackHigh(WideLanes a, WideLanes b) { return {KVLM_WIDE(unpackhi_ps)(a.v, b.v)}; }
     friend KVLM_INLINE WideLanes larger(WideLanes a, WideLanes b) { return {KVLM_WIDE(max_ps)(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes magnitude(WideLanes a) { return without(a, all(-0.0f)); }
     friend KVLM_INLINE WideLanes squareRoot(WideLanes a) { return {KVLM_WIDE(sqrt_ps)(a.v)}; }
-    friend KVLM_INLINE WideLanes greater(WideLanes a, WideLanes b) { return {compared<_CMP_GT_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes notGreater(WideLanes a, WideLanes b) { return {compared<_CMP_NGT_US>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes less(WideLanes a, WideLanes b) { return {compared<_CMP_LT_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes atLeast(WideLanes a, WideLanes b) { return {compared<_CMP_GE_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes notAtLeast(WideLanes a, WideLanes b) { return {compared<_CMP_NGE_US>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes equal(WideLanes a, WideLanes b) { return {compared<_CMP_EQ_OQ>(a.v, b.v)}; }
-    friend KVLM_INLINE bool any(WideLanes mask) { return anyLane(mask.v); }
-    friend KVLM_INLINE WideLanes choose(WideLanes mask, WideLanes x, WideLanes y) { return {chosen(mask.v, x.v, y.v)}; }
     // The instruction of 64 bytes approximates otherwise than those of narrower registers.
     friend KVLM_INLINE WideLanes roughReciprocal(WideLanes a)
     {
@@ -302,16 +293,7 @@ struct WideLanes<double> {
     friend KVLM_INLINE WideLanes unpackLow(WideLanes a, WideLanes b) { return {KVLM_WIDE(unpacklo_pd)(a.v, b.v)}; }
     friend KVLM_INLINE WideLanes unpackHigh(WideLanes a, WideLanes b) { return {KVLM_WIDE(unpackhi_pd)(a.v, b.v)}; }
     friend KVLM_INLINE WideLanes larger(WideLanes a, WideLanes b) { return {KVLM_WIDE(max_pd)(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes magnitude(WideLanes a) { return without(a, all(-0.0)); }
     friend KVLM_INLINE WideLanes squareRoot(WideLanes a) { return {KVLM_WIDE(sqrt_pd)(a.v)}; }
-    friend KVLM_INLINE WideLanes greater(WideLanes a, WideLanes b) { return {compared<_CMP_GT_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes notGreater(WideLanes a, WideLanes b) { return {compared<_CMP_NGT_US>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes less(WideLanes a, WideLanes b) { return {compared<_CMP_LT_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes atLeast(WideLanes a, WideLanes b) { return {compared<_CMP_GE_OS>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes notAtLeast(WideLanes a, WideLanes b) { return {compared<_CMP_NGE_US>(a.v, b.v)}; }
-    friend KVLM_INLINE WideLanes equal(WideLanes a, WideLanes b) { return {compared<_CMP_EQ_OQ>(a.v, b.v)}; }
-    friend KVLM_INLINE bool any(WideLanes mask) { return anyLane(mask.v); }
-    friend KVLM_INLINE WideLanes choose(WideLanes mask, WideLanes x, WideLanes y) { return {chosen(mask.v, x.v, y.v)}; }
 };
 
 template <class T>
@@ -322,6 +304,60 @@ struct NumberTraits<WideLanes<T>> {
     using Element = T;
     static constexpr int registers = 1;
 };
+
+template <class T>
+KVLM_INLINE WideLanes<T> greater(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_GT_OS>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> notGreater(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_NGT_US>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> less(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_LT_OS>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> atLeast(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_GE_OS>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> notAtLeast(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_NGE_US>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> equal(WideLanes<T> a, WideLanes<T> b)
+{
+    return {compared<_CMP_EQ_OQ>(a.v, b.v)};
+}
+
+template <class T>
+KVLM_INLINE bool any(WideLanes<T> mask)
+{
+    return anyLane(mask.v);
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> choose(WideLanes<T> mask, WideLanes<T> x, WideLanes<T> y)
+{
+    return {chosen(mask.v, x.v, y.v)};
+}
+
+template <class T>
+KVLM_INLINE WideLanes<T> magnitude(WideLanes<T> a)
+{
+    return without(a, WideLanes<T>::all(T(-0.0)));
+}
 
 template <class T>
 KVLM_INLINE WideLanes<T> negative(WideLanes<T> a)
