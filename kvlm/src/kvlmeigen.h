@@ -157,17 +157,16 @@ KVLM_NOINLINE void storeSet(const Objects<T> *d, ptrdiff_t i, const T *vectors, 
             i, *d);
 }
 
-// Two registers of objects hide the latency of roots and divisions; the Schur form fills the processor with one.
+// Two narrow registers of objects hide the latency of roots and divisions; a wide one, or the Schur form, fills the
+// processor by itself.
 template <class Kind>
 using GroupNumber =
     std::conditional_t<Kind::hasVectors, Lanes<typename Kind::Element>, Several<typename Kind::Element, 2>>;
-template <class Kind, int N>
-using GroupOf = GeneralGroup<GroupNumber<Kind>, N, Kind::hasVectors>;
-
 // One object of a group that has been solved.
-template <class Kind, int N>
-KVLM_NOINLINE Outcome finishObject(const GroupOf<Kind, N> &group, int lane, typename Kind::Element *buffer,
-                                   typename Kind::Element *re, typename Kind::Element *im)
+template <class Kind, int N, class V>
+KVLM_NOINLINE Outcome finishObject(const GeneralGroup<V, N, Kind::hasVectors> &group, int lane,
+                                   typename Kind::Element *buffer, typename Kind::Element *re,
+                                   typename Kind::Element *im)
 {
     memcpy(re, group.re[lane], sizeof group.re[lane]);
     memcpy(im, group.im[lane], sizeof group.im[lane]);
@@ -213,42 +212,52 @@ struct GeneralBatch {
     }
 
     // So many registers of objects.
-    template <int N>
+    template <int N, class V>
     KVLM_NOINLINE Outcome solveGroupAt(ptrdiff_t i, int parts) const
     {
-        GroupOf<Kind, N> group;
+        GeneralGroup<V, N, Kind::hasVectors> group;
         const SharedGroups<Load, const T, Fixed<N>, Fixed<N>> source(s, {}, {});
         loadParts(source, i, parts, group.source());
         const bool solved = eigen::solveGroup(group);
-        for (int lane = 0; lane < parts * Lanes<T>::count; ++lane) {
+        for (int lane = 0; lane < parts * lanesOf<V> / NumberTraits<V>::registers; ++lane) {
             const ptrdiff_t k = i + lane;
             const Outcome outcome =
-                solved ? stored(k, finishObject<Kind, N>(group, lane, buffer, re + k * N, im + k * N)) : solveOne(k);
+                solved ? stored(k, finishObject<Kind>(group, lane, buffer, re + k * N, im + k * N)) : solveOne(k);
             if (outcome.stops)
                 return outcome;
         }
         return {};
     }
 
-    Outcome solveGroup(ptrdiff_t i, int parts) const
+    // As many groups of V as there are, of several registers or of one, from object `i` on.
+    template <class V>
+    Outcome solveGroups(ptrdiff_t &i, ptrdiff_t count) const
     {
-        return bySmallOrder(
-            n, [&](auto order) KVLM_INLINED { return solveGroupAt<order>(i, parts); },
-            []() KVLM_INLINED { return Outcome(); });
+        constexpr int most = NumberTraits<V>::registers, lanes = lanesOf<V> / most;
+        Outcome outcome = {};
+        while (!outcome.stops && count - i >= lanes) {
+            const int parts = count - i < most * lanes ? 1 : most;
+            outcome = bySmallOrder(
+                n, [&](auto order) KVLM_INLINED { return solveGroupAt<order, V>(i, parts); },
+                []() KVLM_INLINED { return Outcome(); });
+            i += parts * lanes;
+        }
+        return outcome;
     }
 
     KvlStatus solve(ptrdiff_t count) const
     {
-        constexpr int lanes = Lanes<T>::count, most = NumberTraits<GroupNumber<Kind>>::registers;
-        const bool inGroups = n >= 3 && n <= 6;
-        for (ptrdiff_t i = 0; i < count;) {
-            const int parts = !inGroups || count - i < lanes ? 0 : count - i < most * lanes ? 1 : most;
-            const Outcome outcome = parts ? solveGroup(i, parts) : solveOne(i);
-            if (outcome.stops)
-                return outcome.status;
-            i += parts ? parts * lanes : 1;
+        ptrdiff_t i = 0;
+        Outcome outcome = {};
+        if (n >= 3 && n <= 6) {
+            if constexpr (hasWide<T>)
+                outcome = solveGroups<Wide<T>>(i, count);
+            if (!outcome.stops)
+                outcome = solveGroups<GroupNumber<Kind>>(i, count);
         }
-        return kvlOk;
+        for (; !outcome.stops && i < count; ++i)
+            outcome = solveOne(i);
+        return outcome.stops ? outcome.status : KvlStatus(kvlOk);
     }
 
 private:

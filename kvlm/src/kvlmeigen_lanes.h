@@ -28,29 +28,27 @@ struct LaneColumns {
 };
 
 // A function of numbers, to a number or a mask, computed in 64f.
-template <class F, size_t... K>
-KVLM_INLINE Lanes<double> applied(F f, const Lanes<double> *x, std::index_sequence<K...>)
+template <class F, class V, size_t... K>
+KVLM_INLINE V applied(F f, const V *x, std::index_sequence<K...>)
 {
     return f(x[K]...);
 }
 
-template <class F, class... X>
-KVLM_INLINE Lanes<double> inDoubles(F f, Lanes<double> x, X... more)
+template <class F, class V, class... X>
+KVLM_INLINE V inDoubles(F f, V x, X... more)
 {
-    return f(x, more...);
-}
-
-template <class F, class... X>
-KVLM_INLINE Lanes<float> inDoubles(F f, Lanes<float> x, X... more)
-{
-    constexpr size_t count = 1 + sizeof...(X);
-    const Lanes<float> given[] = {x, more...};
-    Lanes<double> low[count], high[count];
+    if constexpr (std::is_same_v<typename NumberTraits<V>::Element, double>)
+        return f(x, more...);
+    else {
+        constexpr size_t count = 1 + sizeof...(X);
+        const V given[] = {x, more...};
+        NumberWith<V, double> low[count], high[count];
 #pragma GCC unroll 4
-    for (size_t k = 0; k < count; ++k)
-        widen(given[k], low[k], high[k]);
-    return narrow(applied(f, low, std::make_index_sequence<count>()),
-                  applied(f, high, std::make_index_sequence<count>()));
+        for (size_t k = 0; k < count; ++k)
+            widen(given[k], low[k], high[k]);
+        return narrow(applied(f, low, std::make_index_sequence<count>()),
+                      applied(f, high, std::make_index_sequence<count>()));
+    }
 }
 
 template <class F, class T, int Registers, class... X>
@@ -64,7 +62,7 @@ KVLM_INLINE V pairNorms(const V &x, const V &y)
 {
     using T = typename NumberTraits<V>::Element;
     const V first = greater(x, y), big = choose(first, x, y), small = choose(first, y, x);
-    const auto root = [](Lanes<double> q) KVLM_INLINED { return squareRoot(Lanes<double>::all(1) + q); };
+    const auto root = [](auto q) KVLM_INLINED { return squareRoot(decltype(q)::all(1) + q); };
     const V scaled = big * inDoubles(root, (small * small) / (big * big));
     return choose(atLeast(small, V::all(smallestNormal<T>)), scaled, big);
 }
@@ -108,36 +106,113 @@ public:
 
 private:
     using Iteration = QRIteration<LaneColumns<V, N>, HasSchur>;
+    // The active block of each lane, and the sweeps after which it was found.
+    struct Blocks {
+        T tops[lanes], bottoms[lanes];
+        int found[lanes];
+    };
 
     template <int... Lane>
     KVLM_INLINE bool solve(std::integer_sequence<int, Lane...>)
     {
         reduce();
-        T tops[lanes], bottoms[lanes];
         Iteration iterations[] = {Iteration(object(Lane, 0), object(Lane, HasSchur), re[Lane], im[Lane])...};
-        for (;;) {
-            lowest = -1;
-            for (int lane = 0; lane < lanes; ++lane) {
-                Iteration &one = iterations[lane];
-                if (one.bottom >= 0 && one.advance() && ++one.sweeps > sweepsBeforeShift)
-                    return false;
-                tops[lane] = static_cast<T>(one.top);
-                bottoms[lane] = static_cast<T>(one.bottom);
-                lowest = one.bottom > lowest ? one.bottom : lowest;
-            }
+        Blocks blocks = {{}, {(void(Lane), T(N - 1))...}, {}};
+        top = V::all(0);
+        bottom = at(N - 1);
+        for (int sweeps = 0;; ++sweeps) {
+            // Measured: with few lanes the iterations find their blocks faster one by one.
+            if (!(lanes > 2 * Lanes<T>::count ? findTogether(iterations, blocks, sweeps)
+                                              : findEach(iterations, blocks)))
+                return false;
             if (lowest < 0)
                 return true;
-            top = V::load(tops);
-            bottom = V::load(bottoms);
             sweep();
         }
     }
 
-    KVLM_INLINE V &h(int i, int j) { return columns[j][i]; }
-    KVLM_INLINE V &q(int i, int j) { return columns[N + j][i]; }
+    // The blocks to sweep over next; false if one needs an exceptional shift.
+    KVLM_INLINE bool findEach(Iteration (&iterations)[lanes], Blocks &blocks)
+    {
+        lowest = -1;
+        for (int lane = 0; lane < lanes; ++lane) {
+            Iteration &one = iterations[lane];
+            if (one.bottom >= 0 && one.advance() && ++one.sweeps > sweepsBeforeShift)
+                return false;
+            blocks.tops[lane] = static_cast<T>(one.top);
+            blocks.bottoms[lane] = static_cast<T>(one.bottom);
+            lowest = one.bottom > lowest ? one.bottom : lowest;
+        }
+        top = V::load(blocks.tops);
+        bottom = V::load(blocks.bottoms);
+        return true;
+    }
+
+    // The same, where only lanes that have something to resolve leave it to their iterations.
+    KVLM_INLINE bool findTogether(Iteration (&iterations)[lanes], Blocks &blocks, int sweeps)
+    {
+        unsigned bits = deflate(blocks.tops);
+        if (bits) {
+            for (; bits; bits &= bits - 1) {
+                const int lane = __builtin_ctz(bits);
+                Iteration &one = iterations[lane];
+                const int before = one.bottom;
+                one.top = static_cast<int>(blocks.tops[lane]);
+                one.advance();
+                blocks.tops[lane] = static_cast<T>(one.top);
+                blocks.bottoms[lane] = static_cast<T>(one.bottom);
+                blocks.found[lane] = one.bottom < before ? sweeps : blocks.found[lane];
+            }
+            top = V::load(blocks.tops);
+            bottom = V::load(blocks.bottoms);
+            while (lowest >= 0 && !any(atLeast(bottom, at(lowest))))
+                --lowest;
+        }
+        for (int lane = 0; sweeps >= sweepsBeforeShift && lane < lanes; ++lane)
+            if (iterations[lane].bottom >= 0 && sweeps - blocks.found[lane] >= sweepsBeforeShift)
+                return false;
+        return true;
+    }
+
+    // Moves the tops down as each iteration would; the lanes that then have a block to resolve, or that need their
+    // iteration for it.
+    KVLM_INLINE unsigned deflate(T (&tops)[lanes])
+    {
+        V found = top, special = V::all(0);
+#pragma GCC unroll 5
+        for (int k = 1; k < N; ++k) {
+            const V inBlock = greater(at(k), top) & atLeast(bottom, at(k));
+            V bound = V::all(Iteration::epsilon);
+            if constexpr (HasSchur) {
+                const V size = magnitude(h(k - 1, k - 1)) + magnitude(h(k, k)), relative = size * bound,
+                        least = V::all(Iteration::leastBound(N));
+                special = special | (inBlock & notGreater(size, V::all(smallestNormal<T>)));
+                bound = choose(greater(relative, least), relative, least);
+            }
+            found = choose(inBlock & notGreater(magnitude(h(k, k - 1)), bound), at(k), found);
+        }
+        top = choose(special, top, found);
+#pragma GCC unroll 5
+        for (int k = 1; k < N; ++k)
+            h(k, k - 1) = without(h(k, k - 1), equal(top, at(k)));
+        top.store(tops);
+        return laneBits(special | (atLeast(top + V::all(1), bottom) & atLeast(bottom, V::all(0))));
+    }
+
+    KVLM_INLINE V &h(int i, int j)
+    {
+        return columns[j][i];
+    }
+    KVLM_INLINE V &q(int i, int j)
+    {
+        return columns[N + j][i];
+    }
 
     // Subtracts what is not masked: +0 changes nothing.
-    static KVLM_INLINE void reduceBy(V &x, V product, V mask) { x = x - (product & mask); }
+    static KVLM_INLINE void reduceBy(V &x, V product, V mask)
+    {
+        x = x - (product & mask);
+    }
 
     KVLM_INLINE void reflectColumns(V (*c)[N], int top, int first, const V *v, V tau, V mask)
     {
@@ -237,7 +312,7 @@ private:
             const V here = searching & atLeast(bottom, at(m + 2));
             const V h11 = h(m, m), h22 = h(m + 1, m + 1), a = h44 - h11, b = h33 - h11;
             V v[] = {(b * a - product) / h(m + 1, m) + h(m, m + 1), h22 - h11 - a - b, h(m + 2, m + 1)};
-            const auto sum = [](Lanes<double> x, Lanes<double> y, Lanes<double> z)
+            const auto sum = [](auto x, auto y, auto z)
                                  KVLM_INLINED { return magnitude(x) + magnitude(y) + magnitude(z); };
             const V s = inDoubles(sum, v[0], v[1], v[2]);
 #pragma GCC unroll 3
@@ -249,9 +324,9 @@ private:
             if (m == 0)
                 break;
             const V right = (magnitude(v[0]) * inDoubles(sum, h11, h22, h(m - 1, m - 1))) * epsilon;
-            const auto isSmall =
-                [](Lanes<double> x, Lanes<double> y, Lanes<double> z, Lanes<double> bound)
-                    KVLM_INLINED { return notGreater(magnitude(x) * (magnitude(y) + magnitude(z)), bound); };
+            const auto isSmall = [](auto x, auto y, auto z, auto bound) KVLM_INLINED {
+                return notGreater(magnitude(x) * (magnitude(y) + magnitude(z)), bound);
+            };
             const V stops = equal(top, at(m)) | inDoubles(isSmall, h(m, m - 1), v[1], v[2], right);
             searching = without(searching, here & stops);
         }
@@ -312,7 +387,7 @@ private:
                 turn(q(i, k), q(i, k + 1), q(i, third), active, three);
     }
 
-    int lowest = 0; // of all lanes
+    int lowest = N - 1; // of all lanes
     V top, bottom, first;
 };
 

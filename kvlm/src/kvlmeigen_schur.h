@@ -15,6 +15,9 @@ class QRIteration {
     using Order = std::remove_const_t<decltype(Matrix::n)>;
 
 public:
+    static constexpr T epsilon = unitRoundoff<T>;
+    static KVLM_INLINE constexpr T leastBound(int n) { return static_cast<T>(n) * (smallestNormal<T> / epsilon); }
+
     KVLM_INLINE QRIteration(Matrix h, Matrix q, T *re, T *im)
         : n(h.n), h(h), q(q), re(re), im(im), sweepsLeft(sweepsPerRow * int(n)), bottom(n - 1)
     {
@@ -50,7 +53,6 @@ public:
 
 private:
     static constexpr int sweepsPerRow = 30;
-    static constexpr T epsilon = unitRoundoff<T>;
 
     // Moves top down to the block that ends at bottom.
     KVLM_INLINE void deflate()
@@ -70,7 +72,7 @@ private:
             T size = magnitude(h(k - 1, k - 1)) + magnitude(h(k, k));
             if (!(size > smallestNormal<T>))
                 blockNorm(h.column(top) + top * h.step, h.step, int(n), top, bottom, size);
-            const T relative = size * epsilon, least = static_cast<T>(int(n)) * (smallestNormal<T> / epsilon);
+            const T relative = size * epsilon, least = leastBound(n);
             return relative > least ? relative : least;
         } else
             return epsilon;

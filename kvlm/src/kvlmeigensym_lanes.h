@@ -8,10 +8,10 @@
 
 namespace kvlm::eigensym {
 
-template <class Kind, int N>
+// V is a register of the numbers that Kind works with.
+template <class Kind, int N, class V>
 class SymmetricGroup {
     using T = typename Kind::Element;
-    using V = Lanes<typename Kind::Work>;
     static_assert(Kind::skipsSmallSum && Kind::skipsSmallDifference && !Kind::hasWideRoot && !Kind::comparesWithZero);
 
 public:
@@ -244,18 +244,19 @@ private:
 };
 
 // One copy for all descriptions.
-template <class Kind, int N>
-KVLM_NOINLINE bool solveGroup(SymmetricGroup<Kind, N> &group)
+template <class Kind, int N, class V>
+KVLM_NOINLINE bool solveGroup(SymmetricGroup<Kind, N, V> &group)
 {
     return group.solve();
 }
 
-// Groups of Lanes<T>::count objects: x[r][c] holds the matrices on entry and the vectors on return.
-template <class Kind, int N, class T>
-KVLM_INLINE bool solveGroup(Lanes<T> (&x)[N][N], Lanes<T> (&values)[N])
+// Groups of V::count objects: x[r][c] holds the matrices on entry and the vectors on return.
+template <class Kind, int N, class V>
+KVLM_INLINE bool solveGroup(V (&x)[N][N], V (&values)[N])
 {
-    SymmetricGroup<Kind, N> group;
-    if constexpr (std::is_same_v<T, typename Kind::Work>) {
+    using Group = SymmetricGroup<Kind, N, NumberWith<V, typename Kind::Work>>;
+    Group group;
+    if constexpr (std::is_same_v<typename NumberTraits<V>::Element, typename Kind::Work>) {
         memcpy(group.a, x, sizeof x);
         if (!solveGroup(group))
             return false;
@@ -263,7 +264,7 @@ KVLM_INLINE bool solveGroup(Lanes<T> (&x)[N][N], Lanes<T> (&values)[N])
         if constexpr (Kind::hasVectors)
             memcpy(x, group.vectors, sizeof x);
     } else {
-        SymmetricGroup<Kind, N> other;
+        Group other;
 #pragma GCC unroll 6
         for (int r = 0; r < N; ++r)
 #pragma GCC unroll 6
@@ -288,28 +289,28 @@ KVLM_NOINLINE KvlStatus solveBatch(const Objects<const T> &s, const Objects<T> *
 {
     const SharedGroups<Load, const T, Fixed<N>, Fixed<N>> source(s, {}, {});
     const auto groups = [&](auto isApart, auto store) KVLM_INLINED {
-        return inGroups<T>(
+        return inAnyGroups<T, true>(
             count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                Lanes<T> x[N][N], value[N];
-                if (!isApart(i))
+            [&](ptrdiff_t i, auto number) KVLM_INLINED {
+                using V = typename decltype(number)::Number;
+                V x[N][N], value[N];
+                if (!isApart(i, number))
                     return false;
                 source.move(i, x[0]);
                 if (!solveGroup<Kind>(x, value))
                     return false;
-                store(i, x);
-                storeRuns<N>(groupOf<T>([&](int l) KVLM_INLINED { return values + (i + l) * N; }).p, value);
+                store(i, x[0]);
+                storeRuns<N>(groupOf<T, V::count>([&](int l) KVLM_INLINED { return values + (i + l) * N; }).p, value);
                 return true;
             },
             [&](ptrdiff_t i) KVLM_INLINED { return solveLocally<Kind, N>(s, d, values + i * N, i); });
     };
     if constexpr (Kind::hasVectors) {
-        const GroupsApart<T> apart(*d, N, N);
+        const AnyGroupApart<T> apart(*d, N, N);
         const SharedGroups<Store, T, Fixed<N>, Fixed<N>> result(*d, {}, {});
-        return groups([&](ptrdiff_t i) KVLM_INLINED { return apart(i); },
-                      [&](ptrdiff_t i, const Lanes<T>(&x)[N][N]) KVLM_INLINED { result.move(i, x[0]); });
+        return groups(apart, [&](ptrdiff_t i, auto *x) KVLM_INLINED { result.move(i, x); });
     } else
-        return groups([](ptrdiff_t) KVLM_INLINED { return true; }, [](ptrdiff_t, const auto &) KVLM_INLINED {});
+        return groups([](ptrdiff_t, auto) KVLM_INLINED { return true; }, [](ptrdiff_t, auto *) KVLM_INLINED {});
 }
 
 // An array of matrices: values alone, then with vectors.

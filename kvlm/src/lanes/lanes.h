@@ -104,7 +104,7 @@ struct Lanes<float> {
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_ps(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_ps(a.v, b.v)}; }
-    friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_ps(mask.v) != 0; }
+    friend KVLM_INLINE unsigned laneBits(Lanes mask) { return static_cast<unsigned>(_mm_movemask_ps(mask.v)); }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_ps(a.v, b.v)}; } // a > b ? a : b
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_ps(_mm_set1_ps(-0.0f), a.v)}; }
     friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_ps(a.v)}; }
@@ -179,7 +179,7 @@ struct Lanes<double> {
     friend KVLM_INLINE Lanes atLeast(Lanes a, Lanes b) { return {_mm_cmpge_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes notAtLeast(Lanes a, Lanes b) { return {_mm_cmpnge_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes equal(Lanes a, Lanes b) { return {_mm_cmpeq_pd(a.v, b.v)}; }
-    friend KVLM_INLINE bool any(Lanes mask) { return _mm_movemask_pd(mask.v) != 0; }
+    friend KVLM_INLINE unsigned laneBits(Lanes mask) { return static_cast<unsigned>(_mm_movemask_pd(mask.v)); }
     friend KVLM_INLINE Lanes larger(Lanes a, Lanes b) { return {_mm_max_pd(a.v, b.v)}; }
     friend KVLM_INLINE Lanes magnitude(Lanes a) { return {_mm_andnot_pd(_mm_set1_pd(-0.0), a.v)}; }
     friend KVLM_INLINE Lanes squareRoot(Lanes a) { return {_mm_sqrt_pd(a.v)}; }
@@ -191,6 +191,12 @@ template <class T>
 KVLM_INLINE Lanes<T> choose(Lanes<T> mask, Lanes<T> x, Lanes<T> y)
 {
     return (x & mask) | without(y, mask);
+}
+
+template <class T>
+KVLM_INLINE bool any(Lanes<T> mask)
+{
+    return laneBits(mask) != 0;
 }
 
 template <class T>
@@ -235,8 +241,14 @@ struct NumberTraits {
 template <class T>
 struct NumberTraits<Lanes<T>> {
     using Element = T;
+    template <class Other>
+    using With = Lanes<Other>;
     static constexpr int registers = 1;
 };
+
+// The register of the same width with elements of another type.
+template <class V, class T>
+using NumberWith = typename NumberTraits<V>::template With<T>;
 
 // The same number for every object.
 template <class V>

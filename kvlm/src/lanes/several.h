@@ -30,6 +30,13 @@ struct Several {
         return of([&](int p) KVLM_INLINED { return Lanes<T>::load(x + p * Lanes<T>::count); });
     }
 
+    KVLM_INLINE void store(T *x) const
+    {
+#pragma GCC unroll 4
+        for (int p = 0; p < Registers; ++p)
+            part[p].store(x + p * Lanes<T>::count);
+    }
+
     friend KVLM_INLINE Several operator+(const Several &a, const Several &b)
     {
         return of([&](int p) KVLM_INLINED { return a.part[p] + b.part[p]; });
@@ -81,6 +88,14 @@ struct Several {
     friend KVLM_INLINE Several notGreater(const Several &a, const Several &b)
     {
         return of([&](int p) KVLM_INLINED { return notGreater(a.part[p], b.part[p]); });
+    }
+    friend KVLM_INLINE unsigned laneBits(const Several &mask)
+    {
+        unsigned bits = 0;
+#pragma GCC unroll 4
+        for (int p = 0; p < Registers; ++p)
+            bits |= laneBits(mask.part[p]) << p * Lanes<T>::count;
+        return bits;
     }
     friend KVLM_INLINE bool any(const Several &mask)
     {

@@ -40,14 +40,14 @@ KVLM_INLINE WideDoubles compared(WideDoubles a, WideDoubles b)
     return _mm512_castsi512_pd(_mm512_movm_epi64(_mm512_cmp_pd_mask(a, b, Predicate)));
 }
 
-KVLM_INLINE bool anyLane(WideFloats mask)
+KVLM_INLINE unsigned bitsOf(WideFloats mask)
 {
-    return _mm512_movepi32_mask(_mm512_castps_si512(mask)) != 0;
+    return _mm512_movepi32_mask(_mm512_castps_si512(mask));
 }
 
-KVLM_INLINE bool anyLane(WideDoubles mask)
+KVLM_INLINE unsigned bitsOf(WideDoubles mask)
 {
-    return _mm512_movepi64_mask(_mm512_castpd_si512(mask)) != 0;
+    return _mm512_movepi64_mask(_mm512_castpd_si512(mask));
 }
 
 KVLM_INLINE WideFloats chosen(WideFloats mask, WideFloats x, WideFloats y)
@@ -121,14 +121,14 @@ KVLM_INLINE WideDoubles compared(WideDoubles a, WideDoubles b)
     return _mm256_cmp_pd(a, b, Predicate);
 }
 
-KVLM_INLINE bool anyLane(WideFloats mask)
+KVLM_INLINE unsigned bitsOf(WideFloats mask)
 {
-    return _mm256_movemask_ps(mask) != 0;
+    return static_cast<unsigned>(_mm256_movemask_ps(mask));
 }
 
-KVLM_INLINE bool anyLane(WideDoubles mask)
+KVLM_INLINE unsigned bitsOf(WideDoubles mask)
 {
-    return _mm256_movemask_pd(mask) != 0;
+    return static_cast<unsigned>(_mm256_movemask_pd(mask));
 }
 
 KVLM_INLINE WideFloats chosen(WideFloats mask, WideFloats x, WideFloats y)
@@ -302,6 +302,8 @@ using Wide = WideLanes<T>;
 template <class T>
 struct NumberTraits<WideLanes<T>> {
     using Element = T;
+    template <class Other>
+    using With = WideLanes<Other>;
     static constexpr int registers = 1;
 };
 
@@ -342,9 +344,15 @@ KVLM_INLINE WideLanes<T> equal(WideLanes<T> a, WideLanes<T> b)
 }
 
 template <class T>
+KVLM_INLINE unsigned laneBits(WideLanes<T> mask)
+{
+    return bitsOf(mask.v);
+}
+
+template <class T>
 KVLM_INLINE bool any(WideLanes<T> mask)
 {
-    return anyLane(mask.v);
+    return laneBits(mask) != 0;
 }
 
 template <class T>
@@ -363,6 +371,25 @@ template <class T>
 KVLM_INLINE WideLanes<T> negative(WideLanes<T> a)
 {
     return a ^ WideLanes<T>::all(T(-0.0));
+}
+
+KVLM_INLINE void widen(WideLanes<float> x, WideLanes<double> &low, WideLanes<double> &high)
+{
+    low.v = KVLM_WIDE(cvtps_pd)(lowFloats(x.v));
+    high.v = KVLM_WIDE(cvtps_pd)(highFloats(x.v));
+}
+
+KVLM_INLINE WideLanes<float> narrow(WideLanes<double> low, WideLanes<double> high)
+{
+    return {joined(KVLM_WIDE(cvtpd_ps)(low.v), KVLM_WIDE(cvtpd_ps)(high.v))};
+}
+
+template <class T, class W>
+KVLM_INLINE WideLanes<W> roundedTo(WideLanes<W> x)
+{
+    if constexpr (!std::is_same_v<T, W>)
+        x.v = KVLM_WIDE(cvtps_pd)(KVLM_WIDE(cvtpd_ps)(x.v));
+    return x;
 }
 
 #else
