@@ -1,4 +1,4 @@
-// The homogeneous transform of points, four at a time.
+// The homogeneous transform of points, one in each lane.
 #ifndef KVLMAFFINETRANSFORM3DH_H
 #define KVLMAFFINETRANSFORM3DH_H
 
@@ -9,19 +9,22 @@
 
 namespace kvlm::affine {
 
+using Matrix = OfAllObjects<float, 4, 4>;
+
 // Row r of the matrix times the point. Both orders are settled, one for adjacent elements, one for any.
 template <bool Adjacent, class V>
-KVLM_INLINE V homogeneous(const V (&a)[4][4], int r, const V (&p)[3])
+KVLM_INLINE V homogeneous(const Matrix &matrix, int r, const V (&p)[3])
 {
+    const auto a = [&](int c) KVLM_INLINED { return matrix.at<V>(r, c); };
     if constexpr (Adjacent)
-        return (a[r][0] * p[0] + a[r][1] * p[1]) + (a[r][2] * p[2] + a[r][3]);
+        return (a(0) * p[0] + a(1) * p[1]) + (a(2) * p[2] + a(3));
     else
-        return ((a[r][0] * p[0] + a[r][3]) + a[r][1] * p[1]) + a[r][2] * p[2];
+        return ((a(0) * p[0] + a(3)) + a(1) * p[1]) + a(2) * p[2];
 }
 
 // Returns in which lanes w is zero to working precision. NaN is not.
 template <bool Adjacent, class V>
-KVLM_INLINE V transformed(const V (&a)[4][4], const V (&p)[3], V (&out)[3])
+KVLM_INLINE V transformed(const Matrix &a, const V (&p)[3], V (&out)[3])
 {
     const V w = homogeneous<Adjacent>(a, 3, p), zero = atLeast(V::all(FLT_MIN), magnitude(w)), q = V::all(1) / w;
     for (int r = 0; r < 3; ++r)
@@ -33,27 +36,27 @@ template <bool Adjacent>
 KVLM_NOINLINE KvlStatus transformObjects(const Objects<const float> &matrix, const Objects<const float> &points,
                                          const Objects<float> &d, int count)
 {
-    using V = Lanes<float>;
-    V a[4][4], zeros = V::all(0);
-    loadObject(matrix, 0, a);
+    const Matrix a(matrix);
+    bool hasZero = false;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        V p[1][3], out[1][3];
+        Lanes<float> p[1][3], out[1][3];
         loadObject(points, i, p);
-        zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
+        hasZero |= any(transformed<Adjacent>(a, p[0], out[0]));
         storeObject(d, i, out);
         return KvlStatus(kvlOk); // the points after it are transformed all the same
     };
     groupsByLayout(
         AnyGroupApart<float>(d, 1, 3), count,
-        [&](ptrdiff_t i, Of<V>, const auto &source, const auto &result) KVLM_INLINED {
-            V p[1][3], out[1][3];
-            source.move(i, p[0]);
-            zeros = zeros | transformed<Adjacent>(a, p[0], out[0]);
-            result.move(i, out[0]);
+        [&](ptrdiff_t i, auto number, const auto &source, const auto &result) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            V p[3], out[3];
+            source.move(i, p);
+            hasZero |= any(transformed<Adjacent>(a, p, out));
+            result.move(i, out);
             return true;
         },
         one, GroupSource<float, 1, 3>(points), GroupResult<float, 1, 3>(d));
-    return any(zeros) ? kvlErrZeroDivisor : kvlOk;
+    return hasZero ? kvlErrZeroDivisor : kvlOk;
 }
 
 template <class A, class P, class D>

@@ -51,7 +51,6 @@ KVLM_INLINE uintptr_t placeBits(const X &x)
 template <Sum Order, bool Squares, bool SingleB, int N, class Root, class T>
 KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const T> &b, T *dst, int count)
 {
-    using V = Lanes<T>;
     const auto one = [&](ptrdiff_t i) KVLM_INLINED {
         withViews(
             [&](const auto &viewA, const auto &viewB) KVLM_INLINED {
@@ -66,40 +65,42 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
     };
     if (a.isSingle)
         return one(0);
-    const auto sumsOf = [=, &one](auto products) KVLM_INLINED {
-        return inGroups<T>(
+    const auto sumsOf = [=, &one](auto takesWide, auto products) KVLM_INLINED {
+        return inAnyGroups<T, takesWide>(
             count,
-            [&](ptrdiff_t i) KVLM_INLINED {
-                V p[N];
+            [&](ptrdiff_t i, auto number) KVLM_INLINED {
+                typename decltype(number)::Number p[N];
                 products(i, p);
                 Root()(sumOf<Order>(p, 0)).store(dst + i);
                 return true;
             },
             one);
     };
+    const auto multiply = [](auto &p, const auto &x, const auto &y) KVLM_INLINED {
+#pragma GCC unroll 6
+        for (int k = 0; k < N; ++k)
+            p[k] = x[k] * (Squares ? x : y)[k];
+    };
     const GroupSource<T, 1, N> sourceA(a);
     const VectorSource<T, N, SingleB> sourceB(b);
     // Of packed vectors the products are sorted, not the factors.
     if (!SingleB && sourceA.isPacked() && sourceB.isPacked())
-        return sumsOf([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
-            V x[N], y[N];
+        return sumsOf(Fixed<true>(), [&](ptrdiff_t i, auto &p) KVLM_INLINED {
+            std::decay_t<decltype(p[0])> x[N], y[N];
             loadRegisters(a.base + i * N, x);
             loadRegisters(b.base + i * N, y);
-#pragma GCC unroll 6
-            for (int k = 0; k < N; ++k)
-                p[k] = x[k] * (Squares ? x : y)[k];
+            multiply(p, x, y);
             sortElements(p);
         });
     return byExactLayout(
         [=](const auto &knownA, const auto &knownB) KVLM_INLINED {
-            return sumsOf([&](ptrdiff_t i, V(&p)[N]) KVLM_INLINED {
-                V x[N], y[N];
+            constexpr bool takesWide = liesInPlanes<std::decay_t<decltype(knownA)>>;
+            return sumsOf(Fixed<takesWide>(), [&](ptrdiff_t i, auto &p) KVLM_INLINED {
+                std::decay_t<decltype(p[0])> x[N], y[N];
                 knownA.move(i, x);
                 if (!Squares)
                     knownB.move(i, y);
-#pragma GCC unroll 6
-                for (int k = 0; k < N; ++k)
-                    p[k] = x[k] * (Squares ? x : y)[k];
+                multiply(p, x, y);
             });
         },
         sourceA, sourceB);

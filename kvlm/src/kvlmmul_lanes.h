@@ -11,56 +11,57 @@ namespace kvlm::mul {
 // time, or a single one in all lanes.
 enum class Kept { nothing, groups, single };
 
-template <class T, int N, Kept What, int Groups>
+template <class V, int N, Kept What, int Groups>
 struct KeptFactor {
-    Lanes<T> element[What == Kept::groups ? Groups : 1][N * N];
+    using T = typename NumberTraits<V>::Element;
+    V element[What == Kept::groups ? Groups : 1][N * N];
 
     KVLM_INLINE explicit KeptFactor(const T *const *planes)
     {
         if constexpr (What == Kept::single)
             for (int k = 0; k < N * N; ++k)
-                element[0][k] = Lanes<T>::all(get(planes[k]));
+                element[0][k] = V::all(get(planes[k]));
     }
     KVLM_INLINE void load(const T *const *planes, ptrdiff_t first)
     {
         if constexpr (What == Kept::groups)
             for (int k = 0; k < N * N; ++k) {
                 const T *const place = planes[k] + first;
-                eachIndex(Fixed<Groups>(),
-                          [&](int g) KVLM_INLINED { element[g][k] = Lanes<T>::load(place + g * Lanes<T>::count); });
+                eachIndex(Fixed<Groups>(), [&](int g) KVLM_INLINED { element[g][k] = V::load(place + g * V::count); });
             }
     }
-    KVLM_INLINE const Lanes<T> *group(int g) const { return element[What == Kept::groups ? g : 0]; }
+    KVLM_INLINE const V *group(int g) const { return element[What == Kept::groups ? g : 0]; }
 };
 
 // Groups of objects that are done together: one position's elements fill a cache line, which is read once however many
 // other positions compete for its place in the cache.
-constexpr int groupsTogether = 4;
+template <class V>
+constexpr int groupsTogether = 64 / sizeof(V);
 
 // The whole groups of a batch, so many together; returns up to which object that is.
-template <class T, int N, bool FromZero, Kept KeptA, Kept KeptB, int Groups>
+template <class V, int N, bool FromZero, Kept KeptA, Kept KeptB, int Groups, class T>
 KVLM_NOINLINE int productGroups(const T *const *a, const T *const *b, T *const *d, int first, int count)
 {
-    constexpr int objects = Groups * Lanes<T>::count;
+    constexpr int objects = Groups * V::count;
     if (count - first < objects)
         return first;
-    KeptFactor<T, N, KeptA, Groups> left(a);
-    KeptFactor<T, N, KeptB, Groups> right(b);
+    KeptFactor<V, N, KeptA, Groups> left(a);
+    KeptFactor<V, N, KeptB, Groups> right(b);
     int i = first;
     for (; count - i >= objects; i += objects) {
         left.load(a, i);
         right.load(b, i);
         for (int r = 0; r < N; ++r)
             for (int g = 0; g < Groups; ++g) {
-                const ptrdiff_t at = i + g * Lanes<T>::count;
-                const Lanes<T> *const x = left.group(g), *const y = right.group(g);
-                Lanes<T> row[N];
+                const ptrdiff_t at = i + g * V::count;
+                const V *const x = left.group(g), *const y = right.group(g);
+                V row[N];
 #pragma GCC unroll 6
                 for (int k = 0; k < N; ++k)
-                    row[k] = KeptA == Kept::nothing ? Lanes<T>::load(a[r * N + k] + at) : x[r * N + k];
+                    row[k] = KeptA == Kept::nothing ? V::load(a[r * N + k] + at) : x[r * N + k];
 #pragma GCC unroll 6
                 for (int c = 0; c < N; ++c) {
-                    Lanes<T> sum;
+                    V sum;
 #pragma GCC unroll 6
                     for (int k = 0; k < N; ++k)
                         accumulate<FromZero>(k, sum, row[k] * y[k * N + c]);
@@ -78,21 +79,20 @@ KVLM_NOINLINE int productsInPlanes(const Places<const T> &a, const Places<const 
                                    int count)
 {
     const Objects<T> objects(d.table(int(sizeof(T))), n);
-    const auto groups = [&](auto together, int done) KVLM_INLINED {
+    const auto groups = [&](auto number, auto together, int done) KVLM_INLINED {
+        using V = typename decltype(number)::Number;
+        if (!GroupsApart<T, Whole, together * V::blocks>(objects, n, n)(0))
+            return done;
         return bySmallOrder(
             n,
             [&](auto order) KVLM_INLINED {
-                return productGroups<T, order, !(Begun >> order & 1), KeptA, KeptB, together>(a.entries, b.entries,
+                return productGroups<V, order, !(Begun >> order & 1), KeptA, KeptB, together>(a.entries, b.entries,
                                                                                               d.entries, done, count);
             },
             [&]() KVLM_INLINED { return done; });
     };
-    int done = 0;
-    if (GroupsApart<T, Whole, groupsTogether>(objects, n, n)(0))
-        done = groups(Fixed<groupsTogether>(), done);
-    if (GroupsApart<T>(objects, n, n)(0))
-        done = groups(Fixed<1>(), done);
-    return done;
+    const int done = groups(Of<Wide<T>>(), Fixed<groupsTogether<Wide<T>>>(), 0);
+    return groups(Of<Lanes<T>>(), Fixed<1>(), done);
 }
 
 // The same of operands of order n, if they are in planes.

@@ -130,25 +130,30 @@ KVLM_NOINLINE void qrSolveGeneral(const A &factor, const B &b, const D &d, T *wo
     }
 }
 
-// One matrix, many right-hand sides
-template <class Width, class Height, class T>
-KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
-                                  Width width, Height height, int count)
+// One matrix, many right-hand sides: those from `first` to `end`, a group in each V.
+template <class V, class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrVectorGroups(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                       Width width, Height height, int first, int end)
 {
-    using V = Lanes<T>;
     V factor[capacity<Height, Width>];
     loadObject(a, 0, height, width, factor);
     const SizedGroups<Load, const T, OneRow<Height>, Height> source(b, {}, height);
     const SizedGroups<Store, T, OneRow<Width>, Width> result(d, {}, width);
-    const GroupsApart<T> apart(d, 1, width);
+    const GroupsApart<T, Whole, V::count / Lanes<T>::count> apart(d, 1, width);
     V beta[lanesWidth], x[capacity<Height, Fixed<1>>];
     knowingWidth(width, [&](auto w) KVLM_INLINED { reflectorFactors(rowsOf<V, w>(factor), height, beta); });
     const auto solve = [&]() KVLM_INLINED {
         knowingWidth(width, [&](auto w) KVLM_INLINED { solvePrepared<V, w>(factor, beta, height, x); });
     };
-    return inGroups<T>(
-        count,
-        [&](ptrdiff_t i) KVLM_INLINED {
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        loadObject(b, i, 1, height, x);
+        solve();
+        storeObject(d, i, 1, width, x);
+        return KvlStatus(kvlOk);
+    };
+    return inSeveralGroups<V, 1>(
+        first, end,
+        [&](ptrdiff_t i, int) KVLM_INLINED {
             if (!apart(i))
                 return false;
             source.move(i, static_cast<V *>(x));
@@ -156,12 +161,16 @@ KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const
             result.move(i, static_cast<const V *>(x));
             return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            loadObject(b, i, 1, height, x);
-            solve();
-            storeObject(d, i, 1, width, x);
-            return KvlStatus(kvlOk);
-        });
+        one);
+}
+
+template <class Width, class Height, class T>
+KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
+                                  Width width, Height height, int count)
+{
+    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
+        return qrVectorGroups<typename decltype(number)::Number>(a, b, d, width, height, first, end);
+    });
 }
 
 // A matrix for each right-hand side: the systems from `first` to `count`, a group in each V.
@@ -197,12 +206,11 @@ template <class Width, class Height, class T>
 KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
                                   Width width, Height height, int count)
 {
-    int done = 0;
-    if constexpr (hasWide<T>) {
-        done = count - count % Wide<T>::count;
-        qrSystemGroups<Wide<T>>(a, b, d, width, height, 0, done);
-    }
-    return qrSystemGroups<Several<T, registersFor<Height>>>(a, b, d, width, height, done, count);
+    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
+        using V = typename decltype(number)::Number;
+        using Systems = std::conditional_t<V::blocks == 1, Several<T, registersFor<Height>>, V>;
+        return qrSystemGroups<Systems>(a, b, d, width, height, first, end);
+    });
 }
 
 template <class T>

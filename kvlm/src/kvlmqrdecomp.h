@@ -211,13 +211,9 @@ template <class Width, class Height, class T>
 KVLM_NOINLINE KvlStatus reflectBatch(const Objects<const T> &s, const Objects<T> &d, Width width, Height height,
                                      int count)
 {
-    int done = 0;
-    if constexpr (hasWide<T>) {
-        done = count - count % Wide<T>::count;
-        if (const KvlStatus status = reflectGroups<Wide<T>>(s, d, width, height, 0, done))
-            return status;
-    }
-    return reflectGroups<Lanes<T>>(s, d, width, height, done, count);
+    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
+        return reflectGroups<typename decltype(number)::Number>(s, d, width, height, first, end);
+    });
 }
 
 template <class T>

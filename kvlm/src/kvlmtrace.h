@@ -30,12 +30,13 @@ KVLM_NOINLINE KvlStatus traces(const S &givenS, Order n, T *dst, int count)
     };
     if constexpr (!S::isSingle && !S::isList)
         if (inPlanes(s))
-            return inGroups<T>(
+            return inAnyGroups<T, true>(
                 count,
-                [&](ptrdiff_t i) KVLM_INLINED {
+                [&](ptrdiff_t i, auto number) KVLM_INLINED {
+                    using V = typename decltype(number)::Number;
                     const auto src = viewOf(s, i, n);
-                    const auto plane = [&](int k) KVLM_INLINED { return Lanes<T>::load(src.at(k, k)); };
-                    sumOfDiagonal<Lanes<T>>(n, plane).store(dst + i);
+                    const auto plane = [&](int k) KVLM_INLINED { return V::load(src.at(k, k)); };
+                    sumOfDiagonal<V>(n, plane).store(dst + i);
                     return true;
                 },
                 one);

@@ -161,10 +161,6 @@ struct Of {
     using Number = V;
 };
 
-// Whether the build has a wider register than the narrow one.
-template <class T>
-constexpr bool hasWide = !std::is_same_v<Wide<T>, Lanes<T>>;
-
 // Whether the objects of a group are apart, narrow or wide.
 template <class T, class Elements = Whole, bool HasWide = hasWide<T>>
 struct AnyGroupApart {
@@ -209,6 +205,19 @@ KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one)
     if (const KvlStatus status = groups(Of<Lanes<T>>()))
         return status;
     return oneByOne(i, count, one);
+}
+
+// A batch whose groups are of several registers: f(Of<V>(), first, end) does what fills wide registers, then the rest.
+template <class T, class F>
+KVLM_INLINE KvlStatus wideThenNarrow(int count, F f)
+{
+    int done = 0;
+    if constexpr (hasWide<T>) {
+        done = count - count % Wide<T>::count;
+        if (const KvlStatus status = f(Of<Wide<T>>(), 0, done))
+            return status;
+    }
+    return f(Of<Lanes<T>>(), done, count);
 }
 
 // In narrow ones: group(i).

@@ -205,20 +205,19 @@ KVLM_NOINLINE void writeObject(const Objects<T> &x, ptrdiff_t i, int rows, int c
 }
 
 // In all lanes, and from the first lane.
-template <class T, class Rows, class Columns>
-KVLM_INLINE void loadObject(const Objects<const T> &x, ptrdiff_t i, Rows rows, Columns columns, Lanes<T> *a)
+template <class T, class Rows, class Columns, class V>
+KVLM_INLINE void loadObject(const Objects<const T> &x, ptrdiff_t i, Rows rows, Columns columns, V *a)
 {
     withViews(
         [&](const auto &view) KVLM_INLINED {
-            eachElement<Whole>(rows, columns, [&](int k, int r, int c) KVLM_INLINED {
-                a[k] = Lanes<T>::all(Loose<T>::load(view.at(r, c)));
-            });
+            eachElement<Whole>(rows, columns,
+                               [&](int k, int r, int c) KVLM_INLINED { a[k] = V::all(Loose<T>::load(view.at(r, c))); });
         },
         i, x);
 }
 
-template <class T, class Rows, class Columns>
-KVLM_INLINE void storeObject(const Objects<T> &x, ptrdiff_t i, Rows rows, Columns columns, const Lanes<T> *a)
+template <class T, class Rows, class Columns, class V>
+KVLM_INLINE void storeObject(const Objects<T> &x, ptrdiff_t i, Rows rows, Columns columns, const V *a)
 {
     withViews(
         [&](const auto &view) KVLM_INLINED {

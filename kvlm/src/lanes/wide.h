@@ -210,6 +210,7 @@ struct WideLanes<float> {
     static KVLM_INLINE WideLanes load(const float *p) { return {KVLM_WIDE(loadu_ps)(p)}; }
     static KVLM_INLINE WideLanes all(float x) { return {KVLM_WIDE(set1_ps)(x)}; }
     KVLM_INLINE void store(float *p) const { KVLM_WIDE(storeu_ps)(p, v); }
+    KVLM_INLINE void storeOne(float *p) const { Loose<float>::store(p, v[0]); }
     template <class BlockAt>
     static KVLM_INLINE WideLanes ofBlocks(BlockAt at)
     {
@@ -261,6 +262,7 @@ struct WideLanes<double> {
     static KVLM_INLINE WideLanes load(const double *p) { return {KVLM_WIDE(loadu_pd)(p)}; }
     static KVLM_INLINE WideLanes all(double x) { return {KVLM_WIDE(set1_pd)(x)}; }
     KVLM_INLINE void store(double *p) const { KVLM_WIDE(storeu_pd)(p, v); }
+    KVLM_INLINE void storeOne(double *p) const { Loose<double>::store(p, v[0]); }
     template <class BlockAt>
     static KVLM_INLINE WideLanes ofBlocks(BlockAt at)
     {
@@ -398,6 +400,10 @@ template <class T>
 using Wide = Lanes<T>;
 
 #endif
+
+// Whether the build has a wider register than the narrow one.
+template <class T>
+constexpr bool hasWide = !std::is_same_v<Wide<T>, Lanes<T>>;
 
 // What is in the lanes of a narrow register, in each block of a register of type V.
 template <class V, class T>

@@ -7,31 +7,31 @@
 
 namespace kvlm {
 
-// Element (r, c) of the objects from i on, one in each lane; of a single one in all.
-template <class X>
-KVLM_INLINE auto elementsAt(const X &x, ptrdiff_t i, int width, int r, int c)
+// Element (r, c) of the objects from i on, one in each lane of V; of a single one in all.
+template <class V, class X>
+KVLM_INLINE V elementsAt(const X &x, ptrdiff_t i, int width, int r, int c)
 {
     using E = typename X::Element;
-    using V = Lanes<std::remove_const_t<E>>;
     const auto place = [&](ptrdiff_t l) KVLM_INLINED { return viewOf(x, i + l, width).at(r, c); };
     if constexpr (X::isSingle)
         return V::all(get(place(0)));
     else if (inPlanes(x))
         return V::load(place(0));
     else
-        return gather(groupOf<E>(place));
+        return gather<V>(groupOf<E, V::count>(place));
 }
 
-// The same of as many elements in a row as a register has lanes.
-template <class X, int N, class T>
-KVLM_INLINE void runAt(const X &x, ptrdiff_t i, int width, int r, int c, Lanes<T> (&v)[N])
+// The same of N elements in a row.
+template <class X, int N, class V>
+KVLM_INLINE void runAt(const X &x, ptrdiff_t i, int width, int r, int c, V (&v)[N])
 {
     if constexpr (X::isSingle || !hasAdjacentRows<X>())
 #pragma GCC unroll 4
         for (int k = 0; k < N; ++k)
-            v[k] = elementsAt(x, i, width, r, c + k);
+            v[k] = elementsAt<V>(x, i, width, r, c + k);
     else
-        loadRuns<N>(groupOf<const T>([&](int l) KVLM_INLINED { return x.view(i + l).at(r, c); }).p, v);
+        loadRuns<N>(
+            groupOf<typename X::Element, V::count>([&](int l) KVLM_INLINED { return x.view(i + l).at(r, c); }).p, v);
 }
 
 // The factor beside an operand: another one, or the operand itself.
@@ -41,28 +41,28 @@ template <class B>
 constexpr bool isItself = std::is_same_v<B, Itself>;
 
 // The sums of so many groups of objects, plus the products of row r. Several hide the latency of a long sum.
-template <int Groups, class A, class B, class T, class Width>
-KVLM_INLINE void addRow(Lanes<T> (&sum)[Groups], const A &a, const B &b, ptrdiff_t i, Width width, int r)
+template <int Groups, class A, class B, class V, class Width>
+KVLM_INLINE void addRow(V (&sum)[Groups], const A &a, const B &b, ptrdiff_t i, Width width, int r)
 {
-    constexpr int lanes = Lanes<T>::count;
+    constexpr int run = V::count / V::blocks;
     int c = 0;
-    for (; c + lanes <= width; c += lanes)
+    for (; c + run <= width; c += run)
 #pragma GCC unroll 4
         for (int g = 0; g < Groups; ++g) {
-            Lanes<T> x[lanes], y[lanes];
-            runAt(a, i + g * lanes, width, r, c, x);
+            V x[run], y[run];
+            runAt(a, i + g * V::count, width, r, c, x);
             if constexpr (!isItself<B>)
-                runAt(b, i + g * lanes, width, r, c, y);
+                runAt(b, i + g * V::count, width, r, c, y);
 #pragma GCC unroll 4
-            for (int k = 0; k < lanes; ++k)
+            for (int k = 0; k < run; ++k)
                 sum[g] = sum[g] + x[k] * (isItself<B> ? x : y)[k];
         }
     for (; c < width; ++c)
 #pragma GCC unroll 4
         for (int g = 0; g < Groups; ++g) {
-            Lanes<T> x = elementsAt(a, i + g * lanes, width, r, c), y = x;
+            V x = elementsAt<V>(a, i + g * V::count, width, r, c), y = x;
             if constexpr (!isItself<B>)
-                y = elementsAt(b, i + g * lanes, width, r, c);
+                y = elementsAt<V>(b, i + g * V::count, width, r, c);
             sum[g] = sum[g] + x * y;
         }
 }
@@ -87,32 +87,36 @@ KVLM_INLINE T innerProduct(const A &a, const B &b, ptrdiff_t i, int width, int h
 template <class Root, class A, class B, class T, class Width>
 KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, Width width, int height, int count)
 {
-    constexpr int lanes = Lanes<T>::count, most = 4;
     const A a = givenA;
     const B b = givenB;
-    const auto groups = [&](ptrdiff_t i, auto number) KVLM_INLINED {
-        constexpr int n = decltype(number){};
-        Lanes<T> sum[n] = {};
-        for (int r = 0; r < height; ++r)
-            addRow(sum, a, b, i, width, r);
-#pragma GCC unroll 4
-        for (int g = 0; g < n; ++g)
-            Root()(sum[g]).store(dst + i + g * lanes);
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
+        Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, width, height)));
+        return KvlStatus(kvlOk);
     };
-    return inSeveralGroups<Lanes<T>, most>(
-        0, count,
-        [&](ptrdiff_t i, int parts) KVLM_INLINED {
-            if (parts == most)
-                groups(i, Fixed<most>());
-            else
-                for (int g = 0; g < parts; ++g)
-                    groups(i + g * lanes, Fixed<1>());
-            return true;
-        },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, width, height)));
-            return KvlStatus(kvlOk);
-        });
+    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
+        using V = typename decltype(number)::Number;
+        constexpr int most = V::blocks == 1 ? 4 : 2;
+        const auto groups = [&](ptrdiff_t i, auto together) KVLM_INLINED {
+            constexpr int n = decltype(together){};
+            V sum[n] = {};
+            for (int r = 0; r < height; ++r)
+                addRow(sum, a, b, i, width, r);
+#pragma GCC unroll 4
+            for (int g = 0; g < n; ++g)
+                Root()(sum[g]).store(dst + i + g * V::count);
+        };
+        return inSeveralGroups<V, most>(
+            first, end,
+            [&](ptrdiff_t i, int parts) KVLM_INLINED {
+                if (parts == most)
+                    groups(i, Fixed<most>());
+                else
+                    for (int g = 0; g < parts; ++g)
+                        groups(i + g * V::count, Fixed<1>());
+                return true;
+            },
+            one);
+    });
 }
 
 // ---- Roots of sums of squares ------------------------------------------------------------------------------------
