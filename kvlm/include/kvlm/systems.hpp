@@ -1,0 +1,215 @@
+/**
+ * @file systems.hpp
+ * Decompositions, solvers, inverse, eigenvalues and eigenvectors, of square matrices but for QR. As in functions.hpp
+ * kvlm.h says what each does; results come behind the sources, scratch last.
+ */
+#ifndef KVLM_SYSTEMS_HPP
+#define KVLM_SYSTEMS_HPP
+
+#include "functions.hpp"
+
+#include <algorithm>
+
+namespace kvlm {
+
+/** The bytes of scratch for general matrices of this order: of values alone, of values and vectors. */
+template <class T>
+Status eigenvaluesScratch(int order, int &bytes)
+{
+    return detail::forType<T>(kvlmEigenValuesGetBufSize_32f, kvlmEigenValuesGetBufSize_64f)(order, &bytes);
+}
+template <class T>
+Status eigenvectorsScratch(int order, int &bytes)
+{
+    return detail::forType<T>(kvlmEigenValuesVectorsGetBufSize_32f, kvlmEigenValuesVectorsGetBufSize_64f)(order,
+                                                                                                          &bytes);
+}
+
+namespace detail {
+
+/// dst is of the shape of a, which is square.
+template <class A, class Dst>
+constexpr bool fitsSquare(const A &a, const Dst &dst)
+{
+    return isSquare(a) && sameShape(a, dst) && sameCount(a, dst);
+}
+
+template <class A>
+constexpr std::size_t orderOf(const A &a)
+{
+    return static_cast<std::size_t>(std::max<int>(rowsOf(a), 0));
+}
+/// Of the determinant and the inverse: n*n elements, then n ints.
+template <class A>
+constexpr std::size_t eliminationBytes(const A &a)
+{
+    return orderOf(a) * (orderOf(a) * sizeof(ElementOf<A>) + sizeof(int));
+}
+template <class A>
+constexpr std::size_t squareBytes(const A &a)
+{
+    return orderOf(a) * orderOf(a) * sizeof(ElementOf<A>);
+}
+
+template <class A>
+std::size_t bytesOf(Status (*scratchOf)(int, int &), const A &a)
+{
+    int bytes = 0;
+    return scratchOf(rowsOf(a), bytes).ok() ? static_cast<std::size_t>(std::max(bytes, 0)) : 0;
+}
+
+/// Both parts have room for the values.
+template <class A, class T>
+bool fitsEigen(const A &a, const Run<T> &re, const Run<T> &im)
+{
+    const std::ptrdiff_t values = forAll(rowsOf(a), a);
+    return isSquare(a) && re.holds(values) && im.holds(values);
+}
+template <Operation O, class A, class Vectors, class T>
+Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
+{
+    using F = Form<O, Kind::m, Vectors, A>;
+    const bool fits =
+        fitsEigen(a, re, im) && fitsSquare(a, vectors) && scratch.holds(bytesOf(eigenvectorsScratch<T>, a));
+    return F::call(fits, a, vectors, re, im, rowsOf(a), countOf(a), scratch);
+}
+
+} // namespace detail
+
+/**
+ * @name Determinant, inverse and decompositions
+ * @{
+ */
+template <class A>
+Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::Det, Kind::c, Plain, A>;
+    const bool fits = isSquare(a) && dst.holds(forAll(1, a)) && scratch.holds(eliminationBytes(a));
+    return F::call(fits, a, rowsOf(a), scratch, dst, countOf(a));
+}
+template <class A, class Dst>
+Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::Invert, Kind::m, Dst, A>;
+    return F::call(fitsSquare(a, dst) && scratch.holds(eliminationBytes(a)), a, scratch, dst, rowsOf(a), countOf(dst));
+}
+/** The pivots are n ints for each matrix. */
+template <class A, class Factors>
+Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
+{
+    using namespace detail;
+    using F = Form<Operation::LUDecomp, Kind::m, Factors, A>;
+    const bool fits = fitsSquare(a, factors) && pivots.holds(forAll(rowsOf(a), a));
+    return F::call(fits, a, pivots, factors, rowsOf(a), countOf(factors));
+}
+/** One matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
+template <class Factors, class B, class X>
+Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
+{
+    using namespace detail;
+    using F = Form<Operation::LUBackSubst, Kind::v, X, Factors, B>;
+    const bool fits = isSquare(factors) && same(rowsOf(factors), rowsOf(b)) && sameShape(b, x) &&
+                      sameCount(factors, b, x) && pivots.holds(forAll(rowsOf(factors), factors));
+    return F::call(fits, factors, pivots, b, x, rowsOf(factors), countOf(x));
+}
+template <class A, class Factor>
+Status choleskyDecompose(const A &a, const Factor &factor)
+{
+    using namespace detail;
+    using F = Form<Operation::CholeskyDecomp, Kind::m, Factor, A>;
+    return F::call(fitsSquare(a, factor), a, factor, rowsOf(a), countOf(factor));
+}
+template <class Factor, class B, class X>
+Status choleskySolve(const Factor &factor, const B &b, const X &x)
+{
+    using namespace detail;
+    using F = Form<Operation::CholeskyBackSubst, Kind::v, X, Factor, B>;
+    const bool fits = isSquare(factor) && same(rowsOf(factor), rowsOf(b)) && sameShape(b, x) && sameCount(factor, b, x);
+    return F::call(fits, factor, b, x, rowsOf(factor), countOf(x));
+}
+/** Of matrices with at least as many rows as columns. */
+template <class A, class Factors>
+Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::QRDecomp, Kind::m, Factors, A>;
+    const bool fits =
+        sameShape(a, factors) && sameCount(a, factors) && scratch.holds(orderOf(a) * sizeof(typename F::T));
+    return F::call(fits, a, scratch, factors, shape(a), countOf(factors));
+}
+/** x of the smallest residual: b has the rows of the factors, x their columns. */
+template <class Factors, class B, class X>
+Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::QRBackSubst, Kind::v, X, Factors, B>;
+    const bool fits = same(rowsOf(factors), rowsOf(b)) && same(columnsOf(factors), rowsOf(x)) &&
+                      sameCount(factors, b, x) && scratch.holds(orderOf(factors) * sizeof(typename F::T));
+    return F::call(fits, factors, scratch, b, x, shape(factors), countOf(x));
+}
+/** @} */
+
+/**
+ * @name Eigenvalues and eigenvectors
+ * Values are n adjacent elements for each matrix, vectors the columns of a matrix.
+ * @{
+ */
+template <class A>
+Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::EigenValuesSym, Kind::c, Plain, A>;
+    const bool fits = isSquare(a) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
+    return F::call(fits, a, scratch, values, rowsOf(a), countOf(a));
+}
+template <class A, class Vectors>
+Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::EigenValuesVectorsSym, Kind::m, Vectors, A>;
+    const bool fits = fitsSquare(a, vectors) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
+    return F::call(fits, a, scratch, vectors, values, rowsOf(a), countOf(a));
+}
+/** Of general matrices: real and imaginary parts. */
+template <class A>
+Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::EigenValues, Kind::c, Plain, A>;
+    const bool fits = fitsEigen(a, re, im) && scratch.holds(bytesOf(eigenvaluesScratch<typename F::T>, a));
+    return F::call(fits, a, re, im, rowsOf(a), countOf(a), scratch);
+}
+/** Both sets of vectors, which are those of the transposed matrix: what is usually called a right eigenvector of a is a
+ * column of `left`. */
+template <class A, class Right, class Left>
+Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+{
+    using namespace detail;
+    using F = Form<Operation::EigenValuesVectors, Kind::m, Right, A>;
+    using OfLeft = Form<Operation::EigenValuesVectors, Kind::m, Left, A>;
+    const bool fits = fitsEigen(a, re, im) && fitsSquare(a, right) && fitsSquare(a, left) &&
+                      scratch.holds(bytesOf(eigenvectorsScratch<typename F::T>, a));
+    if constexpr (OfLeft::isValid)
+        return F::call(fits, a, right, left, re, im, rowsOf(a), countOf(a), scratch);
+    else
+        return kvlErrSizeMatch;
+}
+/** The first of them alone. */
+template <class A, class Right>
+Status eigenvectorsRight(const A &a, const Right &right, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+{
+    return detail::oneSide<detail::Operation::EigenValuesVectorsRight>(a, right, re, im, scratch);
+}
+/** The second. */
+template <class A, class Left>
+Status eigenvectorsLeft(const A &a, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+{
+    return detail::oneSide<detail::Operation::EigenValuesVectorsLeft>(a, left, re, im, scratch);
+}
+/** @} */
+
+} // namespace kvlm
+
+#endif
