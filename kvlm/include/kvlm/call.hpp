@@ -12,6 +12,13 @@
 #include <tuple>
 #include <type_traits>
 
+/** Views live in registers as long as no function takes them by reference: operations are always inlined. */
+#ifdef __GNUC__
+#define KVLM_INLINE __attribute__((always_inline)) inline
+#else
+#define KVLM_INLINE inline
+#endif
+
 namespace kvlm {
 namespace detail {
 
@@ -287,7 +294,7 @@ struct Form {
 
     /// The parts are those of the C function's argument list, in its order.
     template <class... Parts>
-    static Status call([[maybe_unused]] bool fits, const Parts &...parts)
+    KVLM_INLINE static Status call([[maybe_unused]] bool fits, const Parts &...parts)
     {
         if constexpr (isValid)
             return fits ? Status(std::apply(functionOf<O, Dst, Sources...>, std::tuple_cat(described<T>(parts)...)))

@@ -23,11 +23,11 @@ namespace kvlm {
 namespace detail {
 
 /// What an int can't hold becomes 0, which every call refuses as a size, a stride or a number of objects.
-constexpr int asInt(std::ptrdiff_t n)
+constexpr int asInt(long long n)
 {
     return n > INT_MAX || n < INT_MIN ? 0 : static_cast<int>(n);
 }
-constexpr Size<dynamic> asSize(std::ptrdiff_t n)
+constexpr Size<dynamic> asSize(long long n)
 {
     return {asInt(n)};
 }
@@ -35,6 +35,12 @@ template <int N>
 constexpr Size<N> asSize(Size<N> n)
 {
     return n;
+}
+/// The bytes of so many adjacent elements.
+template <class T>
+constexpr int bytes(long long elements)
+{
+    return asInt(elements * static_cast<long long>(sizeof(T)));
 }
 
 /// Arrays nested in each other, T[N] and std::array<T, N>: how deep, and of what.
@@ -74,13 +80,13 @@ inline constexpr int rank<X, std::void_t<decltype(std::declval<X &>().data_handl
 template <int K, class X>
 constexpr auto extent(const X &x)
 {
-    return Size<static_cast<int>(X::static_extent(K))>{asInt(x.extent(K))};
+    return Size<static_cast<int>(X::static_extent(K))>{asInt(static_cast<long long>(x.extent(K)))};
 }
 /// The bytes of an mdspan's stride.
 template <class X>
 constexpr int stride(const X &x, int k)
 {
-    return asInt(static_cast<std::ptrdiff_t>(x.stride(k) * sizeof(typename X::element_type)));
+    return bytes<typename X::element_type>(static_cast<long long>(x.stride(k)));
 }
 
 template <Kind K, Description D, class T, class Base, int R, int C>
@@ -99,8 +105,8 @@ template <class X>
 constexpr auto matrixOf(X &x)
 {
     if constexpr (isEigen<X>) {
-        constexpr int elem = sizeof(*x.data());
-        const int inner = asInt(x.innerStride() * elem), outer = asInt(x.outerStride() * elem);
+        using T = typename X::Scalar;
+        const int inner = bytes<T>(x.innerStride()), outer = bytes<T>(x.outerStride());
         return standard<Kind::m>(x.data(), {0, X::IsRowMajor ? outer : inner, X::IsRowMajor ? inner : outer},
                                  Size<static_cast<int>(X::RowsAtCompileTime)>{asInt(x.rows())},
                                  Size<static_cast<int>(X::ColsAtCompileTime)>{asInt(x.cols())});
@@ -119,14 +125,14 @@ constexpr auto vectorOf(X &x)
 {
     if constexpr (isEigen<X>) {
         static_assert(X::IsVectorAtCompileTime, "kvlm: a matrix of Eigen's is no vector: use matrix()");
-        const int elem = asInt(x.innerStride() * static_cast<int>(sizeof(*x.data())));
+        const int elem = bytes<typename X::Scalar>(x.innerStride());
         return standard<Kind::v>(x.data(), {0, elem, elem},
                                  Size<static_cast<int>(X::SizeAtCompileTime)>{asInt(x.size())}, fixed<1>);
     } else if constexpr (rank<X> == 1) {
         return standard<Kind::v>(x.data_handle(), {0, stride(x, 0), stride(x, 0)}, extent<0>(x), fixed<1>);
     } else if constexpr (Nest<X>::depth == 0) { // a container, whose size only it knows
         constexpr int elem = sizeof(*std::data(x));
-        return standard<Kind::v>(std::data(x), {0, elem, elem}, asSize(std::size(x)), fixed<1>);
+        return standard<Kind::v>(std::data(x), {0, elem, elem}, asSize(static_cast<long long>(std::size(x))), fixed<1>);
     } else {
         static_assert(Nest<X>::depth == 1, "kvlm: no vector: an array of arrays is a matrix, or vectors");
         constexpr int elem = sizeof(x[0]);
@@ -159,7 +165,7 @@ constexpr auto batchOf(X &x, Of of, Part part)
     static_assert(holdsElements<Held>(), "kvlm: the objects must hold their elements, in a number that their type "
                                          "tells: for others make a list of pointers");
     using One = decltype(of(part(*first)));
-    const int count = asInt(std::size(x)); // of an empty container there is no first object
+    const int count = asInt(static_cast<long long>(std::size(x))); // of an empty container there is no first object
     const One one = count == 0 ? One() : of(part(*first));
     return standard<arrayOf(One::kind)>(one.base(), {sizeof(*first), one.strides().row, one.strides().element},
                                         Size<One::fixedRows>{}, Size<One::fixedColumns>{}, count);
@@ -196,8 +202,8 @@ constexpr auto matrix(X &&x)
 template <class T, class Rows, class Columns>
 constexpr auto matrix(T *first, Rows rows, Columns columns)
 {
-    return detail::standard<Kind::m>(first, {0, detail::asInt(sizeof(T) * std::ptrdiff_t(columns)), sizeof(T)},
-                                     detail::asSize(rows), detail::asSize(columns));
+    return detail::standard<Kind::m>(first, {0, detail::bytes<T>(columns), sizeof(T)}, detail::asSize(rows),
+                                     detail::asSize(columns));
 }
 template <class T, class Rows, class Columns>
 constexpr auto matrix(T *first, Rows rows, Columns columns, int rowStride, int elemStride = sizeof(T))
@@ -281,13 +287,12 @@ constexpr auto repeated(View<T, K, D, R, C> one, int objStride, int count)
 template <class T, class Rows, class Columns>
 constexpr auto matrices(T *first, Rows rows, Columns columns, int count)
 {
-    return repeated(matrix(first, rows, columns),
-                    detail::asInt(sizeof(T) * std::ptrdiff_t(rows) * std::ptrdiff_t(columns)), count);
+    return repeated(matrix(first, rows, columns), detail::bytes<T>(static_cast<long long>(rows) * columns), count);
 }
 template <class T, class N>
 constexpr auto vectors(T *first, N size, int count)
 {
-    return repeated(vector(first, size), detail::asInt(sizeof(T) * std::ptrdiff_t(size)), count);
+    return repeated(vector(first, size), detail::bytes<T>(size), count);
 }
 /** @} */
 
@@ -298,19 +303,20 @@ constexpr auto vectors(T *first, N size, int count)
  * @{
  */
 template <class T, class Rows, class Columns>
-constexpr auto matricesInPlanes(T *first, Rows rows, Columns columns, int count, std::ptrdiff_t planeStride = 0)
+constexpr auto matricesInPlanes(T *first, Rows rows, Columns columns, int count, int planeStride = 0)
 {
     if (planeStride == 0)
-        planeStride = std::ptrdiff_t(sizeof(T)) * count;
-    return repeated(matrix(first, rows, columns, detail::asInt(planeStride * columns), detail::asInt(planeStride)),
-                    sizeof(T), count);
+        planeStride = detail::bytes<T>(count);
+    return repeated(
+        matrix(first, rows, columns, detail::asInt(static_cast<long long>(planeStride) * columns), planeStride),
+        sizeof(T), count);
 }
 template <class T, class N>
-constexpr auto vectorsInPlanes(T *first, N size, int count, std::ptrdiff_t planeStride = 0)
+constexpr auto vectorsInPlanes(T *first, N size, int count, int planeStride = 0)
 {
     if (planeStride == 0)
-        planeStride = std::ptrdiff_t(sizeof(T)) * count;
-    return repeated(vector(first, size, detail::asInt(planeStride)), sizeof(T), count);
+        planeStride = detail::bytes<T>(count);
+    return repeated(vector(first, size, planeStride), sizeof(T), count);
 }
 /** @} */
 
@@ -359,7 +365,7 @@ constexpr auto matricesByList(T *const *list, Rows rows, Columns columns, int co
 template <class T, class Rows, class Columns>
 constexpr auto matricesByList(T *const *list, Rows rows, Columns columns, int count)
 {
-    return matricesByList(list, rows, columns, count, 0, detail::asInt(sizeof(T) * std::ptrdiff_t(columns)));
+    return matricesByList(list, rows, columns, count, 0, detail::bytes<T>(columns));
 }
 template <class T, class N>
 constexpr auto vectorsByList(T *const *list, N size, int count, int shift = 0, int elemStride = sizeof(T))

@@ -14,12 +14,12 @@ namespace kvlm {
 
 /** The bytes of scratch for general matrices of this order: of values alone, of values and vectors. */
 template <class T>
-Status eigenvaluesScratch(int order, int &bytes)
+KVLM_INLINE Status eigenvaluesScratch(int order, int &bytes)
 {
     return detail::forType<T>(kvlmEigenValuesGetBufSize_32f, kvlmEigenValuesGetBufSize_64f)(order, &bytes);
 }
 template <class T>
-Status eigenvectorsScratch(int order, int &bytes)
+KVLM_INLINE Status eigenvectorsScratch(int order, int &bytes)
 {
     return detail::forType<T>(kvlmEigenValuesVectorsGetBufSize_32f, kvlmEigenValuesVectorsGetBufSize_64f)(order,
                                                                                                           &bytes);
@@ -66,7 +66,7 @@ bool fitsEigen(const A &a, const Run<T> &re, const Run<T> &im)
     return isSquare(a) && re.holds(values) && im.holds(values);
 }
 template <Operation O, class A, class Vectors, class T>
-Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
+KVLM_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
 {
     using F = Form<O, Kind::m, Vectors, A>;
     const bool fits =
@@ -81,7 +81,7 @@ Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch
  * @{
  */
 template <class A>
-Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
+KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Det, Kind::c, Plain, A>;
@@ -89,7 +89,7 @@ Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
     return F::call(fits, a, rowsOf(a), scratch, dst, countOf(a));
 }
 template <class A, class Dst>
-Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
+KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Invert, Kind::m, Dst, A>;
@@ -97,7 +97,7 @@ Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 }
 /** The pivots are n ints for each matrix. */
 template <class A, class Factors>
-Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
+KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
 {
     using namespace detail;
     using F = Form<Operation::LUDecomp, Kind::m, Factors, A>;
@@ -106,7 +106,7 @@ Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
 }
 /** One matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
 template <class Factors, class B, class X>
-Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
+KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
 {
     using namespace detail;
     using F = Form<Operation::LUBackSubst, Kind::v, X, Factors, B>;
@@ -115,14 +115,14 @@ Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const 
     return F::call(fits, factors, pivots, b, x, rowsOf(factors), countOf(x));
 }
 template <class A, class Factor>
-Status choleskyDecompose(const A &a, const Factor &factor)
+KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyDecomp, Kind::m, Factor, A>;
     return F::call(fitsSquare(a, factor), a, factor, rowsOf(a), countOf(factor));
 }
 template <class Factor, class B, class X>
-Status choleskySolve(const Factor &factor, const B &b, const X &x)
+KVLM_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyBackSubst, Kind::v, X, Factor, B>;
@@ -131,7 +131,7 @@ Status choleskySolve(const Factor &factor, const B &b, const X &x)
 }
 /** Of matrices with at least as many rows as columns. */
 template <class A, class Factors>
-Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
+KVLM_INLINE Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::QRDecomp, Kind::m, Factors, A>;
@@ -141,7 +141,7 @@ Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
 }
 /** x of the smallest residual: b has the rows of the factors, x their columns. */
 template <class Factors, class B, class X>
-Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors> scratch)
+KVLM_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors> scratch)
 {
     using namespace detail;
     using F = Form<Operation::QRBackSubst, Kind::v, X, Factors, B>;
@@ -157,7 +157,7 @@ Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors
  * @{
  */
 template <class A>
-Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesSym, Kind::c, Plain, A>;
@@ -165,7 +165,7 @@ Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
     return F::call(fits, a, scratch, values, rowsOf(a), countOf(a));
 }
 template <class A, class Vectors>
-Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesVectorsSym, Kind::m, Vectors, A>;
@@ -174,7 +174,7 @@ Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, Scra
 }
 /** Of general matrices: real and imaginary parts. */
 template <class A>
-Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValues, Kind::c, Plain, A>;
@@ -184,7 +184,8 @@ Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 /** Both sets of vectors, which are those of the transposed matrix: what is usually called a right eigenvector of a is a
  * column of `left`. */
 template <class A, class Right, class Left>
-Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> re, RunOf<A> im,
+                                ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesVectors, Kind::m, Right, A>;
@@ -198,13 +199,13 @@ Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> r
 }
 /** The first of them alone. */
 template <class A, class Right>
-Status eigenvectorsRight(const A &a, const Right &right, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvectorsRight(const A &a, const Right &right, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     return detail::oneSide<detail::Operation::EigenValuesVectorsRight>(a, right, re, im, scratch);
 }
 /** The second. */
 template <class A, class Left>
-Status eigenvectorsLeft(const A &a, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_INLINE Status eigenvectorsLeft(const A &a, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     return detail::oneSide<detail::Operation::EigenValuesVectorsLeft>(a, left, re, im, scratch);
 }
