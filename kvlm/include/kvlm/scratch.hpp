@@ -20,10 +20,11 @@ template <class X, class T, class = void>
 inline constexpr bool isRun = std::is_same_v<X, T &> ||
                               (std::is_pointer_v<std::remove_reference_t<X>> && std::is_convertible_v<X, T *>);
 template <class X, class T>
-inline constexpr bool isRun<X, T, std::void_t<decltype(std::data(std::declval<X &>()))>> =
-    std::is_same_v<typename Nest<std::remove_reference_t<decltype(*std::data(std::declval<X &>()))>>::Element,
-                   std::remove_const_t<T>> &&
-    (std::is_const_v<T> || !std::is_const_v<std::remove_reference_t<decltype(*std::data(std::declval<X &>()))>>);
+inline constexpr bool
+    isRun<X, T, std::void_t<decltype(std::data(std::declval<X &>())), decltype(std::size(std::declval<X &>()))>> =
+        std::is_same_v<typename Nest<std::remove_reference_t<decltype(*std::data(std::declval<X &>()))>>::Element,
+                       std::remove_const_t<T>> &&
+        (std::is_const_v<T> || !std::is_const_v<std::remove_reference_t<decltype(*std::data(std::declval<X &>()))>>);
 
 } // namespace detail
 
