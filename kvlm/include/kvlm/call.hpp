@@ -167,27 +167,6 @@ constexpr auto stored(const X &x)
         return shape(x);
 }
 
-template <int N, int M>
-constexpr bool same(Size<N> a, Size<M> b)
-{
-    static_assert(N == M || N == dynamic || M == dynamic, "kvlm: the sizes of the operands do not fit together");
-    return a == b;
-}
-/// Constants have no shape.
-template <class X, class Y>
-constexpr bool sameShape(const X &x, const Y &y)
-{
-    if constexpr (isConstant<X>)
-        return true;
-    else
-        return same(rowsOf(x), rowsOf(y)) && same(columnsOf(x), columnsOf(y));
-}
-template <class X>
-constexpr bool isSquare(const X &x)
-{
-    return same(rowsOf(x), columnsOf(x));
-}
-
 template <class... X>
 inline constexpr bool anyArray = (isArray(kindOf<X>) || ...);
 /// The number of objects of the first array.
@@ -258,45 +237,86 @@ struct Operand<Plain> : Operand<float> {
     static constexpr bool isWritable = true;
 };
 
-/// One operation on one choice of operands: tells at compile time what is wrong with it, then calls. The destination is
-/// one vector (Kind::v) or matrix (Kind::m), or an array of them as soon as a source is one.
-template <Operation O, Kind DstKind, class Dst, class... Sources>
-struct Form {
-    using T = ElementOf<Sources..., Dst>;
+/// Comparisons of sizes, of those that are known when compiling: unless something else is wrong with the operands.
+template <bool mustFit>
+struct Sizes {
+    template <int N, int M>
+    static constexpr bool same(Size<N> a, Size<M> b)
+    {
+        static_assert(!mustFit || N == M || N == dynamic || M == dynamic,
+                      "kvlm: the sizes of the operands do not fit together");
+        return a == b;
+    }
+    /// Constants have no shape.
+    template <class X, class Y>
+    static constexpr bool sameShape(const X &x, const Y &y)
+    {
+        if constexpr (isConstant<X>)
+            return true;
+        else
+            return same(rowsOf(x), rowsOf(y)) && same(columnsOf(x), columnsOf(y));
+    }
     template <class X>
-    static constexpr bool hasType =
-        std::is_void_v<typename Operand<X>::Element> || std::is_same_v<typename Operand<X>::Element, T>;
-    static constexpr Description description = descriptionOf<Dst, Sources...>();
-    static constexpr bool isPlain = std::is_same_v<Dst, Plain>;
+    static constexpr bool isSquare(const X &x)
+    {
+        return same(rowsOf(x), columnsOf(x));
+    }
+    /// dst is of the shape of a, which is square.
+    template <class A, class Dst>
+    static constexpr bool fitsSquare(const A &a, const Dst &dst)
+    {
+        return isSquare(a) && sameShape(a, dst) && sameCount(a, dst);
+    }
+};
 
-    static constexpr bool areOperands = Operand<Dst>::isOperand && (Operand<Sources>::isOperand && ...);
-    static constexpr bool isWritable = !areOperands || Operand<Dst>::isWritable;
-    static constexpr bool isOneType = !areOperands || ((hasType<Sources> && ...) && hasType<Dst>);
-    static constexpr bool isOneDescription =
-        !areOperands || !isOneType || ((isDescribed<Sources>(description) && ...) && isDescribed<Dst>(description));
-    static constexpr bool hasDestination =
-        !areOperands || isPlain || kindOf<Dst> == (anyArray<Sources...> ? arrayOf(DstKind) : DstKind);
-    static constexpr bool isValid =
-        areOperands && isWritable && isOneType && isOneDescription && hasDestination && hasFunction<O, Dst, Sources...>;
-    static_assert(areOperands, "kvlm: an operand is no view: make one by matrix(), matrices(), vector(), vectors(), "
-                               "constants() and the like");
-    static_assert(isWritable, "kvlm: the elements of the destination are const");
-    static_assert(isOneType, "kvlm: the elements of the operands are of different types");
-    static_assert(isOneDescription,
-                  "kvlm: the operands of a call have one description; single objects beside lists are "
-                  "standard, constants beside tables too. copy() moves arrays between descriptions");
-    static_assert(hasDestination, "kvlm: the destination must be of the result's kind, matrices or vectors, never "
-                                  "transposed, and an array exactly if a source is one");
-    static_assert(
-        isValid || !(areOperands && isWritable && isOneType && isOneDescription && hasDestination),
-        "kvlm: there is no C function for this operation on these operands, elements and description; kvlm.hpp "
-        "lists what there is");
+/// What is wrong with the operands of an operation.
+enum class Fault { none, noView, isConst, types, descriptions, destination, noFunction };
+
+template <Operation O, Kind DstKind, class Dst, class... Sources>
+constexpr Fault faultOf()
+{
+    constexpr Description description = descriptionOf<Dst, Sources...>();
+    constexpr auto hasType = [](auto operand) {
+        using X = typename decltype(operand)::Element;
+        return std::is_void_v<X> || std::is_same_v<X, ElementOf<Sources..., Dst>>;
+    };
+    if (!(Operand<Dst>::isOperand && (Operand<Sources>::isOperand && ...)))
+        return Fault::noView;
+    if (!Operand<Dst>::isWritable)
+        return Fault::isConst;
+    if (!(hasType(Operand<Dst>()) && (hasType(Operand<Sources>()) && ...)))
+        return Fault::types;
+    if (!(isDescribed<Dst>(description) && (isDescribed<Sources>(description) && ...)))
+        return Fault::descriptions;
+    if (!std::is_same_v<Dst, Plain> && kindOf<Dst> != (anyArray<Sources...> ? arrayOf(DstKind) : DstKind))
+        return Fault::destination;
+    return hasFunction<O, Dst, Sources...> ? Fault::none : Fault::noFunction;
+}
+
+/// An operation on operands: tells at compile time what is wrong with them, then calls. The destination is one vector
+/// (Kind::v) or matrix (Kind::m), or an array of them as soon as a source is one.
+template <Operation O, Kind DstKind, class Dst, class... Sources>
+struct Form : Sizes<faultOf<O, DstKind, Dst, Sources...>() == Fault::none> {
+    using T = ElementOf<Sources..., Dst>;
+    static constexpr Fault fault = faultOf<O, DstKind, Dst, Sources...>();
+    static_assert(fault != Fault::noView, "kvlm: an operand is no view: make one by matrix(), matrices(), vector(), "
+                                          "vectors(), constants() and the like");
+    static_assert(fault != Fault::isConst, "kvlm: the elements of the destination are const");
+    static_assert(fault != Fault::types, "kvlm: the elements of the operands are of different types");
+    static_assert(fault != Fault::descriptions,
+                  "kvlm: the operands of a call have one description; single objects beside lists are standard, "
+                  "constants beside tables too. copy() moves arrays between descriptions");
+    static_assert(fault != Fault::destination,
+                  "kvlm: the destination must be of the result's kind, matrices or vectors, "
+                  "never transposed, and an array exactly if a source is one");
+    static_assert(fault != Fault::noFunction, "kvlm: there is no C function for this operation on these operands, "
+                                              "elements and description; kvlm.hpp lists what there is");
 
     /// The parts are those of the C function's argument list, in its order.
     template <class... Parts>
     KVLM_INLINE static Status call([[maybe_unused]] bool fits, const Parts &...parts)
     {
-        if constexpr (isValid)
+        if constexpr (fault == Fault::none)
             return fits ? Status(std::apply(functionOf<O, Dst, Sources...>, std::tuple_cat(described<T>(parts)...)))
                         : Status(kvlErrSizeMatch);
         else

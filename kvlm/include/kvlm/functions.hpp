@@ -21,7 +21,7 @@ KVLM_INLINE Status elementwise(const A &a, const B &b, const Dst &dst)
         return elementwise<O>(b, a, dst);
     } else {
         using F = Form<O, isMatrix<A> || isMatrix<B> ? Kind::m : Kind::v, Dst, A, B>;
-        const bool fits = sameShape(a, dst) && sameShape(b, dst) && sameCount(a, b, dst);
+        const bool fits = F::sameShape(a, dst) && F::sameShape(b, dst) && sameCount(a, b, dst);
         if constexpr (isConstant<A>) // the vector stands before the constant in any case
             return F::call(fits, b, a, dst, shape(dst), countOf(dst));
         else
@@ -34,8 +34,8 @@ template <class A, class B, class Dst>
 KVLM_INLINE Status product(const A &a, const B &b, const Dst &dst)
 {
     using F = Form<Operation::Mul, isVector<B> ? Kind::v : Kind::m, Dst, A, B>;
-    const bool fits = same(columnsOf(a), rowsOf(b)) && same(rowsOf(a), rowsOf(dst)) &&
-                      same(columnsOf(b), columnsOf(dst)) && sameCount(a, b, dst);
+    const bool fits = F::same(columnsOf(a), rowsOf(b)) && F::same(rowsOf(a), rowsOf(dst)) &&
+                      F::same(columnsOf(b), columnsOf(dst)) && sameCount(a, b, dst);
     return F::call(fits, a, stored(a), b, stored(b), dst, countOf(dst));
 }
 
@@ -52,7 +52,7 @@ KVLM_INLINE Status copied(const A &a, const Dst &dst)
         if constexpr (Operand<Dst>::isWritable && std::is_same_v<T, ElementOf<Dst>>) {
             constexpr auto function =
                 Functions<Operation::Copy, code(kindOf<A>)>::template get<T, A::description, Dst::description>();
-            if (!(sameShape(a, dst) && sameCount(a, dst)))
+            if (!(Sizes<true>::sameShape(a, dst) && sameCount(a, dst)))
                 return kvlErrSizeMatch;
             return std::apply(function, std::tuple_cat(described<T>(a), described<T>(dst), shape(dst), countOf(dst)));
         }
@@ -104,8 +104,8 @@ KVLM_INLINE Status gaxpy(const A &a, const X &x, const B &b, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::Gaxpy, Kind::v, Dst, A, X, B>;
-    const bool fits = same(columnsOf(a), rowsOf(x)) && same(rowsOf(a), rowsOf(b)) && same(rowsOf(b), rowsOf(dst)) &&
-                      sameCount(a, x, b, dst);
+    const bool fits = F::same(columnsOf(a), rowsOf(x)) && F::same(rowsOf(a), rowsOf(b)) &&
+                      F::same(rowsOf(b), rowsOf(dst)) && sameCount(a, x, b, dst);
     return F::call(fits, a, stored(a), x, stored(x), b, stored(b), dst, countOf(dst));
 }
 /** dst = x val + y, of vectors, val being a number. */
@@ -114,7 +114,7 @@ KVLM_INLINE Status saxpy(const X &x, ConstantOf<X> val, const Y &y, const Dst &d
 {
     using namespace detail;
     using F = Form<Operation::Saxpy, Kind::v, Dst, X, Y>;
-    const bool fits = sameShape(x, dst) && sameShape(y, dst) && sameCount(x, y, dst);
+    const bool fits = F::sameShape(x, dst) && F::sameShape(y, dst) && sameCount(x, y, dst);
     return F::call(fits, x, val, y, dst, shape(dst), countOf(dst));
 }
 /** dst = x a + y b, of vectors, a and b being numbers. */
@@ -127,7 +127,7 @@ KVLM_INLINE Status linearCombination(const X &x, ConstantOf<X> a, const Y &y, Co
         return linearCombination(y, b, x, a, dst);
     } else {
         using F = Form<o, Kind::v, Dst, X, Y>;
-        const bool fits = sameShape(x, dst) && sameShape(y, dst) && sameCount(x, y, dst);
+        const bool fits = F::sameShape(x, dst) && F::sameShape(y, dst) && sameCount(x, y, dst);
         return F::call(fits, x, a, y, b, dst, shape(dst), countOf(dst));
     }
 }
@@ -137,8 +137,8 @@ KVLM_INLINE Status cross(const A &a, const B &b, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::CrossProduct, Kind::v, Dst, A, B>;
-    const bool fits =
-        same(rowsOf(a), fixed<3>) && same(rowsOf(b), fixed<3>) && same(rowsOf(dst), fixed<3>) && sameCount(a, b, dst);
+    const bool fits = F::same(rowsOf(a), fixed<3>) && F::same(rowsOf(b), fixed<3>) && F::same(rowsOf(dst), fixed<3>) &&
+                      sameCount(a, b, dst);
     return F::call(fits, a, b, dst, countOf(dst));
 }
 /** Points of three elements by a homogeneous 4 x 4 matrix, with division, in float and the standard description. */
@@ -147,8 +147,8 @@ KVLM_INLINE Status affineTransform3DH(const A &a, const Points &points, const Ds
 {
     using namespace detail;
     using F = Form<Operation::AffineTransform3DH, Kind::v, Dst, A, Points>;
-    const bool fits = same(rowsOf(a), fixed<4>) && same(columnsOf(a), fixed<4>) && same(rowsOf(points), fixed<3>) &&
-                      same(rowsOf(dst), fixed<3>) && sameCount(points, dst);
+    const bool fits = F::same(rowsOf(a), fixed<4>) && F::same(columnsOf(a), fixed<4>) &&
+                      F::same(rowsOf(points), fixed<3>) && F::same(rowsOf(dst), fixed<3>) && sameCount(points, dst);
     return F::call(fits, a, points, dst, countOf(dst));
 }
 /** @} */
@@ -167,7 +167,7 @@ KVLM_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
         return dot(b, a, dst);
     } else {
         using F = Form<o, Kind::c, Plain, A, B>;
-        const bool fits = sameShape(a, b) && sameCount(a, b) && dst.holds(forAll(1, a, b));
+        const bool fits = F::sameShape(a, b) && sameCount(a, b) && dst.holds(forAll(1, a, b));
         return F::call(fits, a, b, dst, rowsOf(a), countOf(a, b));
     }
 }
@@ -190,7 +190,7 @@ KVLM_INLINE Status trace(const A &a, RunOf<A> dst)
 {
     using namespace detail;
     using F = Form<Operation::Trace, Kind::c, Plain, A>;
-    const bool fits = isSquare(a) && dst.holds(forAll(1, a));
+    const bool fits = F::isSquare(a) && dst.holds(forAll(1, a));
     return F::call(fits, a, rowsOf(a), dst, countOf(a));
 }
 /** @} */
@@ -229,7 +229,7 @@ KVLM_INLINE Status transpose(const A &a, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::Transpose, Kind::m, Dst, A>;
-    const bool fits = same(rowsOf(a), columnsOf(dst)) && same(columnsOf(a), rowsOf(dst)) && sameCount(a, dst);
+    const bool fits = F::same(rowsOf(a), columnsOf(dst)) && F::same(columnsOf(a), rowsOf(dst)) && sameCount(a, dst);
     return F::call(fits, a, stored(a), dst, countOf(dst));
 }
 /** @} */

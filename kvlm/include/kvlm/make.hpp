@@ -65,6 +65,14 @@ template <class X, std::size_t N>
 struct Nest<const X[N]> : Nest<X[N]> {
 };
 
+/// std::vector, span and their like, of elements.
+template <class X, class = void>
+inline constexpr bool isContainer = false;
+template <class X>
+inline constexpr bool
+    isContainer<X, std::void_t<decltype(std::data(std::declval<X &>()), std::size(std::declval<X &>()))>> =
+        std::is_floating_point_v<std::remove_const_t<std::remove_pointer_t<decltype(std::data(std::declval<X &>()))>>>;
+
 /// Dense objects of Eigen, known by what they offer: whether its headers come before or behind these is all the same.
 template <class X, class = void>
 inline constexpr bool isEigen = false;
@@ -112,12 +120,13 @@ constexpr auto matrixOf(X &x)
                                  Size<static_cast<int>(X::ColsAtCompileTime)>{asInt(x.cols())});
     } else if constexpr (rank<X> == 2) {
         return standard<Kind::m>(x.data_handle(), {0, stride(x, 0), stride(x, 1)}, extent<0>(x), extent<1>(x));
-    } else {
-        static_assert(Nest<X>::depth == 2, "kvlm: no matrix: give a pointer and sizes, an array of arrays, an Eigen "
-                                           "matrix or an mdspan of rank 2");
+    } else if constexpr (Nest<X>::depth == 2) {
         using Row = std::remove_reference_t<decltype(x[0])>;
         auto *const first = &x[0][0];
         return standard<Kind::m>(first, {0, sizeof(Row), sizeof(*first)}, Nest<X>::size, Nest<Row>::size);
+    } else {
+        static_assert(Nest<X>::depth == 2, "kvlm: no matrix: give a pointer and sizes, an array of arrays, an Eigen "
+                                           "matrix or an mdspan of rank 2");
     }
 }
 template <class X>
@@ -130,13 +139,15 @@ constexpr auto vectorOf(X &x)
                                  Size<static_cast<int>(X::SizeAtCompileTime)>{asInt(x.size())}, fixed<1>);
     } else if constexpr (rank<X> == 1) {
         return standard<Kind::v>(x.data_handle(), {0, stride(x, 0), stride(x, 0)}, extent<0>(x), fixed<1>);
-    } else if constexpr (Nest<X>::depth == 0) { // a container, whose size only it knows
+    } else if constexpr (Nest<X>::depth == 1) {
+        constexpr int elem = sizeof(x[0]);
+        return standard<Kind::v>(&x[0], {0, elem, elem}, Nest<X>::size, fixed<1>);
+    } else if constexpr (isContainer<X>) {
         constexpr int elem = sizeof(*std::data(x));
         return standard<Kind::v>(std::data(x), {0, elem, elem}, asSize(static_cast<long long>(std::size(x))), fixed<1>);
     } else {
-        static_assert(Nest<X>::depth == 1, "kvlm: no vector: an array of arrays is a matrix, or vectors");
-        constexpr int elem = sizeof(x[0]);
-        return standard<Kind::v>(&x[0], {0, elem, elem}, Nest<X>::size, fixed<1>);
+        static_assert(Nest<X>::depth == 1, "kvlm: no vector: give a pointer and a size, an array, a container of "
+                                           "elements, an Eigen vector or an mdspan of rank 1");
     }
 }
 template <class T>

@@ -27,13 +27,6 @@ KVLM_INLINE Status eigenvectorsScratch(int order, int &bytes)
 
 namespace detail {
 
-/// dst is of the shape of a, which is square.
-template <class A, class Dst>
-constexpr bool fitsSquare(const A &a, const Dst &dst)
-{
-    return isSquare(a) && sameShape(a, dst) && sameCount(a, dst);
-}
-
 template <class A>
 constexpr std::size_t orderOf(const A &a)
 {
@@ -59,18 +52,18 @@ std::size_t bytesOf(Status (*scratchOf)(int, int &), const A &a)
 }
 
 /// Both parts have room for the values.
-template <class A, class T>
+template <class F, class A, class T>
 bool fitsEigen(const A &a, const Run<T> &re, const Run<T> &im)
 {
     const std::ptrdiff_t values = forAll(rowsOf(a), a);
-    return isSquare(a) && re.holds(values) && im.holds(values);
+    return F::isSquare(a) && re.holds(values) && im.holds(values);
 }
 template <Operation O, class A, class Vectors, class T>
 KVLM_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
 {
     using F = Form<O, Kind::m, Vectors, A>;
     const bool fits =
-        fitsEigen(a, re, im) && fitsSquare(a, vectors) && scratch.holds(bytesOf(eigenvectorsScratch<T>, a));
+        fitsEigen<F>(a, re, im) && F::fitsSquare(a, vectors) && scratch.holds(bytesOf(eigenvectorsScratch<T>, a));
     return F::call(fits, a, vectors, re, im, rowsOf(a), countOf(a), scratch);
 }
 
@@ -85,7 +78,7 @@ KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Det, Kind::c, Plain, A>;
-    const bool fits = isSquare(a) && dst.holds(forAll(1, a)) && scratch.holds(eliminationBytes(a));
+    const bool fits = F::isSquare(a) && dst.holds(forAll(1, a)) && scratch.holds(eliminationBytes(a));
     return F::call(fits, a, rowsOf(a), scratch, dst, countOf(a));
 }
 template <class A, class Dst>
@@ -93,7 +86,8 @@ KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Invert, Kind::m, Dst, A>;
-    return F::call(fitsSquare(a, dst) && scratch.holds(eliminationBytes(a)), a, scratch, dst, rowsOf(a), countOf(dst));
+    return F::call(F::fitsSquare(a, dst) && scratch.holds(eliminationBytes(a)), a, scratch, dst, rowsOf(a),
+                   countOf(dst));
 }
 /** The pivots are n ints for each matrix. */
 template <class A, class Factors>
@@ -101,7 +95,7 @@ KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivo
 {
     using namespace detail;
     using F = Form<Operation::LUDecomp, Kind::m, Factors, A>;
-    const bool fits = fitsSquare(a, factors) && pivots.holds(forAll(rowsOf(a), a));
+    const bool fits = F::fitsSquare(a, factors) && pivots.holds(forAll(rowsOf(a), a));
     return F::call(fits, a, pivots, factors, rowsOf(a), countOf(factors));
 }
 /** One matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
@@ -110,7 +104,7 @@ KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const 
 {
     using namespace detail;
     using F = Form<Operation::LUBackSubst, Kind::v, X, Factors, B>;
-    const bool fits = isSquare(factors) && same(rowsOf(factors), rowsOf(b)) && sameShape(b, x) &&
+    const bool fits = F::isSquare(factors) && F::same(rowsOf(factors), rowsOf(b)) && F::sameShape(b, x) &&
                       sameCount(factors, b, x) && pivots.holds(forAll(rowsOf(factors), factors));
     return F::call(fits, factors, pivots, b, x, rowsOf(factors), countOf(x));
 }
@@ -119,14 +113,15 @@ KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyDecomp, Kind::m, Factor, A>;
-    return F::call(fitsSquare(a, factor), a, factor, rowsOf(a), countOf(factor));
+    return F::call(F::fitsSquare(a, factor), a, factor, rowsOf(a), countOf(factor));
 }
 template <class Factor, class B, class X>
 KVLM_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyBackSubst, Kind::v, X, Factor, B>;
-    const bool fits = isSquare(factor) && same(rowsOf(factor), rowsOf(b)) && sameShape(b, x) && sameCount(factor, b, x);
+    const bool fits =
+        F::isSquare(factor) && F::same(rowsOf(factor), rowsOf(b)) && F::sameShape(b, x) && sameCount(factor, b, x);
     return F::call(fits, factor, b, x, rowsOf(factor), countOf(x));
 }
 /** Of matrices with at least as many rows as columns. */
@@ -136,7 +131,7 @@ KVLM_INLINE Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> 
     using namespace detail;
     using F = Form<Operation::QRDecomp, Kind::m, Factors, A>;
     const bool fits =
-        sameShape(a, factors) && sameCount(a, factors) && scratch.holds(orderOf(a) * sizeof(typename F::T));
+        F::sameShape(a, factors) && sameCount(a, factors) && scratch.holds(orderOf(a) * sizeof(typename F::T));
     return F::call(fits, a, scratch, factors, shape(a), countOf(factors));
 }
 /** x of the smallest residual: b has the rows of the factors, x their columns. */
@@ -145,7 +140,7 @@ KVLM_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, Scrat
 {
     using namespace detail;
     using F = Form<Operation::QRBackSubst, Kind::v, X, Factors, B>;
-    const bool fits = same(rowsOf(factors), rowsOf(b)) && same(columnsOf(factors), rowsOf(x)) &&
+    const bool fits = F::same(rowsOf(factors), rowsOf(b)) && F::same(columnsOf(factors), rowsOf(x)) &&
                       sameCount(factors, b, x) && scratch.holds(orderOf(factors) * sizeof(typename F::T));
     return F::call(fits, factors, scratch, b, x, shape(factors), countOf(x));
 }
@@ -161,7 +156,7 @@ KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scra
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesSym, Kind::c, Plain, A>;
-    const bool fits = isSquare(a) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
+    const bool fits = F::isSquare(a) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
     return F::call(fits, a, scratch, values, rowsOf(a), countOf(a));
 }
 template <class A, class Vectors>
@@ -169,7 +164,7 @@ KVLM_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> 
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesVectorsSym, Kind::m, Vectors, A>;
-    const bool fits = fitsSquare(a, vectors) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
+    const bool fits = F::fitsSquare(a, vectors) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
     return F::call(fits, a, scratch, vectors, values, rowsOf(a), countOf(a));
 }
 /** Of general matrices: real and imaginary parts. */
@@ -178,7 +173,7 @@ KVLM_INLINE Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A
 {
     using namespace detail;
     using F = Form<Operation::EigenValues, Kind::c, Plain, A>;
-    const bool fits = fitsEigen(a, re, im) && scratch.holds(bytesOf(eigenvaluesScratch<typename F::T>, a));
+    const bool fits = fitsEigen<F>(a, re, im) && scratch.holds(bytesOf(eigenvaluesScratch<typename F::T>, a));
     return F::call(fits, a, re, im, rowsOf(a), countOf(a), scratch);
 }
 /** Both sets of vectors, which are those of the transposed matrix: what is usually called a right eigenvector of a is a
@@ -190,7 +185,7 @@ KVLM_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left
     using namespace detail;
     using F = Form<Operation::EigenValuesVectors, Kind::m, Right, A>;
     using OfLeft = Form<Operation::EigenValuesVectors, Kind::m, Left, A>;
-    const bool fits = fitsEigen(a, re, im) && fitsSquare(a, right) && fitsSquare(a, left) &&
+    const bool fits = fitsEigen<F>(a, re, im) && F::fitsSquare(a, right) && F::fitsSquare(a, left) &&
                       scratch.holds(bytesOf(eigenvectorsScratch<typename F::T>, a));
     if constexpr (OfLeft::isValid)
         return F::call(fits, a, right, left, re, im, rowsOf(a), countOf(a), scratch);
