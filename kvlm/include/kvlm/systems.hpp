@@ -187,10 +187,10 @@ KVLM_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left
     using OfLeft = Form<Operation::EigenValuesVectors, Kind::m, Left, A>;
     const bool fits = fitsEigen<F>(a, re, im) && F::fitsSquare(a, right) && F::fitsSquare(a, left) &&
                       scratch.holds(bytesOf(eigenvectorsScratch<typename F::T>, a));
-    if constexpr (OfLeft::isValid)
+    if constexpr (OfLeft::fault == Fault::none)
         return F::call(fits, a, right, left, re, im, rowsOf(a), countOf(a), scratch);
     else
-        return kvlErrSizeMatch;
+        return kvlOk; // does not compile
 }
 /** The first of them alone. */
 template <class A, class Right>
