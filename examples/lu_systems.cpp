@@ -14,7 +14,6 @@ constexpr int order = 6, count = 100000, sides = 8, repetitions = 5;
 
 using Vector = std::array<double, order>;
 using Matrix = std::array<Vector, order>;
-
 using Vectors = std::array<Vector, sides>;
 
 // ||b - A*x|| / (||A|| * ||x|| * n * epsilon), in maximum norms. A stable solver keeps it near 1.
