@@ -55,6 +55,7 @@ refused 'no C function for this operation' 'status = determinant(transposed(ma),
 refused 'no C function for this operation' 'status = affineTransform3DH(matrix(doubles, 4, 4), vectors(doubles, 3, 4), vectors(doubles, 3, 4));'
 refused 'no C function for this operation' 'status = luSolve(ma, ints, v, va);'
 refused 'an operand is no view' 'status = add(numbers, numbers, va);'
+refused 'an operand is no view' 'status = gaxpy(m33, scattered, v, v);'
 refused 'of different types' 'status = add(ma, ofDoubles, ma);'
 refused 'the destination are const' 'status = add(ma, ma, ofConst);'
 refused 'the destination are const' 'status = copy(ma, ofConst);'

@@ -68,13 +68,16 @@ using ElementOf = typename ElementOfFirst<X...>::Element;
 template <class... X>
 constexpr Description descriptionOf()
 {
-    Description ofObject = Description::standard, ofArray = ofObject;
-    bool hasArray = false;
-    ((isConstant<X>        ? void()
-      : isArray(kindOf<X>) ? (hasArray ? void() : void(ofArray = Operand<X>::description), void(hasArray = true))
-                           : void(ofObject = Operand<X>::description)),
-     ...);
-    return hasArray ? ofArray : ofObject;
+    constexpr Kind kinds[] = {kindOf<X>...};
+    constexpr Description descriptions[] = {Operand<X>::description...};
+    Description ofObject = Description::standard;
+    for (std::size_t k = 0; k < sizeof...(X); ++k)
+        if (single(kinds[k]) != Kind::c) {
+            if (isArray(kinds[k]))
+                return descriptions[k];
+            ofObject = descriptions[k];
+        }
+    return ofObject;
 }
 /// Single objects and constants stay in the standard description in calls of some others.
 template <class X>
@@ -100,12 +103,12 @@ constexpr auto described(const X &x)
     if constexpr (std::is_arithmetic_v<X>) {
         return std::tuple<T>(static_cast<T>(x));
     } else {
-        constexpr Description d = X::description;
-        constexpr bool hasRows = isMatrix<X> && d != Description::table;
+        constexpr bool isTable = X::description == Description::table, isList = X::description == Description::list;
+        constexpr bool hasObjects = isArray(X::kind) && !isList, hasRows = isMatrix<X> && !isTable;
+        constexpr bool hasElements = (isMatrix<X> || isVector<X>)&&!isTable;
         const Strides &s = x.strides();
-        return std::tuple_cat(std::tuple<typename X::Base>(x.base()), only<d != Description::standard>(s.shift),
-                              only < isArray(X::kind) && d != Description::list > (s.object), only<hasRows>(s.row),
-                              only < hasRows || (isVector<X> && d != Description::table) > (s.element));
+        return std::tuple_cat(std::tuple<typename X::Base>(x.base()), only < isTable || isList > (s.shift),
+                              only<hasObjects>(s.object), only<hasRows>(s.row), only<hasElements>(s.element));
     }
 }
 template <class T, class U>
@@ -140,11 +143,13 @@ constexpr Size<C> columnsOf(const View<T, K, D, R, C> &x)
     return {x.columns()};
 }
 /// What is no view is refused elsewhere.
-constexpr Size<dynamic> rowsOf(...)
+template <class X>
+constexpr Size<dynamic> rowsOf(const X &)
 {
     return {0};
 }
-constexpr Size<dynamic> columnsOf(...)
+template <class X>
+constexpr Size<dynamic> columnsOf(const X &)
 {
     return {0};
 }

@@ -158,6 +158,7 @@ KVLM_INLINE Status affineTransform3DH(const A &a, const Points &points, const Ds
  * dst is a run: one element for each object.
  * @{
  */
+/** The dot product of two vectors. */
 template <class A, class B>
 KVLM_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
 {
@@ -171,6 +172,7 @@ KVLM_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
         return F::call(fits, a, b, dst, rowsOf(a), countOf(a, b));
     }
 }
+/** The Euclidean norm of a vector. */
 template <class A>
 KVLM_INLINE Status l2Norm(const A &a, RunOf<A> dst)
 {
@@ -178,6 +180,7 @@ KVLM_INLINE Status l2Norm(const A &a, RunOf<A> dst)
     using F = Form<Operation::L2Norm, Kind::c, Plain, A>;
     return F::call(dst.holds(forAll(1, a)), a, dst, rowsOf(a), countOf(a));
 }
+/** The root of the sum of all squares of a matrix. */
 template <class A>
 KVLM_INLINE Status frobeniusNorm(const A &a, RunOf<A> dst)
 {
@@ -185,6 +188,7 @@ KVLM_INLINE Status frobeniusNorm(const A &a, RunOf<A> dst)
     using F = Form<Operation::FrobNorm, Kind::c, Plain, A>;
     return F::call(dst.holds(forAll(1, a)), a, stored(a), dst, countOf(a));
 }
+/** The sum of the diagonal of a square matrix. */
 template <class A>
 KVLM_INLINE Status trace(const A &a, RunOf<A> dst)
 {

@@ -92,7 +92,7 @@ constexpr auto extent(const X &x)
 }
 /// The bytes of an mdspan's stride.
 template <class X>
-constexpr int stride(const X &x, int k)
+constexpr int stride(const X &x, std::size_t k)
 {
     return bytes<typename X::element_type>(static_cast<long long>(x.stride(k)));
 }

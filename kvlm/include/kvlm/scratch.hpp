@@ -95,7 +95,7 @@ public:
     {
         if (owner)
             run = static_cast<T *>(owner->atLeast(bytes));
-        return run.size() < 0 || run.size() * sizeof(T) >= bytes;
+        return run.size() < 0 || static_cast<std::size_t>(run.size()) * sizeof(T) >= bytes;
     }
     T *data() const { return run.data(); }
 

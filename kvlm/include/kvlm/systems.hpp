@@ -73,6 +73,7 @@ KVLM_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T>
  * @name Determinant, inverse and decompositions
  * @{
  */
+/** One element for each matrix. */
 template <class A>
 KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
 {
@@ -81,6 +82,7 @@ KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
     const bool fits = F::isSquare(a) && dst.holds(forAll(1, a)) && scratch.holds(eliminationBytes(a));
     return F::call(fits, a, rowsOf(a), scratch, dst, countOf(a));
 }
+/** dst = the inverse of a, kvlErrSingular where there is none. */
 template <class A, class Dst>
 KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 {
@@ -89,7 +91,7 @@ KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
     return F::call(F::fitsSquare(a, dst) && scratch.holds(eliminationBytes(a)), a, scratch, dst, rowsOf(a),
                    countOf(dst));
 }
-/** The pivots are n ints for each matrix. */
+/** Factors in the form that luSolve reads, with their pivots: n ints for each matrix. */
 template <class A, class Factors>
 KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
 {
@@ -98,7 +100,7 @@ KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivo
     const bool fits = F::fitsSquare(a, factors) && pivots.holds(forAll(rowsOf(a), a));
     return F::call(fits, a, pivots, factors, rowsOf(a), countOf(factors));
 }
-/** One matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
+/** a x = b, for one matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
 template <class Factors, class B, class X>
 KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
 {
@@ -108,6 +110,7 @@ KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const 
                       sameCount(factors, b, x) && pivots.holds(forAll(rowsOf(factors), factors));
     return F::call(fits, factors, pivots, b, x, rowsOf(factors), countOf(x));
 }
+/** Of symmetric positive definite matrices; the diagonal of the factor holds reciprocals, for choleskySolve. */
 template <class A, class Factor>
 KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
 {
@@ -115,6 +118,7 @@ KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
     using F = Form<Operation::CholeskyDecomp, Kind::m, Factor, A>;
     return F::call(F::fitsSquare(a, factor), a, factor, rowsOf(a), countOf(factor));
 }
+/** a x = b from the factor of a. */
 template <class Factor, class B, class X>
 KVLM_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
 {
@@ -151,6 +155,7 @@ KVLM_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, Scrat
  * Values are n adjacent elements for each matrix, vectors the columns of a matrix.
  * @{
  */
+/** Of symmetric matrices, descending. */
 template <class A>
 KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
 {
@@ -159,6 +164,7 @@ KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scra
     const bool fits = F::isSquare(a) && values.holds(forAll(rowsOf(a), a)) && scratch.holds(squareBytes(a));
     return F::call(fits, a, scratch, values, rowsOf(a), countOf(a));
 }
+/** The same with orthonormal vectors. */
 template <class A, class Vectors>
 KVLM_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
 {
