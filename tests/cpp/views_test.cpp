@@ -104,9 +104,10 @@ TEST(Views, OfPointers)
     expectElements(vectorsInPlanes(p, 3, 5), [&](int i, int j, int) { return p + j * 5 + i; });
 
     // What an int can't hold is no stride, size or count.
-    EXPECT_EQ(matrices(p, 1 << 20, 1 << 20, 1).strides().object, 0);
-    EXPECT_EQ(matrix(p, 1, 1 << 29).strides().row, 0);
-    EXPECT_EQ(multiply(2, matrix(p, 1, 1 << 29), matrix(p, 1, 1 << 29)), kvlErrStride);
+    EXPECT_EQ(matrices(p, 1 << 16, (1 << 14) + 1, 1).strides().object, 0);
+    const auto wide = matrix(p, 1, (1 << 29) + 1);
+    EXPECT_EQ(wide.strides().row, 0);
+    EXPECT_EQ(multiply(2, wide, wide), kvlErrStride);
 }
 
 TEST(Views, OfTablesAndLists)
@@ -265,6 +266,9 @@ TEST(Calls, RunsAndScratch)
     ASSERT_TRUE(determinant(matrices(a), det, workspace).ok());
     EXPECT_EQ(det[2], 24);
     EXPECT_EQ(workspace.size(), 4 * 4 * sizeof(double) + 4 * sizeof(int));
+    void *const kept = workspace.atLeast(workspace.size());
+    EXPECT_EQ(workspace.atLeast(1), kept);
+    EXPECT_EQ(workspace.atLeast(workspace.size()), kept);
     double one;
     EXPECT_TRUE(determinant(matrix(a[0]), one, workspace).ok());
     EXPECT_EQ(one, 24);
