@@ -13,14 +13,14 @@
  * **Views** (views.hpp, make.hpp) are one object or an array of them, in one of the three descriptions of kvlm.h. They
  * own nothing. Sizes that the compiler knows are part of a view's type.
  *
- * **Operations** take sources, then destinations, then scratch. By the kinds of the sources, m a matrix, t transposed(), v
- * a vector, c a number, each also as an array (a):
+ * **Operations** take sources, then destinations, then scratch. By the kinds of the sources, m a matrix, t
+ * transposed(), v a vector, c a number, each also as an array (a):
  *
  * | Operation (functions.hpp)            | C name          | Sources                                                  |
  * |--------------------------------------|-----------------|----------------------------------------------------------|
  * | add(a, b, dst)                       | Add             | m or t with m or t; v with v or c; ca with v             |
  * | subtract(a, b, dst)                  | Sub             | the same                                                 |
- * | multiply(a, b, dst)                  | Mul             | m or t by m, t, v, c; v by c; ca by v; c and ca on either side |
+ * | multiply(a, b, dst)                  | Mul             | m or t by m, t, v; m, t, v by c; v by ca; either way   |
  * | gaxpy(a, x, b, dst)                  | Gaxpy           | m v v, m va va, m va v                                   |
  * | saxpy(x, val, y, dst)                | Saxpy           | v and v                                                  |
  * | linearCombination(x, a, y, b, dst)   | LComb           | v and v                                                  |
@@ -51,9 +51,9 @@
  * | eigenvectorsRight, eigenvectorsLeft(a, vectors, re, im, scratch) | EigenValuesVectors... | m                    |
  * | eigenvaluesScratch, eigenvectorsScratch<T>(order, bytes)      | EigenValues...GetBufSize | -                    |
  *
- * What has no C function (a sum of a matrix and a constant, lists of single objects) does not compile, and a line of the
- * error says so. Where C has one order of a sum or product, the other is the same call with operands exchanged: the bits
- * are the same, but for the payload where both operands are NaN.
+ * What has no C function (a sum of a matrix and a constant, lists of single objects) does not compile, and a line of
+ * the error says so. Where C has one order of a sum or product, the other is the same call with operands exchanged: the
+ * bits are the same, but for the payload where both operands are NaN.
  *
  * **Checks.** Sizes that the compiler knows are compared when compiling. Others, the numbers of objects and the lengths
  * of runs are compared before the call, and give kvlErrSizeMatch; then come the checks of the C function. Ints hold
