@@ -18,7 +18,8 @@ void checkRow(const char *family, Call call)
         const auto z = reader.template result<likeSources<A, B>(isVector ? Kind::v : Kind::m)>();
         const int columns = reader.number(), rows = isVector ? 1 : reader.number();
         const int count = likeSources<A, B>(m) == ma ? reader.number() : 1;
-        const auto first = x.shaped(rows, columns, count), second = y.shaped(rows, columns, count);
+        const auto first = x.shaped(rows, columns, count);
+        const auto second = y.shaped(rows, columns, count);
         if constexpr (isSwapped)
             return call(second, first, z.shaped(rows, columns, count));
         else
