@@ -5,7 +5,7 @@
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these two are for test and bench
 {
-    testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache)
+    testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
 

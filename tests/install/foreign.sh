@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the foreign project against an installed tree, once by pkg-config and once by find_package.
-# usage: foreign.sh <prefix> <libdir below it> <libomp.so.5> <cmake> <C compiler and flags> [emulator]
+# usage: foreign.sh <prefix> <libdir below it> <libomp.so.5> <cmake> <C compiler and flags> <C++ compiler and flags>
+#        [emulator]
 set -euo pipefail
 
 prefix=$1
@@ -8,7 +9,8 @@ libraries=$1/$2
 libompFolder=$(dirname "$3")
 cmake=$4
 read -ra compiler <<<"$5"
-emulator=("${@:6}")
+read -ra cxxCompiler <<<"$6"
+emulator=("${@:7}")
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/foreign
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -26,10 +28,13 @@ read -ra cflags <<<"$(pkg-config --cflags kvlm)"
 read -ra libs <<<"$(pkg-config --libs kvlm)"
 "${compiler[@]}" -Wall -Wextra -Werror "${cflags[@]}" "$source/main.c" -o "$work/byPkgConfig" "${libs[@]}" \
     "-Wl,-rpath-link,$libompFolder" "-Wl,-rpath,$libraries"
-echo "pkg-config:   $("${emulator[@]}" "$work/byPkgConfig")"
+"${cxxCompiler[@]}" -std=c++17 -Wall -Wextra -Werror "${cflags[@]}" "$source/main.cpp" -o "$work/cppByPkgConfig" \
+    "${libs[@]}" "-Wl,-rpath-link,$libompFolder" "-Wl,-rpath,$libraries"
+echo "pkg-config:   $("${emulator[@]}" "$work/byPkgConfig"), $("${emulator[@]}" "$work/cppByPkgConfig")"
 
 "$cmake" -S "$source" -B "$work/build" -G Ninja "-DCMAKE_PREFIX_PATH=$work/moved" "-DCMAKE_C_COMPILER=${compiler[0]}" \
-    "-DCMAKE_C_FLAGS=${compiler[*]:1}" "-DCMAKE_EXE_LINKER_FLAGS=-Wl,-rpath-link,$libompFolder" >"$work/log" ||
+    "-DCMAKE_C_FLAGS=${compiler[*]:1}" "-DCMAKE_CXX_COMPILER=${cxxCompiler[0]}" "-DCMAKE_CXX_FLAGS=${cxxCompiler[*]:1}" \
+    "-DCMAKE_EXE_LINKER_FLAGS=-Wl,-rpath-link,$libompFolder" >"$work/log" ||
     { cat "$work/log"; exit 1; }
 "$cmake" --build "$work/build" >"$work/log" || { cat "$work/log"; exit 1; }
-echo "find_package: $("${emulator[@]}" "$work/build/foreign")"
+echo "find_package: $("${emulator[@]}" "$work/build/foreign"), $("${emulator[@]}" "$work/build/foreign_cpp")"

@@ -17,17 +17,25 @@ strict=(-Wall -Wextra -Werror -pedantic -fsyntax-only "-I$include")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-for header in kvlm.h kvlcore.h; do
+# compileAlone HEADER STANDARD...
+compileAlone() {
+    local header=$1 standard
     # Twice: a header must bear to be included again.
-    printf '#include <%s>\n' $header $header | tee "$work/alone.c" >"$work/alone.cpp"
-    for standard in c90 c99 c11; do
-        "${cCompiler[@]}" -std=$standard "${strict[@]}" -Wstrict-prototypes "$work/alone.c"
+    printf '#include <%s>\n' "$header" "$header" | tee "$work/alone.c" >"$work/alone.cpp"
+    for standard in "${@:2}"; do
+        if [[ $standard == c++* ]]; then
+            "${cxxCompiler[@]}" -std="$standard" "${strict[@]}" "$work/alone.cpp"
+        else
+            "${cCompiler[@]}" -std="$standard" "${strict[@]}" -Wstrict-prototypes "$work/alone.c"
+        fi
         echo "ok      $header as $standard"
     done
-    for standard in c++11 c++17; do
-        "${cxxCompiler[@]}" -std=$standard "${strict[@]}" "$work/alone.cpp"
-        echo "ok      $header as $standard"
-    done
+}
+compileAlone kvlm.h c90 c99 c11 c++11 c++17
+compileAlone kvlcore.h c90 c99 c11 c++11 c++17
+compileAlone kvlm_status.h c99 c11 c++11 c++17
+for header in kvlm.hpp $(cd "$include" && echo kvlm/*.hpp); do
+    compileAlone "$header" c++17 c++20
 done
 
 expandNames '^kvlm' >"$work/expected"
