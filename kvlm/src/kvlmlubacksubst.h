@@ -153,6 +153,10 @@ KVLM_NOINLINE KvlStatus solveVectors(const Objects<const T> &a, const int *pivot
         GroupSource<T, 1, N>(b));
 }
 
+// Measured: registers of 16 floats take longer to fill with rows of 4 or 6 than they save.
+template <class V, int N, class Rows>
+constexpr bool isWorthFilling = V::count < 16 || N % 2 == 1 || !Rows::hasPackedRows;
+
 // A matrix for each right-hand side
 template <int N, class T>
 KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot, const Objects<const T> &b,
@@ -173,7 +177,8 @@ KVLM_NOINLINE KvlStatus solveSystems(const Objects<const T> &a, const int *pivot
     }
     return vectorsByLayout<N>(
         d, count,
-        [&](ptrdiff_t i, auto &x, const auto &factors, const auto &source) KVLM_INLINED {
+        [&](ptrdiff_t i, auto &x, const auto &factors, const auto &source) KVLM_INLINED
+        -> std::enable_if_t<isWorthFilling<NumberOf<decltype(x)>, N, std::decay_t<decltype(factors)>>> {
             using V = NumberOf<decltype(x)>;
             int order[V::count][N];
             memcpy(order, pivot + i * N, sizeof order);

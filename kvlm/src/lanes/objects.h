@@ -580,15 +580,20 @@ KVLM_INLINE void storeParts(const Result &result, ptrdiff_t first, int parts, V 
 template <class Move, class T, int C, bool Packed = false>
 class RowGroups {
 public:
+    static constexpr bool hasPackedRows = Packed;
+
     explicit RowGroups(const Objects<T> &x) : x(x) {}
 
     template <int R, class V>
     KVLM_INLINE void move(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
     {
-        if constexpr (!Packed && std::remove_const_t<V>::blocks > 1)
-            moveWide(first, rows, a);
-        else
-            moveRows<true>(first, rows, a);
+        constexpr bool isWide = std::remove_const_t<V>::blocks > 1;
+        if constexpr (!Packed && isWide)
+            return moveWide(first, rows, a);
+        if constexpr (Packed && isWide && !std::is_const_v<T> && R * C * sizeof(T) > 128)
+            if (x.objStride == R * C * sizeof(T))
+                return writeWhole(first, rows, a);
+        moveRows<true>(first, rows, a);
     }
 
     bool inPlanes() const { return x.inPlanes(); }
@@ -642,6 +647,20 @@ private:
     KVLM_NOINLINE void moveWide(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
     {
         moveRows<false>(first, rows, a);
+    }
+    // Memory takes whole lines one behind the other faster than rows of many large objects.
+    template <int R, class V>
+    KVLM_INLINE void writeWhole(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const
+    {
+        T objects[V::count][R][C];
+#pragma GCC unroll 6
+        for (int r = 0; r < R; ++r)
+            Move::runs(groupOf<T, V::count>([&](int l) KVLM_INLINED { return objects[l][rows[l][r]]; }), Fixed<C>(),
+                       a[r]);
+        T *const to = x.object(first);
+#pragma GCC unroll 4
+        for (int k = 0; k < R * C; ++k)
+            std::remove_const_t<V>::load(objects[0][0] + k * V::count).store(to + k * V::count);
     }
 
     const Objects<T> x;
