@@ -66,6 +66,12 @@ EOF
     rm -rf "$work"
 }
 
+# variantsHere: the variants of the library that this processor can run, as its dynamic loader tells.
+variantsHere() {
+    local loader=/lib64/ld-linux-x86-64.so.2
+    [[ ! -x $loader ]] || "$loader" --help | sed -n 's/^ *\(x86-64-v[34]\) (supported.*/\1/p'
+}
+
 # quietly LOG COMMAND...: shows the output only if the command fails.
 quietly() {
     local log=$1
