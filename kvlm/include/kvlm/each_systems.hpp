@@ -1,0 +1,350 @@
+/**
+ * @file each_systems.hpp
+ * Decompositions, inverses, determinants and solutions of arrays of systems, with a status for each object: see each.hpp.
+ */
+#ifndef KVLM_EACH_SYSTEMS_HPP
+#define KVLM_EACH_SYSTEMS_HPP
+
+#include "each_factors.hpp"
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+/// Factors that go to the caller.
+template <class Factor, class F>
+class Decompose : public Factor {
+public:
+    template <class A>
+    Decompose(const A &a, const F &f, int *table = nullptr) : Factor(a), factors(f), pivots(table)
+    {
+        this->source.avoid(factors);
+    }
+    int most() const { return std::min(this->source.most(), factors.most()); }
+    void load(int first, int objects)
+    {
+        this->in = this->source.load(first, objects);
+        this->out = factors.load(first, objects); // what a Cholesky decomposition leaves alone must stand in a copy, too
+        if constexpr (Factor::hasPivots)
+            this->pivot = pivots + static_cast<std::ptrdiff_t>(first) * this->n;
+    }
+    void store(int first, int objects) { factors.store(first, objects); }
+
+private:
+    Block<F> factors;
+    int *const pivots;
+};
+
+/// Factors that stay here, for one right-hand side each.
+template <class Factor, class B, class X>
+class Solve : public Conditioned<Factor> {
+public:
+    using typename Factor::T;
+    static constexpr KvlStatus failure = Factor::failure;
+
+    template <class A>
+    Solve(const A &a, const B &b, const X &x, T *numbers) : Conditioned<Factor>(a, numbers), right(b), solution(x)
+    {
+        right.avoid(solution);
+    }
+    int most() const
+    {
+        return std::max(1, std::min({this->source.most(), right.most(), solution.most(),
+                                     factors.capacity / (this->height * this->width)}));
+    }
+    void load(int start, int objects)
+    {
+        first = start;
+        const int h = this->height, w = this->width;
+        this->in = this->source.load(start, objects);
+        this->out = packed<T>(factors.get(static_cast<std::size_t>(objects) * h * w), h, w);
+        if constexpr (Factor::hasPivots)
+            this->pivot = pivots.get(static_cast<std::size_t>(objects) * w);
+        b = right.load(start, objects);
+        x = solution.open(start, objects);
+    }
+    void store(int start, int objects) { solution.store(start, objects); }
+
+    bool areGood(int objects)
+    {
+        this->substitute(b, x, objects);
+        return Factor::areGood(objects) && haveSquares(x, objects, this->width, 1);
+    }
+    bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
+    KvlStatus again(int i)
+    {
+        const int h = this->height, w = this->width;
+        double *a, *behind;
+        bool isDone = this->read(i, a, behind, h + this->extra());
+        for (int r = 0; r < h; ++r)
+            behind[r] = b(i, r, 0);
+        isDone = isDone && areFinite(behind, h) && this->solveAgain(a, behind, behind + h);
+        this->write(x, i, w, 1, [&](int r, int) { return isDone ? behind[r] : notANumber<double>; });
+        return isDone && isSolved(i) ? kvlOk : failure;
+    }
+    void finish(int i, KvlStatus &status)
+    {
+        if (!this->isRegular(first, i) && status == kvlOk)
+            status = kvlErrSingular;
+        if (status != kvlOk)
+            this->writeNaN(x, i, this->width, 1);
+    }
+
+private:
+    bool isSolved(int i) const
+    {
+        bool isFiniteAll = true;
+        for (int r = 0; r < this->width; ++r)
+            isFiniteAll &= isFinite(x(i, r, 0));
+        return isFiniteAll;
+    }
+
+    Block<B> right;
+    Block<X> solution;
+    Strided<const T> b;
+    Strided<T> x;
+    Room<T> factors;
+    Room<int, 256> pivots;
+    int first = 0;
+};
+
+template <class A, class F>
+class Invert : public Conditioned<Source<A>> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 0;
+    static constexpr KvlStatus failure = kvlErrSingular;
+
+    Invert(const A &a, const F &inverse, T *numbers) : Conditioned<Source<A>>(a, numbers), destination(inverse)
+    {
+        this->source.avoid(destination);
+    }
+    int most() const { return std::min(this->source.most(), destination.most()); }
+    void load(int start, int objects)
+    {
+        first = start;
+        this->in = this->source.load(start, objects);
+        out = destination.open(start, objects);
+    }
+    void store(int start, int objects) { destination.store(start, objects); }
+
+    /// Orders 3 to 6 are the C functions' own; what they do with others is slow, and has no zeros.
+    KvlStatus call(int i, int objects)
+    {
+        if (n < 3 || n > 6)
+            return kvlOk;
+        T unused[1];
+        return callWith(Systems<T>::invert, matrices(this->in.from(i)), std::tuple(unused + 0), matrices(out.from(i)),
+                        std::tuple(n, objects));
+    }
+    void mark(int i) { out(i, n - 1, n - 1) = notANumber<T>; }
+    bool isMarked(int i) const { return !isFinite(out(i, n - 1, n - 1)); }
+    bool areGood(int objects) const
+    {
+        return 3 <= n && n <= 6 &&
+               forAll(objects, [this](int i) { return isWithin(out(i, 0, 0), leastSafe<T>, greatest<T>); });
+    }
+    bool isGood(int i) const
+    {
+        if (n < 3 || n > 6)
+            return false;
+        // An overflow in the determinant leaves zeros or NaN everywhere.
+        for (int c = 0; c < n; ++c)
+            if (isWithin(out(i, 0, c), leastSafe<T>, greatest<T>))
+                return true;
+        return false;
+    }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        bool isDone = this->read(i, a, behind, n * n + 3 * n);
+        int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
+        double *const inverse = behind + 2 * n;
+        if (isDone) {
+            equilibrate(a, n, n, rows, columns);
+            int *const table = pivots.get(static_cast<std::size_t>(n));
+            isDone = factorLU(a, table, n);
+            if (isDone)
+                invertLU(a, table, n, behind, behind + n, inverse);
+        }
+        this->write(out, i, n, n, [&](int r, int c) {
+            const double value = isDone ? std::ldexp(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
+            isDone = isDone && isFinite(static_cast<T>(value));
+            return value;
+        });
+        return isDone ? kvlOk : failure;
+    }
+    void finish(int i, KvlStatus &status)
+    {
+        if (!this->isRegular(first, i) && status == kvlOk)
+            status = failure;
+        if (status != kvlOk)
+            this->writeNaN(out, i, n, n);
+    }
+
+private:
+    Block<F> destination;
+    Strided<T> out;
+    Room<int, 64> pivots;
+    int first = 0;
+    const int n = this->width;
+};
+
+template <class A>
+class Determinant : public Source<A> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 0;
+
+    Determinant(const A &a, T *values) : Source<A>(a), all(values) {}
+    void load(int first, int objects)
+    {
+        this->in = this->source.load(first, objects);
+        out = all + first;
+    }
+    void store(int, int) {}
+
+    KvlStatus call(int i, int objects)
+    {
+        T unused[1];
+        return n < 3 || n > 6 ? kvlOk
+                              : callWith(Systems<T>::determinant, matrices(this->in.from(i)),
+                                         std::tuple(n, unused + 0, out + i, objects));
+    }
+    void mark(int) {}
+    bool isMarked(int) const { return false; }
+    bool areGood(int objects) const
+    {
+        return forAll(objects, [this](int i) { return isGood(i); });
+    }
+    bool isGood(int i) const
+    {
+        // Minors of what gives such a determinant can't have lost anything to underflow or overflow.
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-60) : T(0x1p-500);
+        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
+    }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        const bool isInput = this->read(i, a, behind, 0);
+        out[i] = isInput ? static_cast<T>(value(a)) : notANumber<T>;
+        return isInput ? kvlOk : kvlErrSingular;
+    }
+
+private:
+    double value(double *a)
+    {
+        int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
+        equilibrate(a, n, n, rows, columns);
+        int exponent = 0;
+        for (int k = 0; k < n; ++k)
+            exponent += rows[k] + columns[k];
+        int *const table = rows;
+        if (!factorLU(a, table, n))
+            return 0;
+        double product = 1;
+        for (int k = 0; k < n; ++k) {
+            int part;
+            product = std::frexp(product * a[table[k] * n + k], &part);
+            exponent += part;
+        }
+        for (int k = 0; k < n; ++k) // the sign of the permutation, which becomes the identity
+            while (table[k] != k) {
+                std::swap(table[k], table[table[k]]);
+                product = -product;
+            }
+        return std::ldexp(product, exponent);
+    }
+
+    T *const all;
+    T *out = nullptr;
+    const int n = this->width;
+};
+
+template <class A>
+bool isSquare(const A &a)
+{
+    return a.rows() == a.columns();
+}
+template <class A, class B>
+bool isAlike(const A &a, const B &b)
+{
+    return a.rows() == b.rows() && a.columns() == b.columns() && a.count() == b.count();
+}
+/// Matrices a with right-hand sides b and solutions x.
+template <class Factor, class A, class B, class X>
+int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> *conditions, bool hasShape)
+{
+    const bool doFit = hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() &&
+                       x.count() == a.count();
+    const KvlStatus status = check(statuses, a.count(), std::min(a.rows(), a.columns()), doFit);
+    return status != kvlOk ? status : run(Solve<Factor, B, X>(a, b, x, conditions), statuses);
+}
+
+} // namespace detail
+
+/// P*A = L*U, in the form of kvlmLUDecomp.
+template <class A, class F>
+int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses && pivots, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<LU<A>, F>(a, factors, pivots), statuses);
+}
+
+template <class A, class F>
+int cholesky(const A &a, const F &factors, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<Cholesky<A>, F>(a, factors), statuses);
+}
+
+template <class A, class F>
+int qr(const A &a, const F &factors, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status =
+        check(statuses, a.count(), a.columns(), a.columns() <= a.rows() && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<QR<A>, F>(a, factors), statuses);
+}
+
+template <class A, class F>
+int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, inverses));
+    return status != kvlOk ? status : run(Invert<A, F>(a, inverses, conditions), statuses);
+}
+
+template <class A>
+int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses && values, a.count(), a.rows(), isSquare(a));
+    return status != kvlOk ? status : run(Determinant<A>(a, values), statuses);
+}
+
+template <class A, class B, class X>
+int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::LU<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
+}
+
+template <class A, class B, class X>
+int solvePositiveDefinite(const A &a, const B &b, const X &x, KvlStatus *statuses,
+                          detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::Cholesky<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
+}
+
+template <class A, class B, class X>
+int leastSquares(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::QR<A>>(a, b, x, statuses, conditions, a.columns() <= a.rows());
+}
+
+} // namespace each
+} // namespace kvlm
+
+#endif
