@@ -78,6 +78,23 @@ bool isWithin(T x, T low, T high)
 template <class T>
 constexpr T notANumber = std::numeric_limits<T>::quiet_NaN();
 
+/// A power of two, factor, that brings a magnitude to about 1, and its reciprocal; both are normal numbers.
+template <class T>
+struct Power {
+    Power() = default;
+    explicit Power(T largest)
+    {
+        using Bits = decltype(magnitudeBits(largest));
+        constexpr int shift = std::numeric_limits<T>::digits - 1;
+        constexpr Bits bias = std::numeric_limits<T>::max_exponent - 1;
+        const Bits exponent = std::clamp<Bits>(magnitudeBits(largest) >> shift, 1, 2 * bias - 1);
+        const Bits up = (2 * bias - exponent) << shift, down = exponent << shift;
+        std::memcpy(&factor, &up, sizeof(up));
+        std::memcpy(&reciprocal, &down, sizeof(down));
+    }
+    T factor = 1, reciprocal = 1;
+};
+
 /// Elements that lie as the standard description says; strides in bytes.
 template <class T>
 struct Strided {
@@ -339,6 +356,16 @@ inline KvlStatus check(bool arePointers, int count, int rows, bool doFit)
     return !arePointers ? kvlErrNullPointer : count < 1 ? kvlErrCount : rows < 1 ? kvlErrSize : doFit ? kvlOk : kvlErrSizeMatch;
 }
 
+template <class A>
+bool isSquare(const A &a)
+{
+    return a.rows() == a.columns();
+}
+template <class A, class B>
+bool isAlike(const A &a, const B &b)
+{
+    return a.rows() == b.rows() && a.columns() == b.columns() && a.count() == b.count();
+}
 } // namespace detail
 } // namespace each
 } // namespace kvlm

@@ -261,16 +261,6 @@ private:
     const int n = this->width;
 };
 
-template <class A>
-bool isSquare(const A &a)
-{
-    return a.rows() == a.columns();
-}
-template <class A, class B>
-bool isAlike(const A &a, const B &b)
-{
-    return a.rows() == b.rows() && a.columns() == b.columns() && a.count() == b.count();
-}
 /// Matrices a with right-hand sides b and solutions x.
 template <class Factor, class A, class B, class X>
 int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> *conditions, bool hasShape)

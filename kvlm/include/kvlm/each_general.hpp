@@ -1,0 +1,288 @@
+/**
+ * @file each_general.hpp
+ * Eigenproblems of arrays of general matrices, with a status for each object: see each.hpp.
+ */
+#ifndef KVLM_EACH_GENERAL_HPP
+#define KVLM_EACH_GENERAL_HPP
+
+#include "each_factors.hpp"
+#include "each_schur.hpp"
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+enum class Vectors { none, right, left, both };
+
+/// The C functions of an element type. They work on the transpose of what they are given, and are given transposes.
+template <class T>
+struct Eigen;
+#define KVLM_EACH_EIGEN(T, suffix)                                                                                     \
+    template <>                                                                                                        \
+    struct Eigen<T> {                                                                                                  \
+        static constexpr auto values = kvlmEigenValues_ma_##suffix;                                                    \
+        static constexpr auto right = kvlmEigenValuesVectorsRight_ma_##suffix;                                         \
+        static constexpr auto left = kvlmEigenValuesVectorsLeft_ma_##suffix;                                           \
+        static constexpr auto both = kvlmEigenValuesVectors_ma_##suffix;                                               \
+    };
+KVLM_EACH_EIGEN(float, 32f)
+KVLM_EACH_EIGEN(double, 64f)
+#undef KVLM_EACH_EIGEN
+
+template <class A, class R, class L, Vectors which>
+class General {
+public:
+    using T = ElementOf<A>;
+    static constexpr int lag = 0;
+    static constexpr bool hasRight = which == Vectors::right || which == Vectors::both;
+    static constexpr bool hasLeft = which == Vectors::left || which == Vectors::both;
+
+    General(const A &a, const R &right, const L &left, T *re, T *im)
+        : n(a.rows()), source(a), rightVectors(right), leftVectors(left), allRe(re), allIm(im),
+          buffer(scratch.get(static_cast<std::size_t>(n) * (3 * n + 5)))
+    {
+    }
+    int count() const { return source.count(); }
+    int most() const { return std::max(1, copies.capacity / (n * n)); }
+    int work() const { return 4 * n * n + 4 * n; }
+    bool isAsked() const { return false; }
+    void finish(int, KvlStatus) {}
+
+    /// Copies that are scaled by powers of two to magnitudes in [1, 2): the C functions have absolute tests.
+    void load(int first, int objects)
+    {
+        const std::size_t elements = static_cast<std::size_t>(objects) * n * n;
+        a = packed(copies.get(elements), n, n);
+        right = packed(rights.get(elements), n, n);
+        left = packed(lefts.get(elements), n, n);
+        const auto in = source.load(first, objects);
+        for (int i = 0; i < objects; ++i) {
+            decltype(magnitudeBits(T())) largest = 0;
+            for (int r = 0; r < n; ++r)
+                for (int c = 0; c < n; ++c)
+                    largest = std::max(largest, magnitudeBits(in(i, r, c)));
+            T size;
+            std::memcpy(&size, &largest, sizeof(size));
+            powers[i] = Power<T>(size);
+            for (int r = 0; r < n; ++r)
+                for (int c = 0; c < n; ++c)
+                    a(i, r, c) = in(i, r, c) * powers[i].factor;
+        }
+        re = allRe + static_cast<std::ptrdiff_t>(first) * n;
+        im = allIm + static_cast<std::ptrdiff_t>(first) * n;
+        for (int i = 0; i < objects; ++i)
+            mark(i);
+    }
+    void store(int first, int objects)
+    {
+        for (int i = 0; i < objects; ++i)
+            for (int k = 0; k < n; ++k) {
+                re[i * n + k] *= powers[i].reciprocal;
+                im[i * n + k] *= powers[i].reciprocal;
+            }
+        if constexpr (hasRight)
+            copy(right, rightVectors, first, objects);
+        if constexpr (hasLeft)
+            copy(left, leftVectors, first, objects);
+    }
+
+    KvlStatus call(int i, int objects)
+    {
+        const Strided<T> at = a.from(i);
+        const auto transposes = std::tuple<const T *, int, int, int>(at.base, at.object, at.element, at.row);
+        const std::tuple results(re + i * n, im + i * n);
+        KvlStatus status;
+        if constexpr (which == Vectors::none)
+            status = callWith(Eigen<T>::values, transposes, results, std::tuple(n, objects, buffer));
+        else if constexpr (which == Vectors::right)
+            status = callWith(Eigen<T>::right, transposes, matrices(right.from(i)), results,
+                              std::tuple(n, objects, buffer));
+        else if constexpr (which == Vectors::left)
+            status = callWith(Eigen<T>::left, transposes, matrices(left.from(i)), results,
+                              std::tuple(n, objects, buffer));
+        else
+            status = callWith(Eigen<T>::both, transposes, matrices(right.from(i)), matrices(left.from(i)), results,
+                              std::tuple(n, objects, buffer));
+        return status == kvlOk && isMarked(i + objects - 1) ? kvlErrSmallPivot : status; // some stop without a word
+    }
+    void mark(int i) { markOf(i) = notANumber<T>; }
+    bool isMarked(int i) const { return !isFinite(markOf(i)); }
+
+    bool areGood(int objects) const
+    {
+        return forAll(objects, [this](int i) { return isGood(i); });
+    }
+    bool isGood(int i) const
+    {
+        if constexpr (which == Vectors::none)
+            return haveTraces(i);
+        else
+            return (!hasRight || areVectors(right, i, false)) && (!hasLeft || areVectors(left, i, true));
+    }
+    KvlStatus again(int i)
+    {
+        const std::size_t square = static_cast<std::size_t>(n) * n;
+        double *const t = reals.get(2 * square + 3 * n), *const z = t + square, *const values = z + square;
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                t[r * n + c] = a(i, r, c);
+        Schur schur(n, t, which == Vectors::none ? nullptr : z, values + 2 * n);
+        const bool isDone = areFinite(t, n * n) && schur.solve(values, values + n);
+        for (int k = 0; k < n; ++k) {
+            re[i * n + k] = isDone ? static_cast<T>(values[k]) : notANumber<T>;
+            im[i * n + k] = isDone ? static_cast<T>(values[n + k]) : notANumber<T>;
+        }
+        if constexpr (which != Vectors::none) {
+            Schur::Complex *const c = complexes.get(2 * square + 2 * n), *const u = c + square, *const x = u + square;
+            if (isDone)
+                schur.makeComplex(values + n, c, u);
+            for (int k = 0; k < n; ++k) {
+                const bool isPair = isDone && values[n + k] > 0;
+                if (hasRight)
+                    write(right, i, k, isPair, isDone ? (schur.vector(false, k, c, u, x, x + n), x) : nullptr);
+                if (hasLeft)
+                    write(left, i, k, isPair, isDone ? (schur.vector(true, k, c, u, x, x + n), x) : nullptr);
+                k += isPair;
+            }
+        }
+        return isDone ? kvlOk : kvlErrNoConvergence;
+    }
+
+private:
+    T &markOf(int i) const
+    {
+        if constexpr (which == Vectors::none)
+            return re[i * n];
+        else
+            return hasRight ? right(i, 0, 0) : left(i, 0, 0);
+    }
+    template <class To>
+    void copy(const Strided<T> &from, Block<To> &block, int first, int objects)
+    {
+        for (int start = 0; start < objects; start += block.most()) {
+            const int part = std::min(block.most(), objects - start);
+            const auto to = block.open(first + start, part);
+            for (int i = 0; i < part; ++i)
+                for (int r = 0; r < n; ++r)
+                    for (int c = 0; c < n; ++c)
+                        to(i, r, c) = from(start + i, r, c);
+            block.store(first + start, part);
+        }
+    }
+    void write(const Strided<T> &to, int i, int k, bool isPair, const Schur::Complex *x) const
+    {
+        for (int r = 0; r < n; ++r) {
+            to(i, r, k) = x ? static_cast<T>(x[r].real()) : notANumber<T>;
+            if (isPair)
+                to(i, r, k + 1) = static_cast<T>(x[r].imag());
+        }
+    }
+
+    /// Sums of the values and of their squares must be the traces of A and A*A. That doesn't see a block whose values
+    /// nearly meet: they count as not good.
+    bool haveTraces(int i) const
+    {
+        T trace = 0, ofSquare = 0, norm = 0, sum = 0, sumOfSquares = 0, nearest = std::numeric_limits<T>::max();
+        for (int r = 0; r < n; ++r) {
+            trace += a(i, r, r);
+            for (int c = 0; c < n; ++c) {
+                ofSquare += a(i, r, c) * a(i, c, r);
+                norm += a(i, r, c) * a(i, r, c);
+            }
+            const T x = re[i * n + r], y = im[i * n + r];
+            sum += x;
+            sumOfSquares += x * x - y * y;
+            for (int k = 0; k < r; ++k) {
+                const T dx = x - re[i * n + k], dy = y - im[i * n + k];
+                nearest = std::min(nearest, dx * dx + dy * dy);
+            }
+        }
+        const T tolerance = 8 * n * std::numeric_limits<T>::epsilon(), change = sum - trace;
+        return isFinite(sumOfSquares) && change * change <= tolerance * tolerance * norm &&
+               std::fabs(sumOfSquares - ofSquare) <= tolerance * norm && nearest > 4 * tolerance * norm;
+    }
+    /// Whether A*x - w*x, or its like from the left, is small for all vectors, and their length 1.
+    bool areVectors(const Strided<T> &x, int i, bool isLeft) const
+    {
+        const T sign = isLeft ? T(-1) : T(1), tolerance = 4 * n * std::numeric_limits<T>::epsilon();
+        T norm = 0, worst = 0, longest = 0;
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                norm += a(i, r, c) * a(i, r, c);
+        for (int k = 0; k < n; ++k) {
+            const bool isPair = im[i * n + k] > 0;
+            const T w = re[i * n + k], v = sign * im[i * n + k];
+            T residual = 0, length = 0;
+            for (int r = 0; r < n; ++r) {
+                T ofReal = 0, ofImaginary = 0;
+                for (int c = 0; c < n; ++c) {
+                    const T element = isLeft ? a(i, c, r) : a(i, r, c);
+                    ofReal += element * x(i, c, k);
+                    if (isPair)
+                        ofImaginary += element * x(i, c, k + 1);
+                }
+                const T p = x(i, r, k), q = isPair ? x(i, r, k + 1) : T(0);
+                ofReal -= w * p - v * q;
+                ofImaginary -= w * q + v * p;
+                residual += ofReal * ofReal + (isPair ? ofImaginary * ofImaginary : T(0));
+                length += p * p + q * q;
+            }
+            worst = std::max(worst, residual);
+            longest = std::max(longest, std::fabs(length - 1));
+            if (!isFinite(residual + length))
+                return false;
+            k += isPair;
+        }
+        return worst <= tolerance * tolerance * norm && longest < T(0.01);
+    }
+
+    const int n;
+    Block<A> source;
+    Block<R> rightVectors;
+    Block<L> leftVectors;
+    T *const allRe, *const allIm;
+    T *re = nullptr, *im = nullptr;
+    Strided<T> a, right, left;
+    Room<T> copies, rights, lefts;
+    Power<T> powers[1024];
+    Room<T, 256> scratch;
+    T *const buffer;
+    Room<double, 128> reals;
+    Room<Schur::Complex, 128> complexes;
+};
+
+template <Vectors which, class A, class R, class L, class T>
+int general(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *statuses)
+{
+    const KvlStatus status =
+        check(re && im && statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, right) && isAlike(a, left));
+    return status != kvlOk ? status : run(General<A, R, L, which>(a, right, left, re, im), statuses);
+}
+
+} // namespace detail
+
+template <class A, class T = detail::ElementOf<A>>
+int eigenvalues(const A &a, T *re, T *im, KvlStatus *statuses)
+{
+    return detail::general<detail::Vectors::none>(a, a, a, re, im, statuses);
+}
+template <class A, class R, class T = detail::ElementOf<A>>
+int eigenvectors(const A &a, const R &right, T *re, T *im, KvlStatus *statuses)
+{
+    return detail::general<detail::Vectors::right>(a, right, right, re, im, statuses);
+}
+template <class A, class L, class T = detail::ElementOf<A>>
+int leftEigenvectors(const A &a, const L &left, T *re, T *im, KvlStatus *statuses)
+{
+    return detail::general<detail::Vectors::left>(a, left, left, re, im, statuses);
+}
+template <class A, class R, class L, class T = detail::ElementOf<A>>
+int eigenvectors(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *statuses)
+{
+    return detail::general<detail::Vectors::both>(a, right, left, re, im, statuses);
+}
+
+} // namespace each
+} // namespace kvlm
+
+#endif
