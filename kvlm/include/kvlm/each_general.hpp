@@ -182,58 +182,49 @@ private:
     /// nearly meet: they count as not good.
     bool haveTraces(int i) const
     {
-        T trace = 0, ofSquare = 0, norm = 0, sum = 0, sumOfSquares = 0, nearest = std::numeric_limits<T>::max();
+        const T *const m = a.base + i * n * n, *const x = re + i * n, *const y = im + i * n;
+        T sum = 0, sumOfSquares = 0, norm = 0, nearest = std::numeric_limits<T>::max();
         for (int r = 0; r < n; ++r) {
-            trace += a(i, r, r);
+            sum -= m[r * n + r];
             for (int c = 0; c < n; ++c) {
-                ofSquare += a(i, r, c) * a(i, c, r);
-                norm += a(i, r, c) * a(i, r, c);
-            }
-            const T x = re[i * n + r], y = im[i * n + r];
-            sum += x;
-            sumOfSquares += x * x - y * y;
-            for (int k = 0; k < r; ++k) {
-                const T dx = x - re[i * n + k], dy = y - im[i * n + k];
-                nearest = std::min(nearest, dx * dx + dy * dy);
+                sumOfSquares -= m[r * n + c] * m[c * n + r];
+                norm += m[r * n + c] * m[r * n + c];
             }
         }
-        const T tolerance = 8 * n * std::numeric_limits<T>::epsilon(), change = sum - trace;
-        return isFinite(sumOfSquares) && change * change <= tolerance * tolerance * norm &&
-               std::fabs(sumOfSquares - ofSquare) <= tolerance * norm && nearest > 4 * tolerance * norm;
-    }
-    /// Whether A*x - w*x, or its like from the left, is small for all vectors, and their length 1.
-    bool areVectors(const Strided<T> &x, int i, bool isLeft) const
-    {
-        const T sign = isLeft ? T(-1) : T(1), tolerance = 4 * n * std::numeric_limits<T>::epsilon();
-        T norm = 0, worst = 0, longest = 0;
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c)
-                norm += a(i, r, c) * a(i, r, c);
         for (int k = 0; k < n; ++k) {
-            const bool isPair = im[i * n + k] > 0;
-            const T w = re[i * n + k], v = sign * im[i * n + k];
-            T residual = 0, length = 0;
-            for (int r = 0; r < n; ++r) {
-                T ofReal = 0, ofImaginary = 0;
-                for (int c = 0; c < n; ++c) {
-                    const T element = isLeft ? a(i, c, r) : a(i, r, c);
-                    ofReal += element * x(i, c, k);
-                    if (isPair)
-                        ofImaginary += element * x(i, c, k + 1);
-                }
-                const T p = x(i, r, k), q = isPair ? x(i, r, k + 1) : T(0);
-                ofReal -= w * p - v * q;
-                ofImaginary -= w * q + v * p;
-                residual += ofReal * ofReal + (isPair ? ofImaginary * ofImaginary : T(0));
-                length += p * p + q * q;
-            }
-            worst = std::max(worst, residual);
-            longest = std::max(longest, std::fabs(length - 1));
-            if (!isFinite(residual + length))
-                return false;
-            k += isPair;
+            sum += x[k];
+            sumOfSquares += x[k] * x[k] - y[k] * y[k];
+            for (int j = 0; j < k; ++j)
+                nearest = std::min(nearest, (x[k] - x[j]) * (x[k] - x[j]) + (y[k] - y[j]) * (y[k] - y[j]));
         }
-        return worst <= tolerance * tolerance * norm && longest < T(0.01);
+        const T tolerance = 8 * n * std::numeric_limits<T>::epsilon();
+        return isFinite(sumOfSquares) && sum * sum <= tolerance * tolerance * norm &&
+               std::fabs(sumOfSquares) <= tolerance * norm && nearest > 4 * tolerance * norm;
+    }
+    /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
+    bool areVectors(const Strided<T> &vectors, int i, bool isLeft) const
+    {
+        const T *const m = a.base + i * n * n, *const x = vectors.base + i * n * n, *const w = re + i * n;
+        const int down = isLeft ? n : 1, right = isLeft ? 1 : n;
+        T norm = 0, residual = 0, length = 0;
+        int lengths = n;
+        for (int k = 0; k < n; ++k)
+            lengths -= im[i * n + k] > 0;
+        for (int r = 0; r < n; ++r)
+            for (int k = 0; k < n; ++k) {
+                // The other column of a pair.
+                const T y = im[i * n + k];
+                const int other = y > 0 ? k + 1 : y < 0 ? k - 1 : k;
+                T sum = (isLeft ? -y : y) * x[r * n + other] - w[k] * x[r * n + k];
+                for (int c = 0; c < n; ++c)
+                    sum += m[r * right + c * down] * x[c * n + k];
+                residual += sum * sum;
+                length += x[r * n + k] * x[r * n + k];
+                norm += m[r * n + k] * m[r * n + k];
+            }
+        const T tolerance = 4 * n * std::numeric_limits<T>::epsilon();
+        return isFinite(residual) && residual <= tolerance * tolerance * norm &&
+               std::fabs(length - static_cast<T>(lengths)) < T(0.01);
     }
 
     const int n;

@@ -49,7 +49,9 @@ public:
     }
 
 private:
+    /// Squares from here on are exact enough; what has smaller ones counts as zero.
     static constexpr T least = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
+    static constexpr T leastRoot = sizeof(T) == 4 ? T(0x1p-48) : T(0x1p-480);
 
     /// Householder: clears column k below the sub-diagonal (Golub and Van Loan, Matrix Computations, 8.3.1).
     void reflect(int k)
@@ -104,7 +106,7 @@ private:
         for (int i = l; i + 1 < n; ++i) {
             const W size = magnitude(e[i]);
             isOpen = isOpen & (size > W(std::numeric_limits<T>::epsilon()) * (magnitude(d[i]) + magnitude(d[i + 1]))) &
-                     (size > W(least));
+                     (size > W(leastRoot));
             if (i == l && !any(isOpen))
                 return false;
             u[i] = select(isOpen, W(1), W(0));
