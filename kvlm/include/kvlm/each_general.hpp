@@ -138,10 +138,12 @@ public:
                 schur.makeComplex(values + n, c, u);
             for (int k = 0; k < n; ++k) {
                 const bool isPair = isDone && values[n + k] > 0;
-                if (hasRight)
-                    write(right, i, k, isPair, isDone ? (schur.vector(false, k, c, u, x, x + n), x) : nullptr);
-                if (hasLeft)
-                    write(left, i, k, isPair, isDone ? (schur.vector(true, k, c, u, x, x + n), x) : nullptr);
+                for (const bool isLeft : {false, true})
+                    if (isLeft ? hasLeft : hasRight) {
+                        if (isDone)
+                            schur.vector(isLeft, k, !isPair, c, u, x, x + n);
+                        write(isLeft ? left : right, i, k, isPair, isDone ? x : nullptr);
+                    }
                 k += isPair;
             }
         }

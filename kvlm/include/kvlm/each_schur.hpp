@@ -39,10 +39,7 @@ public:
         for (int high = n - 1; high >= 0;) {
             int low = high;
             for (; low > 0; --low) {
-                double beside = std::fabs(at(low - 1, low - 1)) + std::fabs(at(low, low));
-                if (beside == 0)
-                    beside = norm;
-                if (!(std::fabs(at(low, low - 1)) > epsilon * beside)) {
+                if (!(std::fabs(at(low, low - 1)) > epsilon * norm)) {
                     at(low, low - 1) = 0;
                     break;
                 }
@@ -57,7 +54,7 @@ public:
                 high = low - 1;
                 sweeps = 0;
             } else {
-                if (++sweeps > 60)
+                if (++sweeps > 300)
                     return false;
                 sweep(low, high, sweeps % 10 == 0);
             }
@@ -88,8 +85,9 @@ public:
         }
     }
 
-    /// Vector j of unit length, its largest element real: A*x = w*x, or y^H*A = w*y^H. x and room have n elements.
-    void vector(bool isLeft, int j, const Complex *c, const Complex *u, Complex *x, Complex *room) const
+    /// Vector j of unit length, its largest element real: A*x = w*x, or y^H*A = w*y^H. x and room have n elements. The
+    /// vector of a real value is real.
+    void vector(bool isLeft, int j, bool isReal, const Complex *c, const Complex *u, Complex *x, Complex *room) const
     {
         double norm = 0;
         for (int k = 0; k < n * n; ++k)
@@ -110,22 +108,23 @@ public:
                 for (int k = 0; k < n; ++k)
                     room[k] /= size;
         }
-        double squares = 0, largest = 0;
-        Complex at = 1;
+        Complex largest = 0;
         for (int i = 0; i < n; ++i) {
             x[i] = 0;
             for (int k = 0; k < n; ++k)
                 x[i] += u[i * n + k] * (isLeft ? std::conj(room[k]) : room[k]);
-            const double square = std::norm(x[i]);
-            squares += square;
-            if (square > largest) {
-                largest = square;
-                at = x[i];
-            }
+            if (std::norm(x[i]) > std::norm(largest))
+                largest = x[i];
         }
-        const Complex turned = std::conj(at) / (std::sqrt(largest) * std::sqrt(squares));
+        double squares = 0;
+        for (int i = 0; i < n; ++i) {
+            x[i] *= std::conj(largest) / std::norm(largest);
+            if (isReal)
+                x[i] = x[i].real();
+            squares += std::norm(x[i]);
+        }
         for (int i = 0; i < n; ++i)
-            x[i] *= turned;
+            x[i] /= std::sqrt(squares);
     }
 
 private:
@@ -195,28 +194,46 @@ private:
     /// A double-step QR sweep with implicit shifts (Golub and Van Loan, 7.5; EISPACK's hqr2).
     void sweep(int low, int high, bool isExceptional)
     {
-        double x = at(high, high), y = at(high - 1, high - 1), w = at(high, high - 1) * at(high - 1, high);
+        // The shifts are x + sqrt(w) and x - sqrt(w).
+        const double corner = at(high, high), half = (at(high - 1, high - 1) - corner) / 2;
+        double x = corner + half, w = half * half + at(high, high - 1) * at(high - 1, high);
         if (isExceptional) {
             const double s = std::fabs(at(high, high - 1)) + std::fabs(at(high - 1, high - 2));
-            x = y = x + 0.75 * s;
+            x = corner + 0.75 * s;
             w = -0.4375 * s * s;
+        } else if (w > 0) { // real: twice the one that is nearer to the corner
+            const double far = half + std::copysign(std::sqrt(w), half);
+            x = corner - at(high, high - 1) * at(high - 1, high) / far;
+            w = 0;
         }
-        const double trace = x + y, top = at(low, low), below = at(low + 1, low);
-        v[0] = (top - x) * (top - y) - w + at(low, low + 1) * below;
-        v[1] = below * (top + at(low + 1, low + 1) - trace);
-        v[2] = below * at(low + 2, low + 1);
-        for (int k = low; k < high; ++k) {
+        // It may start at two small elements in a row, and must: beyond them the shifts are lost to rounding.
+        int start = high - 2;
+        for (;; --start) {
+            const double top = at(start, start), below = at(start + 1, start), next = at(start + 1, start + 1);
+            v[0] = (top - x) * (top - x) - w + at(start, start + 1) * below;
+            v[1] = below * (top - x + (next - x));
+            v[2] = below * at(start + 2, start + 1);
+            if (start == low)
+                break;
+            const double beside = std::fabs(at(start - 1, start - 1)) + std::fabs(top) + std::fabs(next);
+            if (std::fabs(at(start, start - 1)) * (std::fabs(v[1]) + std::fabs(v[2])) <=
+                epsilon * beside * std::fabs(v[0]))
+                break;
+        }
+        for (int k = start; k < high; ++k) {
             const int length = std::min(3, high - k + 1);
-            if (k > low)
+            if (k > start)
                 for (int i = 0; i < length; ++i)
                     v[i] = at(k + i, k - 1);
             double beta;
             const double factor = reflector(length, beta);
             apply(factor, length, k, k, std::min(k + 4, high + 1));
-            if (k > low) {
+            if (k > start) {
                 at(k, k - 1) = beta;
                 for (int i = 1; i < length; ++i)
                     at(k + i, k - 1) = 0;
+            } else if (k > low) {
+                at(k, k - 1) *= 1 - factor * v[0] * v[0];
             }
         }
     }
