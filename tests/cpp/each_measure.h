@@ -78,6 +78,7 @@ inline double uniform(Random &random, double low, double high)
 struct Kind {
     const char *name;
     std::function<void(Random &, int n, double *a)> fill;
+    bool isHard = false;
 };
 
 inline void fillRandom(Random &random, int n, double *a)

@@ -78,6 +78,22 @@ bool isWithin(T x, T low, T high)
 template <class T>
 constexpr T notANumber = std::numeric_limits<T>::quiet_NaN();
 
+/// A NaN that no arithmetic makes: what still holds it was not written.
+template <class T>
+T markOf()
+{
+    using Bits = decltype(magnitudeBits(T()));
+    const Bits bits = magnitudeBits(notANumber<T>) | 0x2c0de;
+    T mark;
+    std::memcpy(&mark, &bits, sizeof(mark));
+    return mark;
+}
+template <class T>
+bool isMark(T x)
+{
+    return magnitudeBits(x) == magnitudeBits(markOf<T>());
+}
+
 /// A power of two, factor, that brings a magnitude to about 1, and its reciprocal; both are normal numbers.
 template <class T>
 struct Power {
@@ -275,22 +291,22 @@ T squares(const T *x, std::size_t elements)
         sum += sums[0][lane];
     return sum;
 }
-/// Whether the squares of object i's elements have a finite sum; at least as many do as of all of n objects.
-template <class T>
-bool hasSquares(const Strided<T> &x, int i, int rows, int columns)
+/// Whether the squares of object i's elements have a sum up to `limit`; at least as many do as of all of n objects.
+template <class T, class Limit>
+bool areShort(const Strided<T> &x, int i, int rows, int columns, Limit limit)
 {
     std::remove_const_t<T> sum = 0;
     for (int r = 0; r < rows; ++r)
         for (int c = 0; c < columns; ++c)
             sum += x(i, r, c) * x(i, r, c);
-    return isFinite(sum);
+    return isWithin(sum, Limit(0), limit);
 }
-template <class T>
-bool haveSquares(const Strided<T> &x, int n, int rows, int columns)
+template <class T, class Limit>
+bool areAllShort(const Strided<T> &x, int n, int rows, int columns, Limit limit)
 {
     if (x.isPacked(rows, columns))
-        return isFinite(squares<std::remove_const_t<T>>(x.base, static_cast<std::size_t>(n) * rows * columns));
-    return forAll(n, [&](int i) { return hasSquares(x, i, rows, columns); });
+        return isWithin(squares<Limit>(x.base, static_cast<std::size_t>(n) * rows * columns), Limit(0), limit);
+    return forAll(n, [&](int i) { return areShort(x, i, rows, columns, limit); });
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a

@@ -199,8 +199,8 @@ public:
     {
         return callWith(Systems<T>::cholesky, matrices(this->in.from(i)), matrices(out.from(i)), std::tuple(n, objects));
     }
-    void mark(int i) { out(i, n - 1, n - 1) = -1; }
-    bool isMarked(int i) const { return out(i, n - 1, n - 1) == -1; }
+    void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
     bool areGood(int objects) const
     {
         return forAll(objects, [this](int i) { return isGood(i); });
@@ -296,14 +296,14 @@ public:
         return callWith(Systems<T>::qr, matrices(this->in.from(i)), std::tuple(scratch), matrices(out.from(i)),
                         std::tuple(w, h, objects));
     }
-    void mark(int i) { out(i, h - 1, w - 1) = notANumber<T>; }
-    bool isMarked(int i) const { return !isFinite(out(i, h - 1, w - 1)); }
+    void mark(int i) { out(i, h - 1, w - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, h - 1, w - 1)); }
     bool areGood(int objects) const
     {
-        return forAll(objects, [this](int i) { return hasFactors(i); }) && haveSquares(this->in, objects, h, w);
+        return forAll(objects, [this](int i) { return hasFactors(i); }) && areAllShort(this->in, objects, h, w, greatest<T>);
     }
     /// Squares of what is too long may have overflowed unseen.
-    bool isGood(int i) const { return hasFactors(i) && hasSquares(this->in, i, h, w); }
+    bool isGood(int i) const { return hasFactors(i) && areShort(this->in, i, h, w, greatest<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;

@@ -105,8 +105,8 @@ public:
                               std::tuple(n, objects, buffer));
         return status == kvlOk && isMarked(i + objects - 1) ? kvlErrSmallPivot : status; // some stop without a word
     }
-    void mark(int i) { markOf(i) = notANumber<T>; }
-    bool isMarked(int i) const { return !isFinite(markOf(i)); }
+    void mark(int i) { marked(i) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(marked(i)); }
 
     bool areGood(int objects) const
     {
@@ -151,7 +151,7 @@ public:
     }
 
 private:
-    T &markOf(int i) const
+    T &marked(int i) const
     {
         if constexpr (which == Vectors::none)
             return re[i * n];

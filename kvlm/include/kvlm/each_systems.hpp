@@ -68,7 +68,7 @@ public:
     bool areGood(int objects)
     {
         this->substitute(b, x, objects);
-        return Factor::areGood(objects) && haveSquares(x, objects, this->width, 1);
+        return Factor::areGood(objects) && areAllShort(x, objects, this->width, 1, greatest<T>);
     }
     bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
     KvlStatus again(int i)
@@ -128,31 +128,34 @@ public:
     }
     void store(int start, int objects) { destination.store(start, objects); }
 
-    /// Orders 3 to 6 are the C functions' own; what they do with others is slow, and has no zeros.
     KvlStatus call(int i, int objects)
     {
-        if (n < 3 || n > 6)
+        if (!isByCofactors())
             return kvlOk;
         T unused[1];
         return callWith(Systems<T>::invert, matrices(this->in.from(i)), std::tuple(unused + 0), matrices(out.from(i)),
                         std::tuple(n, objects));
     }
-    void mark(int i) { out(i, n - 1, n - 1) = notANumber<T>; }
-    bool isMarked(int i) const { return !isFinite(out(i, n - 1, n - 1)); }
+    void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
     bool areGood(int objects) const
     {
-        return 3 <= n && n <= 6 &&
-               forAll(objects, [this](int i) { return isWithin(out(i, 0, 0), leastSafe<T>, greatest<T>); });
+        // Products of six such elements are far from any limit.
+        constexpr T limit = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
+        return isByCofactors() && areAllShort(this->in, objects, n, n, limit);
     }
     bool isGood(int i) const
     {
-        if (n < 3 || n > 6)
+        if (!isByCofactors())
             return false;
-        // An overflow in the determinant leaves zeros or NaN everywhere.
-        for (int c = 0; c < n; ++c)
-            if (isWithin(out(i, 0, c), leastSafe<T>, greatest<T>))
-                return true;
-        return false;
+        // An overflow in the determinant leaves zeros.
+        bool areFinite = true, isThere = false;
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c) {
+                areFinite &= isFinite(out(i, r, c));
+                isThere |= r == 0 && isWithin(out(i, r, c), leastSafe<T>, greatest<T>);
+            }
+        return areFinite && isThere;
     }
     KvlStatus again(int i)
     {
@@ -183,6 +186,10 @@ public:
     }
 
 private:
+    /// The C functions serve orders 3 to 6; the others they make slowly, and without zeros. Who asks for conditions gets
+    /// the inverse that they are taken from.
+    bool isByCofactors() const { return 3 <= n && n <= 6 && !this->conditions; }
+
     Block<F> destination;
     Strided<T> out;
     Room<int, 64> pivots;

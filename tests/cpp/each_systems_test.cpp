@@ -1,0 +1,537 @@
+// Decompositions, inverses, determinants and solutions, object by object, beside LAPACK's.
+#ifdef KVLM_HAS_LAPACK
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+
+#include "each_measure.h"
+
+namespace eachtest {
+namespace {
+
+namespace each = kvlm::each;
+
+void addDiagonal(int n, double *a)
+{
+    for (int k = 0; k < n; ++k)
+        a[k * n + k] += 3;
+}
+const std::vector<Kind> kinds = {
+    {"random", fillRandom, true},
+    {"diagonal heavy", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a); }},
+    {"conditions up to 1e5",
+     [](Random &random, int n, double *a) {
+         std::vector<double> values(n);
+         for (double &x : values)
+             x = std::pow(10, uniform(random, -5, 0));
+         fillWithValues(random, n, values, a);
+     },
+     true},
+    {"columns of 1e-4", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-4); }},
+    {"times 1e-30", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-30); }},
+    {"times 1e30", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e30); }},
+    {"columns 1e-15 to 1e15",
+     [](Random &random, int n, double *a) {
+         fillRandom(random, n, a);
+         for (int c = 0; c < n; ++c)
+             for (double s = std::pow(10, uniform(random, -15, 15)), *x = a + c; x < a + n * n; x += n)
+                 *x *= s;
+     },
+     true},
+    {"permuted, integers",
+     [](Random &random, int n, double *a) {
+         std::fill_n(a, n * n, 0.0);
+         const int shift = static_cast<int>(random() % n);
+         for (int r = 0; r < n; ++r)
+             a[r * n + (r + shift) % n] = 1 + static_cast<int>(random() % 4);
+     }},
+};
+
+/// The norms that solutions of systems with columns of any size are measured in: |a| times |x|, row by row.
+template <class T>
+double backwardError(int rows, int columns, const T *a, const T *x, const T *b)
+{
+    double worst = 0;
+    std::vector<double> part(rows), size(rows);
+    double all = 0, residual = 0;
+    for (int r = 0; r < rows; ++r) {
+        double sum = -static_cast<double>(b[r]), absolute = std::fabs(static_cast<double>(b[r]));
+        for (int c = 0; c < columns; ++c) {
+            const double product = static_cast<double>(a[r * columns + c]) * x[c];
+            sum += product;
+            absolute += std::fabs(product);
+        }
+        all = std::hypot(all, absolute);
+        residual = std::hypot(residual, sum);
+    }
+    worst = residual / (all > 0 ? all : 1) / (columns * epsilon<T>);
+    return worst;
+}
+
+template <class T>
+struct Batch {
+    Batch(const Kind &kind, int n, int count, bool isPositive = false)
+        : a(static_cast<std::size_t>(count) * n * n), b(static_cast<std::size_t>(count) * n), x(b.size()),
+          statuses(count, 1)
+    {
+        Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+        std::vector<double> one(n * n), other(n * n);
+        for (int i = 0; i < count; ++i) {
+            kind.fill(random, n, one.data());
+            if (isPositive) {
+                for (int r = 0; r < n; ++r)
+                    for (int c = 0; c < n; ++c) {
+                        other[r * n + c] = 0;
+                        for (int k = 0; k < n; ++k)
+                            other[r * n + c] += one[k * n + r] * one[k * n + c];
+                    }
+                one.swap(other);
+            }
+            std::copy(one.begin(), one.end(), a.begin() + static_cast<std::ptrdiff_t>(i) * n * n);
+        }
+        for (T &value : b)
+            value = static_cast<T>(normal(random));
+    }
+    std::vector<T> a, b, x;
+    std::vector<KvlStatus> statuses;
+};
+
+void worsen(double &worst, double x)
+{
+    worst = std::isnan(x) || std::isnan(worst) ? std::nan("") : std::max(worst, x);
+}
+
+/// LAPACK's inverse in double, of a matrix with columns brought to magnitudes near 1.
+struct Exact {
+    template <class T>
+    Exact(int order, const T *a) : n(order), columns(n), inverse(n * n)
+    {
+        std::vector<double> t(n * n);
+        for (int c = 0; c < n; ++c) {
+            int exponent;
+            double largest = 0;
+            for (int r = 0; r < n; ++r)
+                largest = std::max(largest, std::fabs(static_cast<double>(a[r * n + c])));
+            std::frexp(largest, &exponent);
+            columns[c] = std::ldexp(1, exponent);
+            for (int r = 0; r < n; ++r) {
+                t[c * n + r] = a[r * n + c] / columns[c];
+                inverse[c * n + r] = r == c;
+                norm = std::hypot(norm, t[c * n + r]);
+            }
+        }
+        for (int r = 0; r < n; ++r) {
+            double length = 0;
+            for (int c = 0; c < n; ++c)
+                length = std::hypot(length, t[c * n + r]);
+            rows *= length;
+        }
+        std::vector<int> pivots(n);
+        int info;
+        dgesv_(&n, &n, t.data(), &n, pivots.data(), inverse.data(), &n, &info);
+        for (int k = 0; k < n; ++k) {
+            determinant *= t[k * n + k] * (pivots[k] != k + 1 ? -1 : 1);
+            factor *= columns[k];
+        }
+    }
+    /// Of a computed inverse, over norm and condition of the matrix with such columns, and its order.
+    template <class T>
+    double errorOf(const T *computed) const
+    {
+        double inverseNorm = 0, error = 0;
+        for (int c = 0; c < n; ++c)
+            for (int r = 0; r < n; ++r) {
+                inverseNorm = std::hypot(inverseNorm, inverse[c * n + r]);
+                error = std::hypot(error, inverse[c * n + r] - computed[r * n + c] * columns[r]);
+            }
+        return error / inverseNorm / (norm * inverseNorm) / n;
+    }
+    /// Reciprocal, in the 1-norm, of the matrix itself.
+    template <class T>
+    double condition(int order, const T *a) const
+    {
+        double most = 0, mostInverse = 0;
+        for (int c = 0; c < order; ++c) {
+            double sum = 0, inverseSum = 0;
+            for (int r = 0; r < order; ++r) {
+                sum += std::fabs(static_cast<double>(a[r * order + c]));
+                inverseSum += std::fabs(inverse[c * order + r] / columns[r]);
+            }
+            most = std::max(most, sum);
+            mostInverse = std::max(mostInverse, inverseSum);
+        }
+        return 1 / (most * mostInverse);
+    }
+
+    int n;
+    std::vector<double> columns, inverse;
+    double norm = 0, rows = 1, determinant = 1, factor = 1;
+};
+
+template <class T>
+void compare(const Kind &kind, int n, int count)
+{
+    const int square = n * n;
+    Batch<T> batch(kind, n, count);
+    const auto a = packed(batch.a, n, n);
+    std::vector<T> conditions(count), inverses(batch.a.size()), asked(inverses), determinants(count),
+        best(batch.x.size());
+    const auto note = [&](const char *what, double value, double limit) {
+        Table::all().note(std::string("Systems, ") + nameOf<T>() + ": " + what, kind.name, n, value);
+        EXPECT_LE(value, limit) << kind.name << " " << n << " " << what;
+    };
+    double worst = 0, lapack = 0, squares = 0, inverse = 0, inverseAsked = 0, determinant = 0, condition = 0;
+    ASSERT_EQ(each::solve(a, packed(batch.b, n), packed(batch.x, n), batch.statuses.data()), 0);
+    ASSERT_EQ(each::leastSquares(a, packed(batch.b, n), packed(best, n), batch.statuses.data()), 0);
+    ASSERT_EQ(each::inverse(a, packed(inverses, n, n), batch.statuses.data()), 0);
+    ASSERT_GE(each::inverse(a, packed(asked, n, n), batch.statuses.data(), conditions.data()), 0);
+    ASSERT_EQ(each::determinant(a, determinants.data(), std::vector<KvlStatus>(count).data()), 0);
+    std::vector<T> t(square), y(n);
+    std::vector<int> pivots(n);
+    const int one = 1;
+    int info;
+    for (int i = 0; i < count; ++i) {
+        const T *const object = &batch.a[static_cast<std::size_t>(i) * square];
+        const T *const b = &batch.b[static_cast<std::size_t>(i) * n];
+        worsen(worst, backwardError(n, n, object, &batch.x[static_cast<std::size_t>(i) * n], b));
+        worsen(squares, backwardError(n, n, object, &best[static_cast<std::size_t>(i) * n], b));
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c)
+                t[c * n + r] = object[r * n + c];
+        std::copy_n(b, n, y.begin());
+        Lapack<T>::gesv(&n, &one, t.data(), &n, pivots.data(), y.data(), &n, &info);
+        worsen(lapack, backwardError(n, n, object, y.data(), b));
+
+        const Exact exact(n, object);
+        worsen(inverse, exact.errorOf(&inverses[static_cast<std::size_t>(i) * square]) / epsilon<T>);
+        ASSERT_EQ(batch.statuses[i] == kvlOk, conditions[i] >= epsilon<T>);
+        if (batch.statuses[i] == kvlOk)
+            worsen(inverseAsked, exact.errorOf(&asked[static_cast<std::size_t>(i) * square]) / epsilon<T>);
+        const double expected = exact.determinant * exact.factor;
+        if (std::fabs(expected) < std::numeric_limits<T>::max() && std::fabs(expected) > std::numeric_limits<T>::min())
+            worsen(determinant,
+                   std::fabs(determinants[i] - expected) / exact.factor / exact.rows / (n * epsilon<T>));
+        if (conditions[i] > 100 * epsilon<T>)
+            worsen(condition, std::fabs(conditions[i] / exact.condition(n, object) - 1));
+    }
+    note("backward error of solve", worst, 10);
+    note("backward error, LAPACK's gesv", lapack, 10);
+    note("backward error of leastSquares, square", squares, 10);
+    note("inverse without conditions, beside dgesv, over the condition", inverse, kind.isHard ? DBL_MAX : 10);
+    note("inverse with conditions, likewise", inverseAsked, 50); // dgesv has an error of its own
+    note("determinant beside dgetrf, over the product of the lengths of the rows", determinant, 10);
+    EXPECT_LE(condition, 0.01) << kind.name << " " << n;
+}
+
+template <class T>
+void compareFactors(const Kind &kind, int n, int count)
+{
+    const int square = n * n;
+    const auto note = [&](const char *what, double value) {
+        Table::all().note(std::string("Systems, ") + nameOf<T>() + ": " + what, kind.name, n, value);
+        EXPECT_LE(value, 10) << kind.name << " " << n << " " << what;
+    };
+    const auto element = [&](const std::vector<T> &x, int i, int r, int c) {
+        return static_cast<double>(x[static_cast<std::size_t>(i) * square + r * n + c]);
+    };
+    Batch<T> batch(kind, n, count), positive(kind, n, count, true);
+    std::vector<T> factors(batch.a.size());
+    std::vector<int> pivots(batch.x.size());
+    ASSERT_EQ(each::lu(packed(batch.a, n, n), packed(factors, n, n), pivots.data(), batch.statuses.data()), 0);
+    double worst = 0;
+    for (int i = 0; i < count; ++i) {
+        const int *const p = &pivots[static_cast<std::size_t>(i) * n];
+        double error = 0, size = 0;
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c) {
+                double sum = -element(batch.a, i, p[r], c);
+                size = std::hypot(size, sum);
+                for (int k = 0; k <= std::min(r, c); ++k)
+                    sum += (k == r ? 1 : element(factors, i, p[r], k)) * element(factors, i, p[k], c);
+                error = std::hypot(error, sum);
+            }
+        worsen(worst, error / size / (n * epsilon<T>));
+    }
+    note("P\\*A - L\\*U", worst);
+
+    ASSERT_EQ(each::qr(packed(batch.a, n, n), packed(factors, n, n), batch.statuses.data()), 0);
+    worst = 0;
+    for (int i = 0; i < count; ++i)
+        for (int c = 0; c < n; ++c) { // Q*R, column by column, whatever their sizes
+            std::vector<double> x(n);
+            for (int r = 0; r <= c; ++r)
+                x[r] = element(factors, i, r, c);
+            for (int k = n - 2; k >= 0; --k) {
+                double t = x[k], q = 1;
+                for (int r = k + 1; r < n; ++r) {
+                    t += x[r] * element(factors, i, r, k);
+                    q += element(factors, i, r, k) * element(factors, i, r, k);
+                }
+                x[k] -= 2 / q * t;
+                for (int r = k + 1; r < n; ++r)
+                    x[r] -= 2 / q * t * element(factors, i, r, k);
+            }
+            double error = 0, size = 0;
+            for (int r = 0; r < n; ++r) {
+                error = std::hypot(error, x[r] - element(batch.a, i, r, c));
+                size = std::hypot(size, element(batch.a, i, r, c));
+            }
+            worsen(worst, error / size / (n * epsilon<T>));
+        }
+    note("A - Q\\*R by columns", worst);
+
+    // Squares of 1e30 are no floats.
+    if (std::string(kind.name).find("1e30") == std::string::npos && std::string(kind.name).find("1e-") == std::string::npos) {
+        worst = 0;
+        int failures = each::cholesky(packed(positive.a, n, n), packed(factors, n, n), positive.statuses.data());
+        int isFound = 0;
+        for (int i = 0; i < count; ++i) {
+            if (positive.statuses[i] != kvlOk) {
+                ++isFound;
+                continue;
+            }
+            double error = 0, size = 0;
+            const auto lower = [&](int r, int c) {
+                return r == c ? 1 / element(factors, i, r, r) : element(factors, i, r, c);
+            };
+            for (int r = 0; r < n; ++r)
+                for (int c = 0; c <= r; ++c) {
+                    double sum = -element(positive.a, i, r, c);
+                    size = std::hypot(size, sum);
+                    for (int k = 0; k <= c; ++k)
+                        sum += lower(r, k) * lower(c, k);
+                    error = std::hypot(error, sum);
+                }
+            worsen(worst, error / size / (n * epsilon<T>));
+        }
+        EXPECT_EQ(failures, isFound);
+        if (std::string(kind.name) == "diagonal heavy") {
+            EXPECT_LE(failures, count / 100);
+        }
+        note("A - L\\*L'", worst);
+    }
+}
+
+template <class T>
+class EachSystems : public testing::Test {};
+using Types = testing::Types<float, double>;
+TYPED_TEST_SUITE(EachSystems, Types);
+
+TYPED_TEST(EachSystems, HoldForAllKinds)
+{
+    for (const Kind &kind : kinds)
+        for (int n = 1; n <= 16; n += n < 8 ? 1 : 4) {
+            const int count = (n <= 6 ? 2000 : 200) * scaleOfCounts();
+            compare<TypeParam>(kind, n, count);
+            compareFactors<TypeParam>(kind, n, count);
+        }
+}
+
+/// Object by object what single calls say, whatever stands beside it: singular ones, not finite ones, tiny ones.
+TYPED_TEST(EachSystems, FailuresStayAlone)
+{
+    using T = TypeParam;
+    for (int n : {1, 2, 3, 4, 5, 6, 7, 12})
+        for (int every : {1, 2, 7, 300}) {
+            const int count = 700, square = n * n;
+            const Kind regular{"regular", [](Random &random, int order, double *a) {
+                                   fillRandom(random, order, a), scaleAll(order, a, 0.3), addDiagonal(order, a);
+                               }};
+            Batch<T> batch(regular, n, count, true);
+            std::vector<char> isBad(count);
+            for (int i = every / 2; i < count; i += every) {
+                T *const object = &batch.a[i * square];
+                isBad[i] = 1;
+                switch (i % 3) {
+                case 0:
+                    std::fill_n(object + (i % n) * n, n, T(0));
+                    for (int r = 0; r < n; ++r)
+                        object[r * n + i % n] = 0;
+                    break;
+                case 1:
+                    std::fill_n(object, square, T(0));
+                    break;
+                default:
+                    object[square - 1] = std::numeric_limits<T>::quiet_NaN();
+                }
+            }
+            const int bad = static_cast<int>(std::count(isBad.begin(), isBad.end(), 1));
+            std::vector<T> out(batch.a.size()), in = batch.a, x = batch.b, conditions(count);
+            std::vector<int> pivots(count * n);
+            const auto a = packed(batch.a, n, n);
+            auto &st = batch.statuses;
+            const auto check = [&](int failures, KvlStatus expected, const std::vector<T> &result, int size, int at) {
+                EXPECT_EQ(failures, bad) << n << " " << every;
+                for (int i = 0; i < count; ++i) {
+                    ASSERT_EQ(st[i], isBad[i] ? expected : kvlOk) << n << " " << every << " " << i;
+                    ASSERT_EQ(std::isnan(result[i * size + at]), isBad[i]) << n << " " << every << " " << i;
+                }
+            };
+            check(each::lu(a, packed(out, n, n), pivots.data(), st.data()), kvlErrSingular, out, square, 0);
+            for (int i = 0; i < count; ++i) {
+                std::vector<int> table(pivots.begin() + i * n, pivots.begin() + (i + 1) * n);
+                std::sort(table.begin(), table.end());
+                for (int k = 0; k < n; ++k)
+                    ASSERT_EQ(table[k], k);
+            }
+            // In place gives the same.
+            check(each::lu(packed(in, n, n), packed(in, n, n), pivots.data(), st.data()), kvlErrSingular, in, square, 0);
+            const auto same = [](T p, T q) { return p == q || (std::isnan(p) && std::isnan(q)); };
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            check(each::qr(a, packed(out, n, n), st.data()), kvlErrSingular, out, square, 0);
+            in = batch.a;
+            each::qr(packed(in, n, n), packed(in, n, n), st.data());
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            check(each::inverse(a, packed(out, n, n), st.data()), kvlErrSingular, out, square, square - 1);
+            in = batch.a;
+            each::inverse(packed(in, n, n), packed(in, n, n), st.data());
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            out = batch.a;
+            check(each::cholesky(a, packed(out, n, n), st.data()), kvlErrNotPositiveDefinite, out, square, 0);
+            for (int i = 0; n > 1 && i < count; ++i)
+                ASSERT_EQ(out[i * square + 1], batch.a[i * square + 1]) << "above the diagonal";
+            check(each::solve(a, packed(batch.b, n), packed(batch.x, n), st.data()), kvlErrSingular, batch.x, n, n - 1);
+            each::solve(a, packed(x, n), packed(x, n), st.data());
+            EXPECT_TRUE(std::equal(x.begin(), x.end(), batch.x.begin(), same));
+            check(each::solve(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()), kvlErrSingular,
+                  batch.x, n, 0);
+            check(each::solvePositiveDefinite(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()),
+                  kvlErrNotPositiveDefinite, batch.x, n, 0);
+            check(each::leastSquares(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()),
+                  kvlErrSingular, batch.x, n, 0);
+            std::vector<T> values(count);
+            each::determinant(a, values.data(), st.data());
+            for (int i = 0; i < count; ++i) {
+                const bool isNaN = isBad[i] && i % 3 == 2;
+                EXPECT_EQ(st[i], isNaN ? kvlErrSingular : kvlOk);
+                EXPECT_EQ(std::isnan(values[i]), isNaN);
+                EXPECT_EQ(values[i] == 0, isBad[i] && !isNaN);
+            }
+        }
+}
+
+TYPED_TEST(EachSystems, AnyViewGivesTheSame)
+{
+    using T = TypeParam;
+    const int n = 5, h = 8, count = 333;
+    Random random(3);
+    std::vector<T> a(count * h * n), b(count * h), x(count * n), planes(a.size()), bPlanes(b.size()), xPlanes(x.size());
+    for (T &value : a)
+        value = static_cast<T>(normal(random));
+    for (T &value : b)
+        value = static_cast<T>(normal(random));
+    std::fill_n(a.begin() + 40 * h * n, h * n, T(1)); // rank one
+    const Matrices<T> byPlanes{planes.data(), count, h, n, 1, n * count, count};
+    const Vectors<T> right{bPlanes.data(), count, h, 1, count}, left{xPlanes.data(), count, n, 1, count};
+    Listed<T> list{{}, h, n};
+    for (int i = 0; i < count; ++i) {
+        list.list.push_back(&a[i * h * n]);
+        for (int r = 0; r < h; ++r) {
+            bPlanes[r * count + i] = b[i * h + r];
+            for (int c = 0; c < n; ++c)
+                byPlanes(i, r, c) = a[(i * h + r) * n + c];
+        }
+    }
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_LE(each::leastSquares(packed(a, h, n), packed(b, h), packed(x, n), st.data()), 1);
+    EXPECT_LE(each::leastSquares(byPlanes, right, left, other.data()), 1);
+    for (int i = 0; i < count; ++i)
+        for (int c = 0; c < n; ++c)
+            if (i != 40) {
+                ASSERT_EQ(left(i, c), x[i * n + c]) << i;
+            }
+    std::fill(xPlanes.begin(), xPlanes.end(), T(0));
+    EXPECT_LE(each::leastSquares(list, packed(b, h), left, other.data()), 1);
+    for (int i = 0; i < count; ++i)
+        if (i != 40) {
+            ASSERT_EQ(left(i, 0), x[i * n]) << i;
+        }
+    // In place in a list, from planes to a list.
+    each::qr(byPlanes, byPlanes, st.data());
+    each::qr(list, list, other.data());
+    EXPECT_EQ(st, other);
+    for (int i = 0; i < count; ++i)
+        if (i != 40) {
+            ASSERT_EQ(byPlanes(i, h - 1, n - 1), list(i, h - 1, n - 1));
+        }
+}
+
+/// The least squares solution beside that of LAPACK in double.
+TYPED_TEST(EachSystems, LeastSquaresAreThoseOfLapack)
+{
+    using T = TypeParam;
+    for (const int height : {2, 4, 7, 12})
+        for (int width = 1; width <= height; width += 2)
+            for (const double size : {1.0, 1e-4, 1e-25, 1e25}) {
+                const int count = 200;
+                Random random(height);
+                std::vector<T> a(count * height * width), b(count * height), x(count * width);
+                for (T &value : a)
+                    value = static_cast<T>(size * normal(random));
+                for (T &value : b)
+                    value = static_cast<T>(size * normal(random));
+                std::vector<KvlStatus> st(count);
+                ASSERT_EQ(each::leastSquares(packed(a, height, width), packed(b, height), packed(x, width), st.data()), 0);
+                double worst = 0;
+                for (int i = 0; i < count; ++i) {
+                    std::vector<double> t(height * width), y(height), work(1000);
+                    for (int r = 0; r < height; ++r) {
+                        y[r] = b[i * height + r] / size;
+                        for (int c = 0; c < width; ++c)
+                            t[c * height + r] = a[(i * height + r) * width + c] / size;
+                    }
+                    const int one = 1, length = 1000;
+                    int info;
+                    dgels_("N", &height, &width, &one, t.data(), &height, y.data(), &height, work.data(), &length, &info);
+                    double least = DBL_MAX, most = 0, error = 0, norm = 1;
+                    for (int c = 0; c < width; ++c) {
+                        least = std::min(least, std::fabs(t[c * height + c]));
+                        most = std::max(most, std::fabs(t[c * height + c]));
+                        error = std::hypot(error, x[i * width + c] - y[c]);
+                        norm = std::hypot(norm, y[c]);
+                    }
+                    worst = std::max(worst, error / norm / (height * epsilon<T>) * std::pow(least / most, 2));
+                }
+                EXPECT_LE(worst, 10) << height << " " << width << " " << size;
+            }
+}
+
+TYPED_TEST(EachSystems, ArgumentsAreChecked)
+{
+    using T = TypeParam;
+    std::vector<T> a(4 * 6), b(4 * 2), x(4 * 3);
+    std::vector<KvlStatus> st(4, 1);
+    const auto wide = packed(a, 2, 3);
+    EXPECT_EQ(each::solve(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::leastSquares(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 2, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 3, 2), nullptr), kvlErrNullPointer);
+    Matrices<T> none = packed(a, 2, 2);
+    none.objects = 0;
+    EXPECT_EQ(each::determinant(none, x.data(), st.data()), kvlErrCount);
+    EXPECT_EQ(st, std::vector<KvlStatus>(4, 1));
+}
+
+/// A team is not made, whatever the number of threads.
+TYPED_TEST(EachSystems, StaysInTheCallersThreadWithTeams)
+{
+    using T = TypeParam;
+    const int n = 6, count = 3000;
+    Batch<T> batch(kinds[1], n, count);
+    std::fill_n(batch.a.begin() + 1234 * n * n, n * n, T(0));
+    std::vector<T> one(batch.a.size()), many(batch.a.size());
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(one, n, n), st.data()), 1);
+    kvlSetNumThreads(4);
+    EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(many, n, n), other.data()), 1);
+    kvlSetNumThreads(1);
+    EXPECT_EQ(st, other);
+    EXPECT_TRUE(std::equal(one.begin(), one.end(), many.begin(),
+                           [](T p, T q) { return p == q || (std::isnan(p) && std::isnan(q)); }));
+}
+
+} // namespace
+} // namespace eachtest
+
+#endif
