@@ -143,7 +143,8 @@ double residualOf(int n, const T *a, const std::vector<Complex> &x, Complex w, b
     for (int r = 0; r < n; ++r) {
         Complex sum = 0;
         for (int c = 0; c < n; ++c)
-            sum += isLeft ? std::conj(x[c]) * static_cast<double>(a[c * n + r]) : static_cast<double>(a[r * n + c]) * x[c];
+            sum +=
+                isLeft ? std::conj(x[c]) * static_cast<double>(a[c * n + r]) : static_cast<double>(a[r * n + c]) * x[c];
         squares += std::norm((sum - w * (isLeft ? std::conj(x[r]) : x[r])) / (norm > 0 ? norm : 1));
         length += std::norm(x[r]);
     }
@@ -167,8 +168,9 @@ struct Peer {
     std::vector<T> re, im, left, right, t, work;
 };
 
-/// The largest distance of a value to LAPACK's of the same number, over its condition, in units of n*epsilon*|A|. Values
-/// whose condition says nothing at this precision are passed over: those of large condition, or with near neighbours.
+/// The largest distance of a value to LAPACK's of the same number, over its condition, in units of n*epsilon*|A|.
+/// Values whose condition says nothing at this precision are passed over: those of large condition, or with near
+/// neighbours.
 template <class T>
 double valueError(int n, const T *re, const T *im, const Peer<double> &peer, double norm)
 {
@@ -260,7 +262,8 @@ void compare(const Kind &kind, int n, int count)
 }
 
 template <class T>
-class EachGeneral : public testing::Test {};
+class EachGeneral : public testing::Test {
+};
 using Types = testing::Types<float, double>;
 TYPED_TEST_SUITE(EachGeneral, Types);
 
@@ -277,9 +280,10 @@ TYPED_TEST(EachGeneral, RealPairsAreReal)
     std::vector<T> a = {2, 1, 1, 2, 0, 1, 1, 0, 1, 4, 1, 1}, v(12), re(6), im(6);
     std::vector<KvlStatus> statuses(3);
     for (const bool withVectors : {false, true}) {
-        const int failures = withVectors ? kvlm::each::eigenvectors(packed(a, 2, 2), packed(v, 2, 2), re.data(),
-                                                                    im.data(), statuses.data())
-                                         : kvlm::each::eigenvalues(packed(a, 2, 2), re.data(), im.data(), statuses.data());
+        const int failures =
+            withVectors
+                ? kvlm::each::eigenvectors(packed(a, 2, 2), packed(v, 2, 2), re.data(), im.data(), statuses.data())
+                : kvlm::each::eigenvalues(packed(a, 2, 2), re.data(), im.data(), statuses.data());
         EXPECT_EQ(failures, 0);
         for (int i = 0; i < 3; ++i) {
             std::sort(re.begin() + 2 * i, re.begin() + 2 * i + 2);

@@ -120,7 +120,8 @@ void compare(const Kind &kind, int n, int count)
 {
     Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
     const int square = n * n;
-    std::vector<T> a(static_cast<std::size_t>(count) * square), v(a.size()), values(static_cast<std::size_t>(count) * n);
+    std::vector<T> a(static_cast<std::size_t>(count) * square), v(a.size()),
+        values(static_cast<std::size_t>(count) * n);
     std::vector<T> alone(values.size());
     std::vector<double> one(square);
     for (int i = 0; i < count; ++i) {
@@ -145,7 +146,8 @@ void compare(const Kind &kind, int n, int count)
         std::reverse(expected.begin(), expected.end());
         const T *const found = values.data() + static_cast<std::ptrdiff_t>(i) * n;
         ASSERT_TRUE(std::is_sorted(found, found + n, std::greater<T>()));
-        worst.add(errorsOf(n, object, v.data() + static_cast<std::ptrdiff_t>(i) * square, n, 1, found, expected.data()));
+        worst.add(
+            errorsOf(n, object, v.data() + static_cast<std::ptrdiff_t>(i) * square, n, 1, found, expected.data()));
         Errors ofAlone = errorsOf(n, object, v.data() + static_cast<std::ptrdiff_t>(i) * square, n, 1,
                                   alone.data() + static_cast<std::ptrdiff_t>(i) * n, expected.data());
         worst.add({0, 0, ofAlone.value});
@@ -167,7 +169,8 @@ void compare(const Kind &kind, int n, int count)
 }
 
 template <class T>
-class EachSymmetric : public testing::Test {};
+class EachSymmetric : public testing::Test {
+};
 using Types = testing::Types<float, double>;
 TYPED_TEST_SUITE(EachSymmetric, Types);
 
@@ -197,7 +200,8 @@ TYPED_TEST(EachSymmetric, NamesWhatIsNotFiniteAndGoesOn)
         std::vector<KvlStatus> statuses(count);
         // In place.
         const std::vector<T> original = a;
-        EXPECT_EQ(kvlm::each::eigenvectorsSymmetric(packed(a, n, n), packed(a, n, n), values.data(), statuses.data()), 3);
+        EXPECT_EQ(kvlm::each::eigenvectorsSymmetric(packed(a, n, n), packed(a, n, n), values.data(), statuses.data()),
+                  3);
         for (int i = 0; i < count; ++i) {
             const bool isBad = i == 5 || i == 20 || i == 36;
             EXPECT_EQ(statuses[i], isBad ? kvlErrNoConvergence : kvlOk);

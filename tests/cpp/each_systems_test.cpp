@@ -28,9 +28,12 @@ const std::vector<Kind> kinds = {
          fillWithValues(random, n, values, a);
      },
      true},
-    {"columns of 1e-4", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-4); }},
-    {"times 1e-30", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-30); }},
-    {"times 1e30", [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e30); }},
+    {"columns of 1e-4",
+     [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-4); }},
+    {"times 1e-30",
+     [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e-30); }},
+    {"times 1e30",
+     [](Random &random, int n, double *a) { fillRandom(random, n, a), addDiagonal(n, a), scaleAll(n, a, 1e30); }},
     {"columns 1e-15 to 1e15",
      [](Random &random, int n, double *a) {
          fillRandom(random, n, a);
@@ -210,8 +213,7 @@ void compare(const Kind &kind, int n, int count)
             worsen(inverseAsked, exact.errorOf(&asked[static_cast<std::size_t>(i) * square]) / epsilon<T>);
         const double expected = exact.determinant * exact.factor;
         if (std::fabs(expected) < std::numeric_limits<T>::max() && std::fabs(expected) > std::numeric_limits<T>::min())
-            worsen(determinant,
-                   std::fabs(determinants[i] - expected) / exact.factor / exact.rows / (n * epsilon<T>));
+            worsen(determinant, std::fabs(determinants[i] - expected) / exact.factor / exact.rows / (n * epsilon<T>));
         if (conditions[i] > 100 * epsilon<T>)
             worsen(condition, std::fabs(conditions[i] / exact.condition(n, object) - 1));
     }
@@ -282,7 +284,8 @@ void compareFactors(const Kind &kind, int n, int count)
     note("A - Q\\*R by columns", worst);
 
     // Squares of 1e30 are no floats.
-    if (std::string(kind.name).find("1e30") == std::string::npos && std::string(kind.name).find("1e-") == std::string::npos) {
+    if (std::string(kind.name).find("1e30") == std::string::npos &&
+        std::string(kind.name).find("1e-") == std::string::npos) {
         worst = 0;
         int failures = each::cholesky(packed(positive.a, n, n), packed(factors, n, n), positive.statuses.data());
         int isFound = 0;
@@ -314,7 +317,8 @@ void compareFactors(const Kind &kind, int n, int count)
 }
 
 template <class T>
-class EachSystems : public testing::Test {};
+class EachSystems : public testing::Test {
+};
 using Types = testing::Types<float, double>;
 TYPED_TEST_SUITE(EachSystems, Types);
 
@@ -376,7 +380,8 @@ TYPED_TEST(EachSystems, FailuresStayAlone)
                     ASSERT_EQ(table[k], k);
             }
             // In place gives the same.
-            check(each::lu(packed(in, n, n), packed(in, n, n), pivots.data(), st.data()), kvlErrSingular, in, square, 0);
+            check(each::lu(packed(in, n, n), packed(in, n, n), pivots.data(), st.data()), kvlErrSingular, in, square,
+                  0);
             const auto same = [](T p, T q) { return p == q || (std::isnan(p) && std::isnan(q)); };
             EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
             check(each::qr(a, packed(out, n, n), st.data()), kvlErrSingular, out, square, 0);
@@ -472,7 +477,8 @@ TYPED_TEST(EachSystems, LeastSquaresAreThoseOfLapack)
                 for (T &value : b)
                     value = static_cast<T>(size * normal(random));
                 std::vector<KvlStatus> st(count);
-                ASSERT_EQ(each::leastSquares(packed(a, height, width), packed(b, height), packed(x, width), st.data()), 0);
+                ASSERT_EQ(each::leastSquares(packed(a, height, width), packed(b, height), packed(x, width), st.data()),
+                          0);
                 double worst = 0;
                 for (int i = 0; i < count; ++i) {
                     std::vector<double> t(height * width), y(height), work(1000);
@@ -483,7 +489,8 @@ TYPED_TEST(EachSystems, LeastSquaresAreThoseOfLapack)
                     }
                     const int one = 1, length = 1000;
                     int info;
-                    dgels_("N", &height, &width, &one, t.data(), &height, y.data(), &height, work.data(), &length, &info);
+                    dgels_("N", &height, &width, &one, t.data(), &height, y.data(), &height, work.data(), &length,
+                           &info);
                     double least = DBL_MAX, most = 0, error = 0, norm = 1;
                     for (int c = 0; c < width; ++c) {
                         least = std::min(least, std::fabs(t[c * height + c]));
@@ -491,7 +498,7 @@ TYPED_TEST(EachSystems, LeastSquaresAreThoseOfLapack)
                         error = std::hypot(error, x[i * width + c] - y[c]);
                         norm = std::hypot(norm, y[c]);
                     }
-                    worst = std::max(worst, error / norm / (height * epsilon<T>) * std::pow(least / most, 2));
+                    worst = std::max(worst, error / norm / (height * epsilon<T>)*std::pow(least / most, 2));
                 }
                 EXPECT_LE(worst, 10) << height << " " << width << " " << size;
             }

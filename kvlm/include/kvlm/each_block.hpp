@@ -22,14 +22,20 @@ namespace kvlm {
 namespace each {
 namespace detail {
 
+/// Whether a view shows vectors. Some views take any number of indices: they have a `kind`, 1 or 9 for vectors.
+template <class V, class = void>
+inline constexpr bool areVectors = !std::is_invocable_v<const V &, int, int, int>;
+template <class V>
+inline constexpr bool areVectors<V, std::void_t<decltype(V::kind)>> = (static_cast<unsigned>(V::kind) & 7u) == 1;
+
 /// Element (r, c) of object i of matrices, element r of vectors.
 template <class V>
 constexpr decltype(auto) at(const V &view, int i, int r, int c)
 {
-    if constexpr (std::is_invocable_v<const V &, int, int, int>)
-        return view(i, r, c);
+    if constexpr (areVectors<V>)
+        return (void)c, view(i, r);
     else
-        return view(i, r);
+        return view(i, r, c);
 }
 template <class V>
 using ElementOf = std::remove_cv_t<std::remove_reference_t<decltype(at(std::declval<const V &>(), 0, 0, 0))>>;
@@ -37,18 +43,18 @@ using ElementOf = std::remove_cv_t<std::remove_reference_t<decltype(at(std::decl
 template <class V>
 constexpr int rowsOf(const V &view)
 {
-    if constexpr (std::is_invocable_v<const V &, int, int, int>)
-        return view.rows();
-    else
+    if constexpr (areVectors<V>)
         return view.size();
+    else
+        return view.rows();
 }
 template <class V>
 constexpr int columnsOf(const V &view)
 {
-    if constexpr (std::is_invocable_v<const V &, int, int, int>)
-        return view.columns();
-    else
+    if constexpr (areVectors<V>)
         return 1;
+    else
+        return view.columns();
 }
 
 /// The bits of a magnitude: in the order of the magnitudes, infinities and NaN last, also with -ffast-math.
@@ -195,7 +201,7 @@ public:
             direct = false;
     }
     /// The objects that fit a block.
-    int most() const { return direct ? 256 : std::max(1, std::min(256, Room<T>::capacity / (rows * columns))); }
+    int most() const { return direct ? 128 : std::max(1, std::min(128, Room<T>::capacity / (rows * columns))); }
 
     /// The objects from `first` on, to be written.
     auto open(int first, int count)
@@ -239,8 +245,8 @@ private:
     {
         if (!there)
             return otherwise;
-        const std::ptrdiff_t bytes = reinterpret_cast<const char *>(&at(view, i, r, c)) -
-                                     reinterpret_cast<const char *>(&at(view, 0, 0, 0));
+        const std::ptrdiff_t bytes =
+            reinterpret_cast<const char *>(&at(view, i, r, c)) - reinterpret_cast<const char *>(&at(view, 0, 0, 0));
         return bytes > 0 && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
     }
 
@@ -275,20 +281,25 @@ T squares(const T *x, std::size_t elements)
 {
     typedef T Vector __attribute__((vector_size(16)));
     constexpr std::size_t lanes = 16 / sizeof(T);
-    Vector sums[2] = {};
+    const auto square = [x](std::size_t at) {
+        Vector loaded;
+        std::memcpy(&loaded, x + at, sizeof(loaded));
+        return loaded * loaded;
+    };
+    Vector a = {}, b = {}, c = {}, d = {};
     std::size_t k = 0;
-    for (; k + 2 * lanes <= elements; k += 2 * lanes) {
-        Vector loaded[2];
-        std::memcpy(loaded, x + k, sizeof(loaded));
-        sums[0] += loaded[0] * loaded[0];
-        sums[1] += loaded[1] * loaded[1];
+    for (; k + 4 * lanes <= elements; k += 4 * lanes) {
+        a += square(k);
+        b += square(k + lanes);
+        c += square(k + 2 * lanes);
+        d += square(k + 3 * lanes);
     }
-    sums[0] += sums[1];
+    a += b + (c + d);
     T sum = 0;
     for (; k < elements; ++k)
         sum += x[k] * x[k];
     for (std::size_t lane = 0; lane < lanes; ++lane)
-        sum += sums[0][lane];
+        sum += a[lane];
     return sum;
 }
 /// Whether the squares of object i's elements have a sum up to `limit`; at least as many do as of all of n objects.
@@ -354,9 +365,10 @@ int run(Op &&op, KvlStatus *statuses)
         std::fill_n(status, n, kvlOk);
         op.load(first, n);
         const bool hasCompleted = callAll(op, n, status);
-        if (!op.areGood(n) || !hasCompleted || op.isAsked())
+        const bool areGood = op.areGood(n);
+        if (!areGood || !hasCompleted || op.isAsked())
             for (int i = 0; i < n; ++i) {
-                if (status[i] != kvlOk || !op.isGood(i))
+                if (status[i] != kvlOk || (!areGood && !op.isGood(i)))
                     status[i] = op.again(i);
                 op.finish(i, status[i]);
                 failures += status[i] != kvlOk;
@@ -369,7 +381,11 @@ int run(Op &&op, KvlStatus *statuses)
 /// The status of arguments.
 inline KvlStatus check(bool arePointers, int count, int rows, bool doFit)
 {
-    return !arePointers ? kvlErrNullPointer : count < 1 ? kvlErrCount : rows < 1 ? kvlErrSize : doFit ? kvlOk : kvlErrSizeMatch;
+    return !arePointers ? kvlErrNullPointer
+           : count < 1  ? kvlErrCount
+           : rows < 1   ? kvlErrSize
+           : doFit      ? kvlOk
+                        : kvlErrSizeMatch;
 }
 
 template <class A>

@@ -31,10 +31,20 @@ inline bool areFinite(const double *x, int count)
             return false;
     return true;
 }
+/// x * 2^exponent, rounded once.
+inline double shifted(double x, int exponent)
+{
+    if (exponent < -1022 || exponent > 1023)
+        return std::ldexp(x, exponent);
+    const std::uint64_t bits = static_cast<std::uint64_t>(exponent + 1023) << 52;
+    double factor;
+    std::memcpy(&factor, &bits, sizeof(bits));
+    return x * factor;
+}
 inline void scale(double *x, int count, int exponent, int stride = 1)
 {
     for (int k = 0; k < count; ++k, x += stride)
-        *x = std::ldexp(*x, exponent);
+        *x = shifted(*x, exponent);
 }
 
 /// Brings rows, then columns, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c]) times as large.
@@ -180,8 +190,9 @@ inline double norm1(const double *a, int n)
     }
     return norm;
 }
-/// 1/(|A|*|A^-1|) in the 1-norm, from the inverse itself: at these orders an estimator (Higham, ACM Algorithm 674, 1988)
-/// would need as many solutions. A, of magnitudes near 1, is overwritten; `room` has n*n + 2n elements. 0 if singular.
+/// 1/(|A|*|A^-1|) in the 1-norm, from the inverse itself: at these orders an estimator (Higham, ACM Algorithm 674,
+/// 1988) would need as many solutions. A, of magnitudes near 1, is overwritten; `room` has n*n + 2n elements. 0 if
+/// singular.
 inline double reciprocalCondition(double *a, int *pivot, int n, double *room)
 {
     const double norm = norm1(a, n);

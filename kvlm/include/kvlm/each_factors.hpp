@@ -168,12 +168,12 @@ protected:
             if (b[r] != 0)
                 up = std::max(up, exponentOf(b + r, 1) - this->rowNumbers[r]);
         for (int r = 0; r < n; ++r)
-            b[r] = std::ldexp(b[r], -up - this->rowNumbers[r]);
+            b[r] = shifted(b[r], -up - this->rowNumbers[r]);
         if (!factorLU(a, this->rowNumbers, n))
             return false;
         solveLU(a, this->rowNumbers, n, b, behind);
         for (int c = 0; c < n; ++c)
-            b[c] = std::ldexp(behind[c], up - this->columnNumbers[c]);
+            b[c] = shifted(behind[c], up - this->columnNumbers[c]);
         return true;
     }
     void makeSquare(double *) {}
@@ -197,7 +197,8 @@ public:
 
     KvlStatus call(int i, int objects)
     {
-        return callWith(Systems<T>::cholesky, matrices(this->in.from(i)), matrices(out.from(i)), std::tuple(n, objects));
+        return callWith(Systems<T>::cholesky, matrices(this->in.from(i)), matrices(out.from(i)),
+                        std::tuple(n, objects));
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
@@ -218,8 +219,8 @@ public:
         const bool isDone = balance(a) && factorCholesky(a, n);
         for (int r = 0; r < n; ++r)
             for (int c = 0; c <= r; ++c)
-                out(i, r, c) = isDone ? static_cast<T>(std::ldexp(a[r * n + c], r == c ? -half[r] : half[r]))
-                                      : notANumber<T>;
+                out(i, r, c) =
+                    isDone ? static_cast<T>(shifted(a[r * n + c], r == c ? -half[r] : half[r])) : notANumber<T>;
         return isDone ? kvlOk : failure;
     }
 
@@ -239,7 +240,7 @@ protected:
             if (b[r] != 0)
                 up = std::max(up, exponentOf(b + r, 1) - half[r]);
         for (int r = 0; r < n; ++r) {
-            b[r] = std::ldexp(b[r], -up - half[r]);
+            b[r] = shifted(b[r], -up - half[r]);
             for (int c = 0; c < r; ++c)
                 b[r] -= a[r * n + c] * b[c];
             b[r] *= a[r * n + r];
@@ -250,7 +251,7 @@ protected:
             b[r] *= a[r * n + r];
         }
         for (int r = 0; r < n; ++r)
-            b[r] = std::ldexp(b[r], up - half[r]);
+            b[r] = shifted(b[r], up - half[r]);
         return true;
     }
     void makeSquare(double *a)
@@ -275,7 +276,7 @@ private:
                 return false;
             half[r] = exponentOf(a + r * n + r, 1) >> 1;
             for (int c = 0; c <= r; ++c)
-                a[r * n + c] = std::ldexp(a[r * n + c], -half[r] - half[c]);
+                a[r * n + c] = shifted(a[r * n + c], -half[r] - half[c]);
         }
         return true;
     }
@@ -298,18 +299,19 @@ public:
     }
     void mark(int i) { out(i, h - 1, w - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, h - 1, w - 1)); }
-    bool areGood(int objects) const
-    {
-        return forAll(objects, [this](int i) { return hasFactors(i); }) && areAllShort(this->in, objects, h, w, greatest<T>);
-    }
     /// Squares of what is too long may have overflowed unseen.
-    bool isGood(int i) const { return hasFactors(i) && areShort(this->in, i, h, w, greatest<T>); }
+    bool areGood(int objects)
+    {
+        isShort = areAllShort(this->in, objects, h, w, greatest<T>);
+        return isShort && forAll(objects, [this](int i) { return hasFactors(i); });
+    }
+    bool isGood(int i) const { return hasFactors(i) && (isShort || areShort(this->in, i, h, w, greatest<T>)); }
     KvlStatus again(int i)
     {
         double *a, *behind;
         const bool isDone = this->read(i, a, behind, 0) && factor(a);
         this->write(out, i, h, w, [&](int r, int c) {
-            return isDone ? std::ldexp(a[r * w + c], r <= c ? this->columnNumbers[c] : 0) : notANumber<double>;
+            return isDone ? shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0) : notANumber<double>;
         });
         return isDone ? kvlOk : failure;
     }
@@ -329,7 +331,7 @@ protected:
             return false;
         solveQR(a, h, w, b);
         for (int c = 0; c < w; ++c)
-            b[c] = std::ldexp(b[c], up - this->columnNumbers[c]);
+            b[c] = shifted(b[c], up - this->columnNumbers[c]);
         return true;
     }
     /// R, which has the condition of A up to a factor of the order.
@@ -358,6 +360,7 @@ private:
 
     Room<T, 64> buffer;
     T *const scratch;
+    bool isShort = false;
 };
 
 /// Reciprocal condition numbers, where a caller asks for them.

@@ -95,11 +95,11 @@ public:
         if constexpr (which == Vectors::none)
             status = callWith(Eigen<T>::values, transposes, results, std::tuple(n, objects, buffer));
         else if constexpr (which == Vectors::right)
-            status = callWith(Eigen<T>::right, transposes, matrices(right.from(i)), results,
-                              std::tuple(n, objects, buffer));
+            status =
+                callWith(Eigen<T>::right, transposes, matrices(right.from(i)), results, std::tuple(n, objects, buffer));
         else if constexpr (which == Vectors::left)
-            status = callWith(Eigen<T>::left, transposes, matrices(left.from(i)), results,
-                              std::tuple(n, objects, buffer));
+            status =
+                callWith(Eigen<T>::left, transposes, matrices(left.from(i)), results, std::tuple(n, objects, buffer));
         else
             status = callWith(Eigen<T>::both, transposes, matrices(right.from(i)), matrices(left.from(i)), results,
                               std::tuple(n, objects, buffer));
@@ -117,7 +117,7 @@ public:
         if constexpr (which == Vectors::none)
             return haveTraces(i);
         else
-            return (!hasRight || areVectors(right, i, false)) && (!hasLeft || areVectors(left, i, true));
+            return (!hasRight || haveVectors(right, i, false)) && (!hasLeft || haveVectors(left, i, true));
     }
     KvlStatus again(int i)
     {
@@ -204,7 +204,7 @@ private:
                std::fabs(sumOfSquares) <= tolerance * norm && nearest > 4 * tolerance * norm;
     }
     /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
-    bool areVectors(const Strided<T> &vectors, int i, bool isLeft) const
+    bool haveVectors(const Strided<T> &vectors, int i, bool isLeft) const
     {
         const T *const m = a.base + i * n * n, *const x = vectors.base + i * n * n, *const w = re + i * n;
         const int down = isLeft ? n : 1, right = isLeft ? 1 : n;
@@ -254,21 +254,44 @@ int general(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *
 
 } // namespace detail
 
+/**
+ * Eigenvalues of general matrices: real and imaginary parts, n adjacent elements each for an object. Complex pairs
+ * stand side by side, the positive imaginary part first; there is no other order.
+ *
+ * Any finite matrix has its values; only what is not finite gets kvlErrNoConvergence. They are those of a matrix A + E
+ * with |E| a small multiple of n*epsilon*|A|, as LAPACK's geev gives them, and real pairs are real.
+ *
+ * By kvlmEigenValues on copies that are scaled by powers of two. What it leaves must have the traces of A and A*A and
+ * no two values that nearly meet; anything else is done again in double, by Hessenberg reduction and double-step QR
+ * sweeps with a small sub-diagonal counting beside the norm (Golub and Van Loan, Matrix Computations, 7.5; EISPACK's
+ * hqr2, LAPACK's lahqr for the shifts).
+ */
 template <class A, class T = detail::ElementOf<A>>
 int eigenvalues(const A &a, T *re, T *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::none>(a, a, a, re, im, statuses);
 }
+/**
+ * The same with right vectors, A*x = w*x, of Euclidean length 1: of a real value at k, column k of `right`; of a pair
+ * at k and k + 1, x = u + i*v belongs to the value at k, with u in column k and v in column k + 1. (The C functions
+ * call these left vectors.) `right` may be a.
+ *
+ * By kvlmEigenValuesVectorsRight and its like. |A*x - w*x| of all vectors together must be below 4*n*epsilon*|A|;
+ * anything else is done again in double, with vectors by back substitution in the complex Schur form (Golub and Van
+ * Loan, 7.6.4).
+ */
 template <class A, class R, class T = detail::ElementOf<A>>
 int eigenvectors(const A &a, const R &right, T *re, T *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::right>(a, right, right, re, im, statuses);
 }
+/** With left vectors, y^H*A = w*y^H, stored in the same way. */
 template <class A, class L, class T = detail::ElementOf<A>>
 int leftEigenvectors(const A &a, const L &left, T *re, T *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::left>(a, left, left, re, im, statuses);
 }
+/** With both. `right` and `left` must not overlap. */
 template <class A, class R, class L, class T = detail::ElementOf<A>>
 int eigenvectors(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *statuses)
 {

@@ -150,7 +150,8 @@ private:
         v[0] = first - beta;
         return tail > 0 ? 1 / (beta * (beta - first)) : 0;
     }
-    /// Applies it from both sides, to rows k to k + length - 1 from column `left` on, to columns down to row bottom - 1.
+    /// Applies it from both sides, to rows k to k + length - 1 from column `left` on, to columns down to row bottom
+    /// - 1.
     void apply(double factor, int length, int k, int left, int bottom)
     {
         for (int j = left; j < n; ++j) {

@@ -242,6 +242,18 @@ int symmetricOfOrder(const A &a, const F &vectors, T *values, KvlStatus *statuse
 
 } // namespace detail
 
+/**
+ * Eigenvalues of symmetric matrices, in descending order, n adjacent elements of `values` for each object. The lower
+ * triangle is read.
+ *
+ * Any finite matrix has its values: singular, zero, clustered, tiny and huge ones. Only what is not finite gets
+ * kvlErrNoConvergence. Values are within a small multiple of n*epsilon*|A|.
+ *
+ * The C functions' test for zero can't be mended from outside, as only vectors would show a wrong value. So the method
+ * is here: eight floats, or four doubles, are scaled by powers of two and solved at once, one matrix in each lane, by
+ * Householder's tridiagonalisation and implicit QL sweeps with Wilkinson's shift (Golub and Van Loan, Matrix
+ * Computations, 8.3; EISPACK's tred2 and tql2).
+ */
 template <class A>
 int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
@@ -249,11 +261,15 @@ int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *st
     return status != kvlOk ? status : detail::symmetricOfOrder<false>(a, a, values, statuses);
 }
 
+/**
+ * The same with vectors: column k of `vectors`, elements (0, k) to (n-1, k), belongs to value k. |A*v - w*v| is a small
+ * multiple of n*epsilon*|A|, the departure from orthogonality of n*epsilon. `vectors` may be a.
+ */
 template <class A, class F>
 int eigenvectorsSymmetric(const A &a, const F &vectors, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
-    const KvlStatus status = detail::check(values && statuses, a.count(), a.rows(),
-                                           a.rows() == a.columns() && detail::isAlike(a, vectors));
+    const KvlStatus status =
+        detail::check(values && statuses, a.count(), a.rows(), a.rows() == a.columns() && detail::isAlike(a, vectors));
     return status != kvlOk ? status : detail::symmetricOfOrder<true>(a, vectors, values, statuses);
 }
 

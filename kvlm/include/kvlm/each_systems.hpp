@@ -1,6 +1,7 @@
 /**
  * @file each_systems.hpp
- * Decompositions, inverses, determinants and solutions of arrays of systems, with a status for each object: see each.hpp.
+ * Decompositions, inverses, determinants and solutions of arrays of systems, with a status for each object: see
+ * each.hpp.
  */
 #ifndef KVLM_EACH_SYSTEMS_HPP
 #define KVLM_EACH_SYSTEMS_HPP
@@ -24,7 +25,8 @@ public:
     void load(int first, int objects)
     {
         this->in = this->source.load(first, objects);
-        this->out = factors.load(first, objects); // what a Cholesky decomposition leaves alone must stand in a copy, too
+        this->out =
+            factors.load(first, objects); // what a Cholesky decomposition leaves alone must stand in a copy, too
         if constexpr (Factor::hasPivots)
             this->pivot = pivots + static_cast<std::ptrdiff_t>(first) * this->n;
     }
@@ -171,7 +173,7 @@ public:
                 invertLU(a, table, n, behind, behind + n, inverse);
         }
         this->write(out, i, n, n, [&](int r, int c) {
-            const double value = isDone ? std::ldexp(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
+            const double value = isDone ? shifted(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
             isDone = isDone && isFinite(static_cast<T>(value));
             return value;
         });
@@ -186,8 +188,8 @@ public:
     }
 
 private:
-    /// The C functions serve orders 3 to 6; the others they make slowly, and without zeros. Who asks for conditions gets
-    /// the inverse that they are taken from.
+    /// The C functions serve orders 3 to 6; the others they make slowly, and without zeros. Who asks for conditions
+    /// gets the inverse that they are taken from.
     bool isByCofactors() const { return 3 <= n && n <= 6 && !this->conditions; }
 
     Block<F> destination;
@@ -260,7 +262,7 @@ private:
                 std::swap(table[k], table[table[k]]);
                 product = -product;
             }
-        return std::ldexp(product, exponent);
+        return shifted(product, exponent);
     }
 
     T *const all;
@@ -272,15 +274,22 @@ private:
 template <class Factor, class A, class B, class X>
 int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> *conditions, bool hasShape)
 {
-    const bool doFit = hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() &&
-                       x.count() == a.count();
+    const bool doFit =
+        hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() && x.count() == a.count();
     const KvlStatus status = check(statuses, a.count(), std::min(a.rows(), a.columns()), doFit);
     return status != kvlOk ? status : run(Solve<Factor, B, X>(a, b, x, conditions), statuses);
 }
 
 } // namespace detail
 
-/// P*A = L*U, in the form of kvlmLUDecomp.
+/**
+ * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), in the form
+ * of kvlmLUDecomp, for kvlmLUBackSubst: n ints of `pivots` for each object, no row is moved.
+ *
+ * A pivot that is zero is kvlErrSingular, whatever the size of the elements; so is an element that is not finite. The
+ * table of an object that failed is 0, 1, 2, ... The second attempt is in double, scaled up. |P*A - L*U| is a small
+ * multiple of n*epsilon*|A|.
+ */
 template <class A, class F>
 int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
 {
@@ -289,6 +298,15 @@ int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
     return status != kvlOk ? status : run(Decompose<LU<A>, F>(a, factors, pivots), statuses);
 }
 
+/**
+ * A = L*L' of positive definite matrices (Golub and Van Loan, Matrix Computations, 4.2), in the form of
+ * kvlmCholeskyDecomp, for kvlmCholeskyBackSubst: reciprocals on the diagonal. Only what stands on and below the
+ * diagonal is read and written.
+ *
+ * kvlErrNotPositiveDefinite for a pivot that is not positive, in arithmetic that is exact enough to tell: what the C
+ * function refuses, or what is tiny or huge, is tried in double with the diagonal scaled to 1. It is also the status of
+ * what is not finite.
+ */
 template <class A, class F>
 int cholesky(const A &a, const F &factors, KvlStatus *statuses)
 {
@@ -297,15 +315,33 @@ int cholesky(const A &a, const F &factors, KvlStatus *statuses)
     return status != kvlOk ? status : run(Decompose<Cholesky<A>, F>(a, factors), statuses);
 }
 
+/**
+ * A = Q*R by Householder reflections, columns() <= rows() (Golub and Van Loan, Matrix Computations, 5.2), in the form
+ * of kvlmQRDecomp, for kvlmQRBackSubst.
+ *
+ * kvlErrSingular only where a zero stands on the diagonal of R, however small the elements are: the second attempt
+ * scales each column by a power of two, which R takes back. Column by column |A - Q*R| is a small multiple of
+ * n*epsilon times the length of the column of A.
+ */
 template <class A, class F>
 int qr(const A &a, const F &factors, KvlStatus *statuses)
 {
     using namespace detail;
-    const KvlStatus status =
-        check(statuses, a.count(), a.columns(), a.columns() <= a.rows() && isAlike(a, factors));
+    const KvlStatus status = check(statuses, a.count(), a.columns(), a.columns() <= a.rows() && isAlike(a, factors));
     return status != kvlOk ? status : run(Decompose<QR<A>, F>(a, factors), statuses);
 }
 
+/**
+ * The inverse. Orders 3 to 6 are kvlmInvert's, by cofactors: fast, with an error of a small multiple of
+ * n*epsilon*condition for matrices that are not ill-conditioned, of up to that times the condition once more for those
+ * that are. All others, and all if `conditions` is given, are by LU factors in double of the matrix with rows and
+ * columns scaled by powers of two, which is as exact as the condition allows.
+ *
+ * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
+ * one, NaN for what is not finite. Objects below epsilon then count as singular, too.
+ *
+ * kvlErrSingular for a zero pivot, what is not finite, and an inverse that the type can't hold.
+ */
 template <class A, class F>
 int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
 {
@@ -314,6 +350,13 @@ int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementO
     return status != kvlOk ? status : run(Invert<A, F>(a, inverses, conditions), statuses);
 }
 
+/**
+ * One determinant for each object, in `values`. A singular matrix has the determinant 0 and status kvlOk, a determinant
+ * that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular, and NaN.
+ *
+ * Orders 3 to 6 are kvlmDet's, by minors, if the value is far from the limits of the type; all else is by LU factors in
+ * double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.
+ */
 template <class A>
 int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
@@ -322,12 +365,25 @@ int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
     return status != kvlOk ? status : run(Determinant<A>(a, values), statuses);
 }
 
+/**
+ * A*x = b by LU factors, which are not kept, one right-hand side for each object. x may be b.
+ *
+ * kvlErrSingular for a zero pivot, for what is not finite in A or b, for a solution that the type can't hold; and, if
+ * `conditions` is given, for a reciprocal condition number below epsilon: it gets 1/(|A|*|A^-1|) in the 1-norm, from
+ * the inverse (an estimate as by Higham, ACM Algorithm 674, would cost as much at small orders). That costs several
+ * times the solution.
+ *
+ * The second attempt is in double, with rows and columns scaled by powers of two. The backward error is that of partial
+ * pivoting, a small multiple of n*epsilon, with LAPACK's gesv.
+ */
 template <class A, class B, class X>
 int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
 {
     return detail::solve<detail::LU<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
 }
 
+/** The same for positive definite matrices by Cholesky factors: only the lower triangle is read, and the status of a
+ * failure is kvlErrNotPositiveDefinite, but kvlErrSingular of what is singular by its condition number. */
 template <class A, class B, class X>
 int solvePositiveDefinite(const A &a, const B &b, const X &x, KvlStatus *statuses,
                           detail::ElementOf<A> *conditions = nullptr)
@@ -335,6 +391,14 @@ int solvePositiveDefinite(const A &a, const B &b, const X &x, KvlStatus *statuse
     return detail::solve<detail::Cholesky<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
 }
 
+/**
+ * The x with the least |A*x - b|, rows() >= columns(), by QR factors, which are not kept (Golub and Van Loan, Matrix
+ * Computations, 5.3). b has rows() elements, x columns().
+ *
+ * kvlErrSingular for a zero on the diagonal of R, for what is not finite, for a solution that the type can't hold; and,
+ * if `conditions` is given, for a reciprocal condition number of R, in the 1-norm, below epsilon. The second attempt
+ * scales each column, and b, by powers of two.
+ */
 template <class A, class B, class X>
 int leastSquares(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
 {
