@@ -126,6 +126,40 @@ inline void scaleAll(int n, double *a, double factor)
         a[k] *= factor;
 }
 
+inline void addDiagonal(int n, double *a)
+{
+    for (int k = 0; k < n; ++k)
+        a[k * n + k] += 3;
+}
+/// Matrices of a kind, with right-hand sides; positive ones are products A'*A.
+template <class T>
+struct Batch {
+    Batch(const Kind &kind, int n, int count, bool isPositive = false)
+        : a(static_cast<std::size_t>(count) * n * n), b(static_cast<std::size_t>(count) * n), x(b.size()),
+          statuses(count, 1)
+    {
+        Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+        std::vector<double> one(n * n), other(n * n);
+        for (int i = 0; i < count; ++i) {
+            kind.fill(random, n, one.data());
+            if (isPositive) {
+                for (int r = 0; r < n; ++r)
+                    for (int c = 0; c < n; ++c) {
+                        other[r * n + c] = 0;
+                        for (int k = 0; k < n; ++k)
+                            other[r * n + c] += one[k * n + r] * one[k * n + c];
+                    }
+                one.swap(other);
+            }
+            std::copy(one.begin(), one.end(), a.begin() + static_cast<std::ptrdiff_t>(i) * n * n);
+        }
+        for (T &value : b)
+            value = static_cast<T>(normal(random));
+    }
+    std::vector<T> a, b, x;
+    std::vector<KvlStatus> statuses;
+};
+
 extern "C" {
 void ssyev_(const char *, const char *, const int *, float *, const int *, float *, float *, const int *, int *);
 void dsyev_(const char *, const char *, const int *, double *, const int *, double *, double *, const int *, int *);

@@ -37,6 +37,7 @@
 #define KVLM_EACH_HPP
 
 #include "each_general.hpp"
+#include "each_inverse.hpp"
 #include "each_symmetric.hpp"
 #include "each_systems.hpp"
 
