@@ -73,12 +73,10 @@ public:
             if (isDone)
                 invertLU(a, table, n, behind, behind + n, inverse);
         }
-        this->write(out, i, n, n, [&](int r, int c) {
-            const double value = isDone ? shifted(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
-            isDone = isDone && isFinite(static_cast<T>(value));
-            return value;
-        });
-        return isDone ? kvlOk : failure;
+        return this->finishWrite(out, i, isDone,
+                                 [&](int r, int c) { return shifted(inverse[r * n + c], -columns[r] - rows[c]); })
+                   ? kvlOk
+                   : failure;
     }
     void finish(int i, KvlStatus &status)
     {
