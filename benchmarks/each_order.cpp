@@ -110,21 +110,20 @@ struct Case {
     void add(const char *operation, std::vector<T> &a, std::vector<T> &failing,
              std::function<KvlStatus(const T *)> plain, Each byEach, std::function<void(const T *)> byEigen)
     {
-        const std::string name =
-            std::string("each/") + operation + (sizeof(T) == 4 ? "/32f/" : "/64f/") + std::to_string(N) + "/";
+        const std::string cell = std::string(operation) + (sizeof(T) == 4 ? "/32f/packed/" : "/64f/packed/") +
+                                 std::to_string(N) + "/" + std::to_string(count) + "/";
         const int failures = byEach({a.data(), N}), expected = byEach({failing.data(), N});
         const bool mayFail = std::string(operation) != "determinant" && std::string(operation) != "values" &&
                              std::string(operation) != "vectors";
         if (failures != 0 || (mayFail && expected != count / 100)) {
-            std::fprintf(stderr, "%s: %d and %d objects fail\n", name.c_str(), failures, expected);
+            std::fprintf(stderr, "%s: %d and %d objects fail\n", cell.c_str(), failures, expected);
             std::exit(EXIT_FAILURE);
         }
         T *const p = a.data(), *const q = failing.data();
-        ::add(name + "plain", [=] { benchmark::DoNotOptimize(plain(p)); });
-        ::add(name + "each", [=] { benchmark::DoNotOptimize(byEach({p, N})); });
-        ::add(name + "failing", [=] { benchmark::DoNotOptimize(byEach({q, N})); });
-        if (byEigen)
-            ::add(name + "eigen", [=] { byEigen(p); });
+        ::add("plain-" + cell + "kvlm", [=] { benchmark::DoNotOptimize(plain(p)); });
+        ::add("each-" + cell + "kvlm", [=] { benchmark::DoNotOptimize(byEach({p, N})); });
+        ::add("each-" + cell + "eigen", [=] { byEigen(p); });
+        ::add("failing-" + cell + "kvlm", [=] { benchmark::DoNotOptimize(byEach({q, N})); });
     }
     template <class Function>
     static std::function<void(const T *)> forEachObject(Function function)
