@@ -209,7 +209,7 @@ TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
     const int n = 6, count = 3000;
     Batch<T> batch(regular, n, count);
     std::fill_n(batch.a.begin() + 1234 * n * n, n * n, T(0));
-    std::vector<T> one(batch.a.size()), many(batch.a.size());
+    std::vector<T> one(batch.a.size()), many(one), factors(one);
     std::vector<KvlStatus> st(count), other(count);
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(one, n, n), st.data()), 1);
     const int threads = threadsOfProcess();
@@ -217,6 +217,7 @@ TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(many, n, n), other.data()), 1);
     std::vector<KvlStatus> statuses(count);
     EXPECT_EQ(each::leastSquares(packed(batch.a, n, n), packed(batch.b, n), packed(batch.x, n), statuses.data()), 1);
+    EXPECT_EQ(each::qr(packed(batch.a, n, n), packed(factors, n, n), statuses.data()), 1);
     std::vector<T> values(batch.b.size());
     std::vector<T> vectors(batch.a.size());
     EXPECT_EQ(each::eigenvectors(packed(batch.a, n, n), packed(vectors, n, n), values.data(), batch.x.data(),
