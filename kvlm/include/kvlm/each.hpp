@@ -31,7 +31,7 @@
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
- * **Memory.** Some ten kilobytes of stack for each operand; the heap only for objects of more than 1024 elements.
+ * **Memory.** Less than a hundred kilobytes of stack; the heap only for objects of more than 1024 elements.
  */
 #ifndef KVLM_EACH_HPP
 #define KVLM_EACH_HPP
