@@ -147,6 +147,39 @@ TYPED_TEST(EachFailures, AnyViewGivesTheSame)
         }
 }
 
+TYPED_TEST(EachFailures, ListsAndTablesAreCopied)
+{
+    using T = TypeParam;
+    constexpr int size = sizeof(T);
+    const int n = 4, count = 300, square = n * n;
+    Batch<T> batch(regular, n, count);
+    std::fill_n(&batch.a[77 * square], square, T(0));
+    std::vector<T> expected(batch.a.size()), rows(batch.a.size() + 1), planes(batch.a.size() + 1);
+    std::vector<int> pivots(count * n), same(pivots);
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_EQ(each::lu(packed(batch.a, n, n), packed(expected, n, n), pivots.data(), st.data()), 1);
+    // The list is turned around, both begin an element later.
+    Described<T, 2> list{{}, {0, n * size, size, size}, count, n, n};
+    Described<T, 1> table{{}, {size, 0, 0, size}, count, n, n};
+    for (int i = 0; i < count; ++i)
+        list.pointers.push_back(&rows[(count - 1 - i) * square]);
+    for (int k = 0; k < square; ++k)
+        table.pointers.push_back(&planes[k * count]);
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < square; ++k)
+            list(i, k / n, k % n) = table(i, k / n, k % n) = batch.a[i * square + k];
+    EXPECT_EQ(each::lu(list, list, same.data(), other.data()), 1);
+    EXPECT_EQ(st, other);
+    EXPECT_EQ(pivots, same);
+    EXPECT_EQ(each::lu(table, table, same.data(), other.data()), 1);
+    EXPECT_EQ(st, other);
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; i != 77 && k < square; ++k) {
+            ASSERT_EQ(list(i, k / n, k % n), expected[i * square + k]) << i;
+            ASSERT_EQ(table(i, k / n, k % n), expected[i * square + k]) << i;
+        }
+}
+
 TYPED_TEST(EachFailures, OnlyTheLowerTriangleOfPositiveMatricesCounts)
 {
     using T = TypeParam;
