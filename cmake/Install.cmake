@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 install(TARGETS kvlcore kvlm EXPORT kvlmTargets)
-install(FILES kvlcore/include/kvlcore.h kvlm/include/kvlm.h TYPE INCLUDE)
+install(DIRECTORY kvlcore/include/ kvlm/include/ TYPE INCLUDE)
 
 set(packageFolder "${CMAKE_INSTALL_LIBDIR}/cmake/kvlm")
 install(EXPORT kvlmTargets NAMESPACE kvlm:: DESTINATION "${packageFolder}")
