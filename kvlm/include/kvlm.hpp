@@ -60,6 +60,9 @@
  * sizes, counts, strides and shifts, as in C.
  *
  * **Memory.** Nothing is allocated but by a Workspace, which may stand where scratch is asked for.
+ *
+ * **Failures.** An operation stops at the first object that fails, as in C. kvlm/each.hpp has decompositions, solvers
+ * and eigenproblems with a status for each object, whose answers hold for elements of any size.
  */
 #ifndef KVLM_HPP
 #define KVLM_HPP

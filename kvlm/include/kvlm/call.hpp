@@ -14,9 +14,9 @@
 
 /** Views live in registers as long as no function takes them by reference: operations are always inlined. */
 #ifdef __GNUC__
-#define KVLM_INLINE __attribute__((always_inline)) inline
+#define KVLM_HPP_INLINE __attribute__((always_inline)) inline
 #else
-#define KVLM_INLINE inline
+#define KVLM_HPP_INLINE inline
 #endif
 
 namespace kvlm {
@@ -104,10 +104,10 @@ constexpr auto described(const X &x)
         return std::tuple<T>(static_cast<T>(x));
     } else {
         constexpr bool isTable = X::description == Description::table, isList = X::description == Description::list;
-        constexpr bool hasObjects = isArray(X::kind) && !isList, hasRows = isMatrix<X> && !isTable;
-        constexpr bool hasElements = (isMatrix<X> || isVector<X>)&&!isTable;
+        constexpr bool hasShift = isTable || isList, hasObjects = isArray(X::kind) && !isList;
+        constexpr bool hasRows = !isTable && isMatrix<X>, hasElements = !isTable && !isConstant<X>;
         const Strides &s = x.strides();
-        return std::tuple_cat(std::tuple<typename X::Base>(x.base()), only < isTable || isList > (s.shift),
+        return std::tuple_cat(std::tuple<typename X::Base>(x.base()), only<hasShift>(s.shift),
                               only<hasObjects>(s.object), only<hasRows>(s.row), only<hasElements>(s.element));
     }
 }
@@ -319,7 +319,7 @@ struct Form : Sizes<faultOf<O, DstKind, Dst, Sources...>() == Fault::none> {
 
     /// The parts are those of the C function's argument list, in its order.
     template <class... Parts>
-    KVLM_INLINE static Status call([[maybe_unused]] bool fits, const Parts &...parts)
+    KVLM_HPP_INLINE static Status call([[maybe_unused]] bool fits, const Parts &...parts)
     {
         if constexpr (fault == Fault::none)
             return fits ? Status(std::apply(functionOf<O, Dst, Sources...>, std::tuple_cat(described<T>(parts)...)))

@@ -15,7 +15,7 @@ namespace detail {
 /// dst = a op b, element by element. Where C has the operands in the other order alone they change places: sums and
 /// products have the same bits.
 template <Operation O, class A, class B, class Dst>
-KVLM_INLINE Status elementwise(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status elementwise(const A &a, const B &b, const Dst &dst)
 {
     if constexpr (O != Operation::Sub && !hasFunction<O, Dst, A, B> && hasFunction<O, Dst, B, A>) {
         return elementwise<O>(b, a, dst);
@@ -31,7 +31,7 @@ KVLM_INLINE Status elementwise(const A &a, const B &b, const Dst &dst)
 
 /// dst = a b, a matrix by a matrix or a vector, each with its shape.
 template <class A, class B, class Dst>
-KVLM_INLINE Status product(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status product(const A &a, const B &b, const Dst &dst)
 {
     using F = Form<Operation::Mul, isVector<B> ? Kind::v : Kind::m, Dst, A, B>;
     const bool fits = F::same(columnsOf(a), rowsOf(b)) && F::same(rowsOf(a), rowsOf(dst)) &&
@@ -41,7 +41,7 @@ KVLM_INLINE Status product(const A &a, const B &b, const Dst &dst)
 
 /// An array into another description, or the same.
 template <class A, class Dst>
-KVLM_INLINE Status copied(const A &a, const Dst &dst)
+KVLM_HPP_INLINE Status copied(const A &a, const Dst &dst)
 {
     constexpr bool isCopy = isArray(kindOf<A>) && kindOf<A> == kindOf<Dst> && (isVector<A> || kindOf<A> == Kind::ma);
     static_assert(isCopy, "kvlm: copy() is from an array of vectors or matrices to one of the same kind");
@@ -76,21 +76,21 @@ using ConstantOf = detail::ElementOf<A>;
  */
 /** dst = a + b, of vectors, matrices, vectors and constants. */
 template <class A, class B, class Dst>
-KVLM_INLINE Status add(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status add(const A &a, const B &b, const Dst &dst)
 {
     using namespace detail;
     return elementwise<Operation::Add>(a, b, dst);
 }
 /** dst = a - b, likewise. */
 template <class A, class B, class Dst>
-KVLM_INLINE Status subtract(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status subtract(const A &a, const B &b, const Dst &dst)
 {
     using namespace detail;
     return elementwise<Operation::Sub>(a, b, dst);
 }
 /** dst = a b: matrix by matrix, matrix by vector, vector or matrix by constant. */
 template <class A, class B, class Dst>
-KVLM_INLINE Status multiply(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status multiply(const A &a, const B &b, const Dst &dst)
 {
     using namespace detail;
     if constexpr (isConstant<A> || isConstant<B>)
@@ -100,7 +100,7 @@ KVLM_INLINE Status multiply(const A &a, const B &b, const Dst &dst)
 }
 /** dst = a x + b, a being a matrix. */
 template <class A, class X, class B, class Dst>
-KVLM_INLINE Status gaxpy(const A &a, const X &x, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status gaxpy(const A &a, const X &x, const B &b, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::Gaxpy, Kind::v, Dst, A, X, B>;
@@ -110,7 +110,7 @@ KVLM_INLINE Status gaxpy(const A &a, const X &x, const B &b, const Dst &dst)
 }
 /** dst = x val + y, of vectors, val being a number. */
 template <class X, class Y, class Dst>
-KVLM_INLINE Status saxpy(const X &x, ConstantOf<X> val, const Y &y, const Dst &dst)
+KVLM_HPP_INLINE Status saxpy(const X &x, ConstantOf<X> val, const Y &y, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::Saxpy, Kind::v, Dst, X, Y>;
@@ -119,7 +119,7 @@ KVLM_INLINE Status saxpy(const X &x, ConstantOf<X> val, const Y &y, const Dst &d
 }
 /** dst = x a + y b, of vectors, a and b being numbers. */
 template <class X, class Y, class Dst>
-KVLM_INLINE Status linearCombination(const X &x, ConstantOf<X> a, const Y &y, ConstantOf<X> b, const Dst &dst)
+KVLM_HPP_INLINE Status linearCombination(const X &x, ConstantOf<X> a, const Y &y, ConstantOf<X> b, const Dst &dst)
 {
     using namespace detail;
     constexpr auto o = Operation::LComb;
@@ -133,7 +133,7 @@ KVLM_INLINE Status linearCombination(const X &x, ConstantOf<X> a, const Y &y, Co
 }
 /** dst = a x b, of vectors of three elements. */
 template <class A, class B, class Dst>
-KVLM_INLINE Status cross(const A &a, const B &b, const Dst &dst)
+KVLM_HPP_INLINE Status cross(const A &a, const B &b, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::CrossProduct, Kind::v, Dst, A, B>;
@@ -143,7 +143,7 @@ KVLM_INLINE Status cross(const A &a, const B &b, const Dst &dst)
 }
 /** Points of three elements by a homogeneous 4 x 4 matrix, with division, in float and the standard description. */
 template <class A, class Points, class Dst>
-KVLM_INLINE Status affineTransform3DH(const A &a, const Points &points, const Dst &dst)
+KVLM_HPP_INLINE Status affineTransform3DH(const A &a, const Points &points, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::AffineTransform3DH, Kind::v, Dst, A, Points>;
@@ -160,7 +160,7 @@ KVLM_INLINE Status affineTransform3DH(const A &a, const Points &points, const Ds
  */
 /** The dot product of two vectors. */
 template <class A, class B>
-KVLM_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
+KVLM_HPP_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
 {
     using namespace detail;
     constexpr auto o = Operation::DotProduct;
@@ -174,7 +174,7 @@ KVLM_INLINE Status dot(const A &a, const B &b, RunOf<A> dst)
 }
 /** The Euclidean norm of a vector. */
 template <class A>
-KVLM_INLINE Status l2Norm(const A &a, RunOf<A> dst)
+KVLM_HPP_INLINE Status l2Norm(const A &a, RunOf<A> dst)
 {
     using namespace detail;
     using F = Form<Operation::L2Norm, Kind::c, Plain, A>;
@@ -182,7 +182,7 @@ KVLM_INLINE Status l2Norm(const A &a, RunOf<A> dst)
 }
 /** The root of the sum of all squares of a matrix. */
 template <class A>
-KVLM_INLINE Status frobeniusNorm(const A &a, RunOf<A> dst)
+KVLM_HPP_INLINE Status frobeniusNorm(const A &a, RunOf<A> dst)
 {
     using namespace detail;
     using F = Form<Operation::FrobNorm, Kind::c, Plain, A>;
@@ -190,7 +190,7 @@ KVLM_INLINE Status frobeniusNorm(const A &a, RunOf<A> dst)
 }
 /** The sum of the diagonal of a square matrix. */
 template <class A>
-KVLM_INLINE Status trace(const A &a, RunOf<A> dst)
+KVLM_HPP_INLINE Status trace(const A &a, RunOf<A> dst)
 {
     using namespace detail;
     using F = Form<Operation::Trace, Kind::c, Plain, A>;
@@ -205,14 +205,14 @@ KVLM_INLINE Status trace(const A &a, RunOf<A> dst)
  */
 /** An array into another description, or the same. */
 template <class A, class Dst>
-KVLM_INLINE Status copy(const A &a, const Dst &dst)
+KVLM_HPP_INLINE Status copy(const A &a, const Dst &dst)
 {
     using namespace detail;
     return copied(a, dst);
 }
 /** Into adjacent elements, object after object, row by row as a is read. */
 template <class A>
-KVLM_INLINE Status extract(const A &a, RunOf<A> dst)
+KVLM_HPP_INLINE Status extract(const A &a, RunOf<A> dst)
 {
     using namespace detail;
     using F = Form<Operation::Extract, Kind::c, Plain, A>;
@@ -221,7 +221,7 @@ KVLM_INLINE Status extract(const A &a, RunOf<A> dst)
 }
 /** dst = identity matrices, cut or filled with zeros where they are not square. */
 template <class Dst>
-KVLM_INLINE Status loadIdentity(const Dst &dst)
+KVLM_HPP_INLINE Status loadIdentity(const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::LoadIdentity, Kind::m, Dst, Dst>;
@@ -229,7 +229,7 @@ KVLM_INLINE Status loadIdentity(const Dst &dst)
 }
 /** dst = the transpose of a: moves elements, where transposed() only changes how they are read. */
 template <class A, class Dst>
-KVLM_INLINE Status transpose(const A &a, const Dst &dst)
+KVLM_HPP_INLINE Status transpose(const A &a, const Dst &dst)
 {
     using namespace detail;
     using F = Form<Operation::Transpose, Kind::m, Dst, A>;

@@ -14,12 +14,12 @@ namespace kvlm {
 
 /** The bytes of scratch for general matrices of this order: of values alone, of values and vectors. */
 template <class T>
-KVLM_INLINE Status eigenvaluesScratch(int order, int &bytes)
+KVLM_HPP_INLINE Status eigenvaluesScratch(int order, int &bytes)
 {
     return detail::forType<T>(kvlmEigenValuesGetBufSize_32f, kvlmEigenValuesGetBufSize_64f)(order, &bytes);
 }
 template <class T>
-KVLM_INLINE Status eigenvectorsScratch(int order, int &bytes)
+KVLM_HPP_INLINE Status eigenvectorsScratch(int order, int &bytes)
 {
     return detail::forType<T>(kvlmEigenValuesVectorsGetBufSize_32f, kvlmEigenValuesVectorsGetBufSize_64f)(order,
                                                                                                           &bytes);
@@ -59,7 +59,7 @@ bool fitsEigen(const A &a, const Run<T> &re, const Run<T> &im)
     return F::isSquare(a) && re.holds(values) && im.holds(values);
 }
 template <Operation O, class A, class Vectors, class T>
-KVLM_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
+KVLM_HPP_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T> im, Scratch<T> scratch)
 {
     using F = Form<O, Kind::m, Vectors, A>;
     const bool fits =
@@ -75,7 +75,7 @@ KVLM_INLINE Status oneSide(const A &a, const Vectors &vectors, Run<T> re, Run<T>
  */
 /** One element for each matrix. */
 template <class A>
-KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Det, Kind::c, Plain, A>;
@@ -84,7 +84,7 @@ KVLM_INLINE Status determinant(const A &a, RunOf<A> dst, ScratchOf<A> scratch)
 }
 /** dst = the inverse of a, kvlErrSingular where there is none. */
 template <class A, class Dst>
-KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::Invert, Kind::m, Dst, A>;
@@ -93,7 +93,7 @@ KVLM_INLINE Status invert(const A &a, const Dst &dst, ScratchOf<A> scratch)
 }
 /** Factors in the form that luSolve reads, with their pivots: n ints for each matrix. */
 template <class A, class Factors>
-KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
+KVLM_HPP_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivots)
 {
     using namespace detail;
     using F = Form<Operation::LUDecomp, Kind::m, Factors, A>;
@@ -102,7 +102,7 @@ KVLM_INLINE Status luDecompose(const A &a, const Factors &factors, Run<int> pivo
 }
 /** a x = b, for one matrix and one vector, one matrix and many vectors, or a matrix for each vector; so all solvers. */
 template <class Factors, class B, class X>
-KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
+KVLM_HPP_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const B &b, const X &x)
 {
     using namespace detail;
     using F = Form<Operation::LUBackSubst, Kind::v, X, Factors, B>;
@@ -112,7 +112,7 @@ KVLM_INLINE Status luSolve(const Factors &factors, Run<const int> pivots, const 
 }
 /** Of symmetric positive definite matrices; the diagonal of the factor holds reciprocals, for choleskySolve. */
 template <class A, class Factor>
-KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
+KVLM_HPP_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyDecomp, Kind::m, Factor, A>;
@@ -120,7 +120,7 @@ KVLM_INLINE Status choleskyDecompose(const A &a, const Factor &factor)
 }
 /** a x = b from the factor of a. */
 template <class Factor, class B, class X>
-KVLM_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
+KVLM_HPP_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
 {
     using namespace detail;
     using F = Form<Operation::CholeskyBackSubst, Kind::v, X, Factor, B>;
@@ -130,7 +130,7 @@ KVLM_INLINE Status choleskySolve(const Factor &factor, const B &b, const X &x)
 }
 /** Of matrices with at least as many rows as columns. */
 template <class A, class Factors>
-KVLM_INLINE Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::QRDecomp, Kind::m, Factors, A>;
@@ -140,7 +140,7 @@ KVLM_INLINE Status qrDecompose(const A &a, const Factors &factors, ScratchOf<A> 
 }
 /** x of the smallest residual: b has the rows of the factors, x their columns. */
 template <class Factors, class B, class X>
-KVLM_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors> scratch)
+KVLM_HPP_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, ScratchOf<Factors> scratch)
 {
     using namespace detail;
     using F = Form<Operation::QRBackSubst, Kind::v, X, Factors, B>;
@@ -157,7 +157,7 @@ KVLM_INLINE Status qrSolve(const Factors &factors, const B &b, const X &x, Scrat
  */
 /** Of symmetric matrices, descending. */
 template <class A>
-KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesSym, Kind::c, Plain, A>;
@@ -166,7 +166,7 @@ KVLM_INLINE Status eigenvaluesSym(const A &a, RunOf<A> values, ScratchOf<A> scra
 }
 /** The same with orthonormal vectors. */
 template <class A, class Vectors>
-KVLM_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> values, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesVectorsSym, Kind::m, Vectors, A>;
@@ -175,7 +175,7 @@ KVLM_INLINE Status eigenvectorsSym(const A &a, const Vectors &vectors, RunOf<A> 
 }
 /** Of general matrices: real and imaginary parts. */
 template <class A>
-KVLM_INLINE Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValues, Kind::c, Plain, A>;
@@ -185,8 +185,8 @@ KVLM_INLINE Status eigenvalues(const A &a, RunOf<A> re, RunOf<A> im, ScratchOf<A
 /** Both sets of vectors, which are those of the transposed matrix: what is usually called a right eigenvector of a is a
  * column of `left`. */
 template <class A, class Right, class Left>
-KVLM_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> re, RunOf<A> im,
-                                ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left, RunOf<A> re, RunOf<A> im,
+                                    ScratchOf<A> scratch)
 {
     using namespace detail;
     using F = Form<Operation::EigenValuesVectors, Kind::m, Right, A>;
@@ -200,13 +200,13 @@ KVLM_INLINE Status eigenvectors(const A &a, const Right &right, const Left &left
 }
 /** The first of them alone. */
 template <class A, class Right>
-KVLM_INLINE Status eigenvectorsRight(const A &a, const Right &right, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvectorsRight(const A &a, const Right &right, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     return detail::oneSide<detail::Operation::EigenValuesVectorsRight>(a, right, re, im, scratch);
 }
 /** The second. */
 template <class A, class Left>
-KVLM_INLINE Status eigenvectorsLeft(const A &a, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
+KVLM_HPP_INLINE Status eigenvectorsLeft(const A &a, const Left &left, RunOf<A> re, RunOf<A> im, ScratchOf<A> scratch)
 {
     return detail::oneSide<detail::Operation::EigenValuesVectorsLeft>(a, left, re, im, scratch);
 }

@@ -166,11 +166,10 @@ using ConstantsView = View<T, Kind::ca, D, 1, 1>;
 template <class T, Kind K, Description D, int R, int C>
 constexpr auto transposed(const View<T, K, D, R, C> &view)
 {
-    constexpr Kind one = single(K);
+    constexpr Kind one = single(K), other = one == Kind::m ? Kind::t : Kind::m;
+    constexpr Kind kind = isArray(K) ? arrayOf(other) : other;
     static_assert(one == Kind::m || one == Kind::t, "kvlm: only matrices can be transposed");
-    constexpr Kind other = one == Kind::m ? Kind::t : Kind::m;
-    return View < T, isArray(K) ? arrayOf(other) : other, D, C,
-           R > (view.base(), view.strides(), {view.columns()}, {view.rows()}, view.count());
+    return View<T, kind, D, C, R>(view.base(), view.strides(), {view.columns()}, {view.rows()}, view.count());
 }
 
 } // namespace kvlm
