@@ -121,7 +121,7 @@ KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int 
 {
     const auto one = [&](ptrdiff_t i) KVLM_INLINED { return determinantObject<N>(s, dst + i, i), KvlStatus(kvlOk); };
     return byLayout(
-        [=, &one](const auto &source) KVLM_INLINED {
+        [=, &one, &s](const auto &source) KVLM_INLINED {
             return inAnyGroups<T, true>(
                 count,
                 [&](ptrdiff_t i, auto number) KVLM_INLINED {
@@ -130,7 +130,7 @@ KVLM_NOINLINE KvlStatus determinantBatch(const Objects<const T> &s, T *dst, int 
                     determinantOf(a).store(dst + i);
                     return true;
                 },
-                one);
+                one, source.fillsWide && !s.hasAdjacentColumns());
         },
         GroupSource<T, N, N>(s));
 }

@@ -164,13 +164,15 @@ KVLM_NOINLINE KvlStatus qrVectorGroups(const Objects<const T> &a, const Objects<
         one);
 }
 
+// Measured: vectors of three elements take longer to fill than they save.
 template <class Width, class Height, class T>
 KVLM_NOINLINE KvlStatus qrVectors(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
                                   Width width, Height height, int count)
 {
-    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
-        return qrVectorGroups<typename decltype(number)::Number>(a, b, d, width, height, first, end);
-    });
+    return wideThenNarrow<T, !std::is_same_v<Height, Fixed<3>>>(
+        count, [&](auto number, int first, int end) KVLM_INLINED {
+            return qrVectorGroups<typename decltype(number)::Number>(a, b, d, width, height, first, end);
+        });
 }
 
 // A matrix for each right-hand side: the systems from `first` to `count`, a group in each V.
@@ -206,7 +208,9 @@ template <class Width, class Height, class T>
 KVLM_NOINLINE KvlStatus qrSystems(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d,
                                   Width width, Height height, int count)
 {
-    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
+    // Measured: a wide register has to hold more objects than the narrow ones whose latencies overlap.
+    constexpr bool isWorthwhile = !isFixed<Height> || Wide<T>::blocks > registersFor<Height>;
+    return wideThenNarrow<T, isWorthwhile>(count, [&](auto number, int first, int end) KVLM_INLINED {
         using V = typename decltype(number)::Number;
         using Systems = std::conditional_t<V::blocks == 1, Several<T, registersFor<Height>>, V>;
         return qrSystemGroups<Systems>(a, b, d, width, height, first, end);

@@ -186,9 +186,10 @@ struct AnyGroupApart<T, Elements, true> {
     }
 };
 
-// The same in groups of one register: group(i, Of<V>()), of which the first are wide if it takes them.
+// The same in groups of one register: group(i, Of<V>()), of which the first are wide if it takes them and they fill
+// fast.
 template <class T, bool TakesWide, class GroupOf, class One>
-KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one)
+KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one, bool fillsWide = true)
 {
     ptrdiff_t i = 0;
     const auto groups = [&](auto number) KVLM_INLINED {
@@ -200,19 +201,21 @@ KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one)
         return KvlStatus(kvlOk);
     };
     if constexpr (TakesWide && hasWide<T>)
-        if (const KvlStatus status = groups(Of<Wide<T>>()))
-            return status;
+        if (fillsWide)
+            if (const KvlStatus status = groups(Of<Wide<T>>()))
+                return status;
     if (const KvlStatus status = groups(Of<Lanes<T>>()))
         return status;
     return oneByOne(i, count, one);
 }
 
-// A batch whose groups are of several registers: f(Of<V>(), first, end) does what fills wide registers, then the rest.
-template <class T, class F>
+// A batch whose groups are of several registers: f(Of<V>(), first, end) does what fills wide registers, if it takes
+// them, then the rest.
+template <class T, bool TakesWide = true, class F>
 KVLM_INLINE KvlStatus wideThenNarrow(int count, F f)
 {
     int done = 0;
-    if constexpr (hasWide<T>) {
+    if constexpr (TakesWide && hasWide<T>) {
         done = count - count % Wide<T>::count;
         if (const KvlStatus status = f(Of<Wide<T>>(), 0, done))
             return status;
@@ -240,7 +243,7 @@ KVLM_INLINE KvlStatus groupsByLayout(const AnyGroupApart<T, Elements> &apart, in
             return inAnyGroups<T, takesWide>(
                 count,
                 [&](ptrdiff_t i, auto number) KVLM_INLINED { return apart(i, number) && group(i, number, known...); },
-                one);
+                one, (known.fillsWide && ...));
         },
         groups...);
 }
@@ -266,9 +269,10 @@ KVLM_INLINE KvlStatus vectorsByLayout(const Objects<T> &d, int count, Compute co
     const AnyGroupApart<T> apart(d, 1, N);
     const NeverFails<One> always{one};
     const auto loop = [=, &always](const auto &result, const auto &...known) KVLM_INLINED {
-        // Measured: of short work only that in planes is worth wide registers, which else take long to fill.
+        // Measured: vectors are worth wide registers where they are packed or in planes, and short work in planes only.
+        using Result = std::decay_t<decltype(result)>;
         constexpr bool takesWide = std::is_invocable_v<Compute, ptrdiff_t, Wide<T>(&)[N], decltype(known)...> &&
-                                   (!Exact || liesInPlanes<std::decay_t<decltype(result)>>);
+                                   (Exact ? liesInPlanes<Result> : !std::is_same_v<Result, GroupResult<T, 1, N>>);
         return inAnyGroups<T, takesWide>(
             count,
             [&](ptrdiff_t i, auto number) KVLM_INLINED {

@@ -118,6 +118,7 @@ struct Objects {
     }
     KVLM_INLINE bool inPlanes() const { return !list && objStride == sizeof(T); }
     KVLM_INLINE bool hasAdjacentRows() const { return !table && elemStride == sizeof(T); }
+    KVLM_INLINE bool hasAdjacentColumns() const { return !table && rowStride == sizeof(T); }
     // Object i of each description.
     KVLM_INLINE TableView<T, int, int> tableView(ptrdiff_t i) const
     {
@@ -333,6 +334,9 @@ struct SharedGroups {
 // their own, between which byLayout() chooses: the loops that most calls need have nothing to ask on their way.
 template <class Move, class T, int R, int C, class Elements>
 struct PackedGroups {
+    // Measured: all but triangles of three floats.
+    static constexpr bool fillsWide = Elements::all || R > 3 || sizeof(T) > 4 ||
+                                      sizeof(Wide<std::remove_const_t<T>>) < 64;
     T *base;
     ptrdiff_t objStride;
 
@@ -355,6 +359,7 @@ struct PackedGroups {
 
 template <class Move, class T, int R, int C, class Elements>
 struct PlaneGroups {
+    static constexpr bool fillsWide = true;
     T *const *planes;
 
     template <class Array>
@@ -373,6 +378,7 @@ constexpr bool liesInPlanes<PlaneGroups<Move, T, R, C, Elements>> = true;
 // All of one layout, in a list or not.
 template <GroupLayout Layout, bool List, class Move, class T, int R, int C, class Elements>
 struct KnownGroups {
+    static constexpr bool fillsWide = false;
     const Objects<T> x;
     T *const *const places;
 
@@ -392,7 +398,12 @@ struct KnownGroups {
 template <class Move, class T, int R, int C, class Elements = Whole>
 class Groups {
 public:
-    explicit Groups(const Objects<T> &given) : x(given), layout(groupLayoutOf<Move, Elements>(given, R, C))
+    // Measured: whether wide registers are filled fast enough to be worth it, which single elements never are.
+    const bool fillsWide;
+
+    explicit Groups(const Objects<T> &given)
+        : fillsWide(given.inPlanes() || (R > 1 && (given.hasAdjacentRows() || given.hasAdjacentColumns()))), x(given),
+          layout(groupLayoutOf<Move, Elements>(given, R, C))
     {
         if (layout == GroupLayout::planes || layout == GroupLayout::entries)
             for (int r = 0; r < R; ++r)
@@ -455,6 +466,7 @@ using GroupResult = Groups<Store, T, R, C, Elements>;
 // A single vector in all lanes, which is no obstacle to any layout.
 template <class T, int N>
 struct SingleVector {
+    static constexpr bool fillsWide = true;
     Lanes<T> elements[N];
 
     explicit SingleVector(const Objects<const T> &x) { loadObject(x, 0, Fixed<1>(), Fixed<N>(), elements); }
@@ -581,8 +593,9 @@ template <class Move, class T, int C, bool Packed = false>
 class RowGroups {
 public:
     static constexpr bool hasPackedRows = Packed;
+    const bool fillsWide;
 
-    explicit RowGroups(const Objects<T> &x) : x(x) {}
+    explicit RowGroups(const Objects<T> &x) : fillsWide(x.inPlanes() || x.hasAdjacentRows()), x(x) {}
 
     template <int R, class V>
     KVLM_INLINE void move(ptrdiff_t first, const int (*rows)[R], V (*a)[C]) const

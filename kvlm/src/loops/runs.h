@@ -49,19 +49,6 @@ KVLM_INLINE T elementAt(Same<T> x, ptrdiff_t)
     return x.value;
 }
 
-// A register of them.
-template <class V, class T>
-KVLM_INLINE V registerAt(const T *p, ptrdiff_t k)
-{
-    return V::load(p + k);
-}
-
-template <class V, class T>
-KVLM_INLINE V registerAt(Same<T> x, ptrdiff_t)
-{
-    return V::all(x.value);
-}
-
 // The first N lanes count.
 template <int N, class T>
 KVLM_INLINE Lanes<T> lanesAt(const T *p, ptrdiff_t k)
@@ -79,15 +66,11 @@ KVLM_INLINE Lanes<T> lanesAt(Same<T> x, ptrdiff_t)
 template <class T, class Op, class A, class B>
 KVLM_INLINE void run(Op op, A a, B b, T *d, ptrdiff_t n)
 {
-    using V = Wide<T>;
-    using Narrow = Lanes<T>;
+    constexpr int lanes = Lanes<T>::count;
     ptrdiff_t k = 0;
 #pragma GCC unroll 4
-    for (; k + V::count <= n; k += V::count)
-        op(registerAt<V>(a, k), registerAt<V>(b, k)).store(d + k);
-    if constexpr (hasWide<T>)
-        for (; k + Narrow::count <= n; k += Narrow::count)
-            op(registerAt<Narrow>(a, k), registerAt<Narrow>(b, k)).store(d + k);
+    for (; k + lanes <= n; k += lanes)
+        op(lanesAt<lanes>(a, k), lanesAt<lanes>(b, k)).store(d + k);
     for (; k < n; ++k)
         put(d + k, op(elementAt(a, k), elementAt(b, k)));
 }
@@ -96,16 +79,11 @@ KVLM_INLINE void run(Op op, A a, B b, T *d, ptrdiff_t n)
 template <class T, class Op, class A, class B, int N>
 KVLM_INLINE void run(Op op, A a, B b, T *d, Fixed<N>)
 {
-    using V = Wide<T>;
-    using Narrow = Lanes<T>;
-    constexpr int inWide = N - N % V::count, whole = N - N % Narrow::count;
+    constexpr int lanes = Lanes<T>::count, whole = N - N % lanes;
 #pragma GCC unroll 32
-    for (int k = 0; k < inWide; k += V::count)
-        op(registerAt<V>(a, k), registerAt<V>(b, k)).store(d + k);
-#pragma GCC unroll 4
-    for (int k = inWide; k < whole; k += Narrow::count)
-        op(registerAt<Narrow>(a, k), registerAt<Narrow>(b, k)).store(d + k);
-    if constexpr (N % 4 >= 2 && Narrow::count == 4)
+    for (int k = 0; k < whole; k += lanes)
+        op(lanesAt<lanes>(a, k), lanesAt<lanes>(b, k)).store(d + k);
+    if constexpr (N % 4 >= 2 && lanes == 4)
         op(lanesAt<2>(a, whole), lanesAt<2>(b, whole)).template storeFirst<2>(d + whole);
     if constexpr (N % 2 == 1)
         put(d + N - 1, op(elementAt(a, N - 1), elementAt(b, N - 1)));
