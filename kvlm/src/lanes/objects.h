@@ -398,11 +398,12 @@ struct KnownGroups {
 template <class Move, class T, int R, int C, class Elements = Whole>
 class Groups {
 public:
-    // Measured: whether wide registers are filled fast enough to be worth it, which single elements never are.
+    // Measured: whether wide registers are filled fast enough to be worth it, which single elements and objects of
+    // three rows never do.
     const bool fillsWide;
 
     explicit Groups(const Objects<T> &given)
-        : fillsWide(given.inPlanes() || (R > 1 && (given.hasAdjacentRows() || given.hasAdjacentColumns()))), x(given),
+        : fillsWide(given.inPlanes() || (R > 3 && (given.hasAdjacentRows() || given.hasAdjacentColumns()))), x(given),
           layout(groupLayoutOf<Move, Elements>(given, R, C))
     {
         if (layout == GroupLayout::planes || layout == GroupLayout::entries)
