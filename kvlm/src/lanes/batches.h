@@ -210,13 +210,13 @@ KVLM_INLINE KvlStatus inAnyGroups(int count, GroupOf group, const One &one, bool
 }
 
 // A batch whose groups are of several registers: f(Of<V>(), first, end) does what fills wide registers, if it takes
-// them, then the rest.
+// them and they fill fast, then the rest.
 template <class T, bool TakesWide = true, class F>
-KVLM_INLINE KvlStatus wideThenNarrow(int count, F f)
+KVLM_INLINE KvlStatus wideThenNarrow(int count, F f, bool fillsWide = true)
 {
     int done = 0;
     if constexpr (TakesWide && hasWide<T>) {
-        done = count - count % Wide<T>::count;
+        done = fillsWide ? count - count % Wide<T>::count : 0;
         if (const KvlStatus status = f(Of<Wide<T>>(), 0, done))
             return status;
     }

@@ -93,30 +93,33 @@ KVLM_NOINLINE KvlStatus innerProducts(const A &givenA, const B &givenB, T *dst, 
         Loose<T>::store(dst + i, Root()(innerProduct<T>(a, b, i, width, height)));
         return KvlStatus(kvlOk);
     };
-    return wideThenNarrow<T>(count, [&](auto number, int first, int end) KVLM_INLINED {
-        using V = typename decltype(number)::Number;
-        constexpr int most = V::blocks == 1 ? 4 : 2;
-        const auto groups = [&](ptrdiff_t i, auto together) KVLM_INLINED {
-            constexpr int n = decltype(together){};
-            V sum[n] = {};
-            for (int r = 0; r < height; ++r)
-                addRow(sum, a, b, i, width, r);
+    return wideThenNarrow<T>(
+        count,
+        [&](auto number, int first, int end) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            constexpr int most = V::blocks == 1 ? 4 : 2;
+            const auto groups = [&](ptrdiff_t i, auto together) KVLM_INLINED {
+                constexpr int n = decltype(together){};
+                V sum[n] = {};
+                for (int r = 0; r < height; ++r)
+                    addRow(sum, a, b, i, width, r);
 #pragma GCC unroll 4
-            for (int g = 0; g < n; ++g)
-                Root()(sum[g]).store(dst + i + g * V::count);
-        };
-        return inSeveralGroups<V, most>(
-            first, end,
-            [&](ptrdiff_t i, int parts) KVLM_INLINED {
-                if (parts == most)
-                    groups(i, Fixed<most>());
-                else
-                    for (int g = 0; g < parts; ++g)
-                        groups(i + g * V::count, Fixed<1>());
-                return true;
-            },
-            one);
-    });
+                for (int g = 0; g < n; ++g)
+                    Root()(sum[g]).store(dst + i + g * V::count);
+            };
+            return inSeveralGroups<V, most>(
+                first, end,
+                [&](ptrdiff_t i, int parts) KVLM_INLINED {
+                    if (parts == most)
+                        groups(i, Fixed<most>());
+                    else
+                        for (int g = 0; g < parts; ++g)
+                            groups(i + g * V::count, Fixed<1>());
+                    return true;
+                },
+                one);
+        },
+        hasAdjacentRows<A>() || inPlanes(a));
 }
 
 // ---- Roots of sums of squares ------------------------------------------------------------------------------------
