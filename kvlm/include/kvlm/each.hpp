@@ -1,0 +1,44 @@
+/**
+ * @file each.hpp
+ * Decompositions, solutions and eigenproblems of arrays of small matrices in which each object has a status of its own,
+ * and none stops the others: namespace kvlm::each.
+ *
+ * The C functions stop at the first object that fails, and have absolute tests: what is small counts as singular. Here
+ * they are called on blocks of objects; what failed, and what is not good by a cheap check, is done again alone by
+ * another way. Orders 3 to 6 are the fast case here, too.
+ *
+ * **Operands** are views, arrays of matrices or of vectors of float or double: any class with count(), rows(),
+ * columns() and operator()(object, row, column) for matrices, count(), size() and operator()(object, element) for
+ * vectors, which return references. Where base() is a pointer to the first element, the objects lie at fixed strides
+ * and are passed to the C functions as they are; of all others the objects are copied to the stack, block by block, and
+ * back. Eigenproblems work on copies always. A destination may be the source, object by object; any other overlap is
+ * not provided for.
+ *
+ * **Statuses.** `statuses` gets count() of them. kvlOk: the result is there. Else the destination of the object is full
+ * of NaN, or what of it the operation writes:
+ *
+ * - kvlErrSingular: systems and inverses. An exact zero is where a divisor should be; or the condition number that
+ *   was asked for is beyond the precision; or an element is not finite, or would not be in the result.
+ * - kvlErrNotPositiveDefinite: the same in Cholesky decompositions.
+ * - kvlErrNoConvergence: eigenproblems with elements that are not finite.
+ *
+ * **Returns** the number of objects that failed; or, if nothing was done as the arguments don't fit, the negative value
+ * of kvlErrNullPointer, kvlErrCount, kvlErrSize or kvlErrSizeMatch.
+ *
+ * **Sizes.** Results are as exact for elements of any size, 1e-30 and 1e30 in float, as long as the type can hold them.
+ * An object is scaled by powers of two, which round nothing. What is measured stands in docs/accuracy.md.
+ *
+ * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
+ * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
+ *
+ * **Memory.** Some ten kilobytes of stack for each operand; the heap only for objects of more than 1024 elements.
+ */
+#ifndef KVLM_EACH_HPP
+#define KVLM_EACH_HPP
+
+#include "each_general.hpp"
+#include "each_inverse.hpp"
+#include "each_symmetric.hpp"
+#include "each_systems.hpp"
+
+#endif

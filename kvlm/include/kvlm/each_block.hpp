@@ -1,0 +1,318 @@
+/**
+ * @file each_block.hpp
+ * How the functions of each.hpp work through an array: a block of objects at a time is called, checked, and done again
+ * one by one where that is needed.
+ */
+#ifndef KVLM_EACH_BLOCK_HPP
+#define KVLM_EACH_BLOCK_HPP
+
+#include "each_numbers.hpp"
+
+#include <kvlcore.h>
+#include <kvlm.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+/// Whether a view shows vectors. Some views take any number of indices: they have a `kind`, 1 or 9 for vectors.
+template <class V, class = void>
+inline constexpr bool areVectors = !std::is_invocable_v<const V &, int, int, int>;
+template <class V>
+inline constexpr bool areVectors<V, std::void_t<decltype(V::kind)>> = (static_cast<unsigned>(V::kind) & 7u) == 1;
+
+/// Element (r, c) of object i of matrices, element r of vectors.
+template <class V>
+constexpr decltype(auto) at(const V &view, int i, int r, int c)
+{
+    if constexpr (areVectors<V>)
+        return (void)c, view(i, r);
+    else
+        return view(i, r, c);
+}
+template <class V>
+using ElementOf = std::remove_cv_t<std::remove_reference_t<decltype(at(std::declval<const V &>(), 0, 0, 0))>>;
+
+template <class V>
+constexpr int rowsOf(const V &view)
+{
+    if constexpr (areVectors<V>)
+        return view.size();
+    else
+        return view.rows();
+}
+template <class V>
+constexpr int columnsOf(const V &view)
+{
+    if constexpr (areVectors<V>)
+        return 1;
+    else
+        return view.columns();
+}
+
+/// Elements that lie as the standard description says; strides in bytes.
+template <class T>
+struct Strided {
+    T *base = nullptr;
+    int object = 0, row = 0, element = 0;
+
+    T &operator()(int i, int r, int c) const { return *moved(static_cast<std::ptrdiff_t>(i) * object + offset(r, c)); }
+    Strided from(int i) const { return {moved(static_cast<std::ptrdiff_t>(i) * object), object, row, element}; }
+    bool isPacked(int rows, int columns) const
+    {
+        constexpr int size = sizeof(T);
+        return element == size && (row == columns * size || rows == 1) && object == rows * columns * size;
+    }
+    operator Strided<const T>() const { return {base, object, row, element}; }
+
+private:
+    using Byte = std::conditional_t<std::is_const_v<T>, const char, char>;
+    std::ptrdiff_t offset(int r, int c) const
+    {
+        return static_cast<std::ptrdiff_t>(r) * row + static_cast<std::ptrdiff_t>(c) * element;
+    }
+    T *moved(std::ptrdiff_t by) const { return reinterpret_cast<T *>(reinterpret_cast<Byte *>(base) + by); }
+};
+template <class T>
+Strided<T> packed(T *base, int rows, int columns)
+{
+    constexpr int size = sizeof(T);
+    return {base, rows * columns * size, columns * size, size};
+}
+
+/// Whether a view says that it has a base and strides, not a table or a list of pointers.
+template <class V, class = void>
+inline constexpr bool isStandard = false;
+template <class V>
+inline constexpr bool isStandard<V, std::void_t<decltype(*std::declval<const V &>().base())>> =
+    std::is_arithmetic_v<std::remove_reference_t<decltype(*std::declval<const V &>().base())>>;
+
+/// Elements in place up to a number, on the heap beyond: long objects are rare.
+template <class T, int InPlace = 1024>
+class Room {
+public:
+    T *get(std::size_t elements)
+    {
+        if (elements <= InPlace)
+            return inPlace;
+        if (elements > size) {
+            heap.reset(new T[elements]);
+            size = elements;
+        }
+        return heap.get();
+    }
+    static constexpr int capacity = InPlace;
+
+private:
+    alignas(16) T inPlace[InPlace];
+    std::unique_ptr<T[]> heap;
+    std::size_t size = 0;
+};
+
+/// An operand, a block at a time: where it lies if the C functions can take it there, else in a packed copy.
+template <class V>
+class Block {
+public:
+    using T = ElementOf<V>;
+    using Pointer = std::remove_reference_t<decltype(at(std::declval<const V &>(), 0, 0, 0))> *;
+
+    explicit Block(const V &operand) : view(operand), rows(rowsOf(operand)), columns(columnsOf(operand))
+    {
+        constexpr int size = sizeof(T);
+        if constexpr (isStandard<V>) {
+            whole = {&at(view, 0, 0, 0), distance(1, 0, 0, view.count() > 1, size), distance(0, 1, 0, rows > 1, size),
+                     distance(0, 0, 1, columns > 1, size)};
+            direct = whole.object > 0 && whole.row > 0 && whole.element > 0;
+        }
+    }
+    int count() const { return view.count(); }
+    /// Works in a copy where the destination is written in the source's memory: no object is lost before it is done.
+    template <class W>
+    void avoid(const Block<W> &destination)
+    {
+        if (direct && destination.direct && overlap(whole, destination.whole, view.count(), rows, columns))
+            direct = false;
+    }
+    /// The objects that fit a block.
+    int most() const { return direct ? 128 : std::max(1, std::min(128, Room<T>::capacity / (rows * columns))); }
+
+    /// The objects from `first` on, to be written.
+    auto open(int first, int count)
+    {
+        using E = std::remove_pointer_t<Pointer>;
+        if (direct)
+            return whole.from(first);
+        const std::size_t elements = static_cast<std::size_t>(count) * rows * columns;
+        return Strided<E>(packed<T>(room.get(elements), rows, columns));
+    }
+    /// The same, to be read.
+    auto load(int first, int count)
+    {
+        auto block = open(first, count);
+        if (!direct) {
+            T *to = const_cast<T *>(block.base);
+            for (int i = 0; i < count; ++i)
+                for (int r = 0; r < rows; ++r)
+                    for (int c = 0; c < columns; ++c)
+                        *to++ = at(view, first + i, r, c);
+        }
+        return block;
+    }
+    /// Writes back what was opened.
+    void store(int first, int count)
+    {
+        if (direct)
+            return;
+        const T *from = room.get(static_cast<std::size_t>(count) * rows * columns);
+        for (int i = 0; i < count; ++i)
+            for (int r = 0; r < rows; ++r)
+                for (int c = 0; c < columns; ++c)
+                    at(view, first + i, r, c) = *from++;
+    }
+
+private:
+    template <class W>
+    friend class Block;
+
+    int distance(int i, int r, int c, bool there, int otherwise) const
+    {
+        if (!there)
+            return otherwise;
+        const std::ptrdiff_t bytes =
+            reinterpret_cast<const char *>(&at(view, i, r, c)) - reinterpret_cast<const char *>(&at(view, 0, 0, 0));
+        return bytes > 0 && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
+    }
+
+    const V &view;
+    const int rows, columns;
+    bool direct = false;
+    Strided<std::remove_pointer_t<Pointer>> whole;
+    Room<T> room;
+};
+
+/// Whether the memory from the first element of a to its last meets that of b.
+template <class T, class U>
+bool overlap(const Strided<T> &a, const Strided<U> &b, int count, int rows, int columns)
+{
+    const void *const aLast = &a(count - 1, rows - 1, columns - 1), *const bLast = &b(count - 1, rows - 1, columns - 1);
+    return !(aLast < static_cast<const void *>(b.base) || bLast < static_cast<const void *>(a.base));
+}
+
+/// Whether `is` holds for all of n objects, without a branch for each.
+template <class Is>
+bool forAll(int n, Is is)
+{
+    bool all = true;
+    for (int i = 0; i < n; ++i)
+        all &= is(i);
+    return all;
+}
+
+/// Whether the squares of object i's elements have a sum up to `limit`; at least as many do as of all of n objects.
+template <class T, class Limit>
+bool areShort(const Strided<T> &x, int i, int rows, int columns, Limit limit)
+{
+    std::remove_const_t<T> sum = 0;
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c)
+            sum += x(i, r, c) * x(i, r, c);
+    return isWithin(sum, Limit(0), limit);
+}
+template <class T, class Limit>
+bool areAllShort(const Strided<T> &x, int n, int rows, int columns, Limit limit)
+{
+    if (x.isPacked(rows, columns))
+        return isWithin(squares<Limit>(x.base, static_cast<std::size_t>(n) * rows * columns), Limit(0), limit);
+    return forAll(n, [&](int i) { return areShort(x, i, rows, columns, limit); });
+}
+
+/// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a
+/// call stopped is told by marks in the destination, which are laid when first needed: a call that fails is repeated
+/// once in a block. An object that fails has lost its mark (Op::lag 1) or kept it (0). False if any failed.
+template <class Op>
+bool callAll(Op &op, int n, KvlStatus *status)
+{
+    bool areMarked = false;
+    for (int i = 0; i < n;) {
+        const KvlStatus result = op.call(i, n - i);
+        if (result == kvlOk)
+            break;
+        if (!areMarked) {
+            for (int k = i; k < n; ++k)
+                op.mark(k);
+            areMarked = true;
+            continue;
+        }
+        int next = i;
+        while (next < n && !op.isMarked(next))
+            ++next;
+        const int failed = std::min(n - 1, std::max(i, next - Op::lag));
+        status[failed] = result;
+        i = failed + 1;
+    }
+    return !areMarked;
+}
+
+/// Each block: load, call, check, a second attempt for what failed or is not good, store. Returns how many failed.
+template <class Op>
+int run(Op &&op, KvlStatus *statuses)
+{
+    // What goes to a team takes more work than this; a block is for the caller's thread.
+    constexpr int leastOfTeams = 1700;
+    int most = op.most();
+    if (threads_omp_of_n_kvl > 1)
+        most = std::max(1, std::min(most, leastOfTeams / op.work()));
+
+    int failures = 0;
+    const int count = op.count();
+    for (int first = 0; first < count; first += most) {
+        const int n = std::min(most, count - first);
+        KvlStatus *const status = statuses + first;
+        std::fill_n(status, n, kvlOk);
+        op.load(first, n);
+        const bool hasCompleted = callAll(op, n, status);
+        const bool areGood = op.areGood(n);
+        if (!areGood || !hasCompleted || op.isAsked())
+            for (int i = 0; i < n; ++i) {
+                if (status[i] != kvlOk || (!areGood && !op.isGood(i)))
+                    status[i] = op.again(i);
+                op.finish(i, status[i]);
+                failures += status[i] != kvlOk;
+            }
+        op.store(first, n);
+    }
+    return failures;
+}
+
+/// The status of arguments.
+inline KvlStatus check(bool arePointers, int count, int rows, bool doFit)
+{
+    return !arePointers ? kvlErrNullPointer
+           : count < 1  ? kvlErrCount
+           : rows < 1   ? kvlErrSize
+           : doFit      ? kvlOk
+                        : kvlErrSizeMatch;
+}
+
+template <class A>
+bool isSquare(const A &a)
+{
+    return a.rows() == a.columns();
+}
+template <class A, class B>
+bool isAlike(const A &a, const B &b)
+{
+    return a.rows() == b.rows() && a.columns() == b.columns() && a.count() == b.count();
+}
+} // namespace detail
+} // namespace each
+} // namespace kvlm
+
+#endif

@@ -1,0 +1,402 @@
+/**
+ * @file each_factors.hpp
+ * The decompositions behind each_systems.hpp: a C call, what tells that its result is good, and the second attempt.
+ */
+#ifndef KVLM_EACH_FACTORS_HPP
+#define KVLM_EACH_FACTORS_HPP
+
+#include "each_block.hpp"
+#include "each_dense.hpp"
+
+#include <tuple>
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+/// The C functions of an element type.
+template <class T>
+struct Systems;
+#define KVLM_EACH_SYSTEMS(T, suffix)                                                                                   \
+    template <>                                                                                                        \
+    struct Systems<T> {                                                                                                \
+        static constexpr auto lu = kvlmLUDecomp_ma_##suffix;                                                           \
+        static constexpr auto cholesky = kvlmCholeskyDecomp_ma_##suffix;                                               \
+        static constexpr auto qr = kvlmQRDecomp_ma_##suffix;                                                           \
+        static constexpr auto invert = kvlmInvert_ma_##suffix;                                                         \
+        static constexpr auto determinant = kvlmDet_ma_##suffix;                                                       \
+        static constexpr auto solveLU = kvlmLUBackSubst_mava_##suffix;                                                 \
+        static constexpr auto solveCholesky = kvlmCholeskyBackSubst_mava_##suffix;                                     \
+        static constexpr auto solveQR = kvlmQRBackSubst_mava_##suffix;                                                 \
+    };
+KVLM_EACH_SYSTEMS(float, 32f)
+KVLM_EACH_SYSTEMS(double, 64f)
+#undef KVLM_EACH_SYSTEMS
+
+/// Arguments of a C function for an array of matrices, and for one of vectors.
+template <class T>
+std::tuple<T *, int, int, int> matrices(const Strided<T> &x)
+{
+    return {x.base, x.object, x.row, x.element};
+}
+template <class T>
+std::tuple<T *, int, int> vectors(const Strided<T> &x)
+{
+    return {x.base, x.object, x.row};
+}
+template <class Function, class... Parts>
+KvlStatus callWith(Function *function, const Parts &...parts)
+{
+    return std::apply(function, std::tuple_cat(parts...));
+}
+
+/// Results of a magnitude from here on come from elements far above the smallest ones.
+template <class T>
+constexpr T leastSafe = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
+template <class T>
+constexpr T greatest = std::numeric_limits<T>::max();
+
+/// What all operations on matrices share: how the source is read, what stands where an object failed.
+template <class A>
+class Source {
+public:
+    using T = ElementOf<A>;
+
+    explicit Source(const A &a) : source(a), height(a.rows()), width(a.columns()) {}
+
+    int count() const { return source.count(); }
+    int most() const { return source.most(); }
+    /// At least the work that any of the C functions sees in an object.
+    int work() const { return 4 * height * width + 2 * (height + width); }
+    /// Whether all objects are to be finished, not only those of blocks with a failure.
+    bool isAsked() const { return false; }
+    void finish(int, KvlStatus) {}
+    void makeSquare(double *) {}
+
+protected:
+    /// Object i in double, packed; `behind` it is room for `more` elements. False unless all are finite.
+    bool read(int i, double *&a, double *&behind, int more)
+    {
+        const int positions = height * width;
+        a = room.get(static_cast<std::size_t>(positions) + more);
+        behind = a + positions;
+        rowNumbers = integers.get(static_cast<std::size_t>(height) + width);
+        columnNumbers = rowNumbers + height;
+        for (int r = 0; r < height; ++r)
+            for (int c = 0; c < width; ++c)
+                a[r * width + c] = in(i, r, c);
+        return areFinite(a, positions);
+    }
+    template <class X, class Value>
+    static void write(const Strided<X> &to, int i, int rows, int columns, Value value)
+    {
+        for (int r = 0; r < rows; ++r)
+            for (int c = 0; c < columns; ++c)
+                to(i, r, c) = static_cast<X>(value(r, c));
+    }
+    template <class X>
+    static void writeNaN(const Strided<X> &to, int i, int rows, int columns)
+    {
+        write(to, i, rows, columns, [](int, int) { return notANumber<X>; });
+    }
+
+    Block<A> source;
+    Strided<const T> in;
+    const int height, width;
+    int *rowNumbers = nullptr, *columnNumbers = nullptr; // room for exponents, or a pivot table
+
+private:
+    Room<double, 512> room;
+    Room<int, 64> integers;
+};
+
+/// Factors by elimination, in place in `out`, with the table `pivot`.
+template <class A>
+class LU : public Source<A> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 1;
+    static constexpr bool hasPivots = true;
+    static constexpr KvlStatus failure = kvlErrSingular;
+
+    using Source<A>::Source;
+
+    KvlStatus call(int i, int objects)
+    {
+        return callWith(Systems<T>::lu, matrices(this->in.from(i)), std::tuple(pivot + i * n), matrices(out.from(i)),
+                        std::tuple(n, objects));
+    }
+    void mark(int i) { pivot[i * n] = -1; }
+    bool isMarked(int i) const { return pivot[i * n] == -1; }
+    bool areGood(int objects) const
+    {
+        return forAll(objects, [this](int i) { return isGood(i); });
+    }
+    bool isGood(int i) const { return isWithin(out(i, pivot[i * n + n - 1], n - 1), leastSafe<T>, greatest<T>); }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        int *const table = pivot + i * n;
+        const bool isInput = this->read(i, a, behind, 0);
+        // As large as growth allows, since small pivots may stand beside large ones.
+        const int up = isInput ? 960 - exponentOf(a, n * n) : 0;
+        scale(a, n * n, up);
+        if (!isInput || !factorLU(a, table, n)) {
+            for (int k = 0; k < n; ++k)
+                table[k] = k;
+            this->writeNaN(out, i, n, n);
+            return failure;
+        }
+        for (int k = 0; k < n; ++k)
+            scale(a + table[k] * n + k, n - k, -up);
+        this->write(out, i, n, n, [&](int r, int c) { return a[r * n + c]; });
+        return kvlOk;
+    }
+
+protected:
+    template <class B, class X>
+    void substitute(const Strided<B> &b, const Strided<X> &x, int objects)
+    {
+        callWith(Systems<T>::solveLU, matrices(out), std::tuple(pivot), vectors(b), vectors(x), std::tuple(n, objects));
+    }
+    /// From a, as read, and b, which the solution replaces; `behind` has room for `extra` elements.
+    bool solveAgain(double *a, double *b, double *behind)
+    {
+        equilibrate(a, n, n, this->rowNumbers, this->columnNumbers);
+        int up = std::numeric_limits<int>::min();
+        for (int r = 0; r < n; ++r)
+            if (b[r] != 0)
+                up = std::max(up, exponentOf(b + r, 1) - this->rowNumbers[r]);
+        for (int r = 0; r < n; ++r)
+            b[r] = shifted(b[r], -up - this->rowNumbers[r]);
+        if (!factorLU(a, this->rowNumbers, n))
+            return false;
+        solveLU(a, this->rowNumbers, n, b, behind);
+        for (int c = 0; c < n; ++c)
+            b[c] = shifted(behind[c], up - this->columnNumbers[c]);
+        return true;
+    }
+    void makeSquare(double *) {}
+    int extra() const { return n; }
+
+    /// Where the factors go, n*n elements and n ints an object.
+    Strided<T> out;
+    int *pivot = nullptr;
+    const int n = this->width;
+};
+
+template <class A>
+class Cholesky : public Source<A> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 0;
+    static constexpr bool hasPivots = false;
+    static constexpr KvlStatus failure = kvlErrNotPositiveDefinite;
+
+    using Source<A>::Source;
+
+    KvlStatus call(int i, int objects)
+    {
+        return callWith(Systems<T>::cholesky, matrices(this->in.from(i)), matrices(out.from(i)),
+                        std::tuple(n, objects));
+    }
+    void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
+    bool areGood(int objects) const
+    {
+        return forAll(objects, [this](int i) { return isGood(i); });
+    }
+    bool isGood(int i) const
+    {
+        // A reciprocal root.
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
+        return isWithin(out(i, n - 1, n - 1), least, 1 / least);
+    }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        int *const half = (this->read(i, a, behind, 0), this->rowNumbers);
+        const bool isDone = balance(a) && factorCholesky(a, n);
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c <= r; ++c)
+                out(i, r, c) =
+                    isDone ? static_cast<T>(shifted(a[r * n + c], r == c ? -half[r] : half[r])) : notANumber<T>;
+        return isDone ? kvlOk : failure;
+    }
+
+protected:
+    template <class B, class X>
+    void substitute(const Strided<B> &b, const Strided<X> &x, int objects)
+    {
+        callWith(Systems<T>::solveCholesky, matrices(out), vectors(b), vectors(x), std::tuple(n, objects));
+    }
+    bool solveAgain(double *a, double *b, double *)
+    {
+        const int *const half = this->rowNumbers;
+        if (!balance(a) || !factorCholesky(a, n))
+            return false;
+        int up = std::numeric_limits<int>::min();
+        for (int r = 0; r < n; ++r)
+            if (b[r] != 0)
+                up = std::max(up, exponentOf(b + r, 1) - half[r]);
+        for (int r = 0; r < n; ++r) {
+            b[r] = shifted(b[r], -up - half[r]);
+            for (int c = 0; c < r; ++c)
+                b[r] -= a[r * n + c] * b[c];
+            b[r] *= a[r * n + r];
+        }
+        for (int r = n - 1; r >= 0; --r) {
+            for (int c = r + 1; c < n; ++c)
+                b[r] -= a[c * n + r] * b[c];
+            b[r] *= a[r * n + r];
+        }
+        for (int r = 0; r < n; ++r)
+            b[r] = shifted(b[r], up - half[r]);
+        return true;
+    }
+    void makeSquare(double *a)
+    {
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < r; ++c)
+                a[c * n + r] = a[r * n + c];
+    }
+    int extra() const { return 0; }
+
+    Strided<T> out;
+    const int n = this->width;
+
+private:
+    /// The lower triangle in D^-1*A*D^-1, with powers of two that bring the diagonal near 1. False for what is not
+    /// positive there, or not finite.
+    bool balance(double *a)
+    {
+        int *const half = this->rowNumbers;
+        for (int r = 0; r < n; ++r) {
+            if (!(a[r * n + r] > 0) || !areFinite(a + r * n, r + 1))
+                return false;
+            half[r] = exponentOf(a + r * n + r, 1) >> 1;
+            for (int c = 0; c <= r; ++c)
+                a[r * n + c] = shifted(a[r * n + c], -half[r] - half[c]);
+        }
+        return true;
+    }
+};
+
+template <class A>
+class QR : public Source<A> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 1;
+    static constexpr bool hasPivots = false;
+    static constexpr KvlStatus failure = kvlErrSingular;
+
+    explicit QR(const A &a) : Source<A>(a), scratch(buffer.get(static_cast<std::size_t>(this->height))) {}
+
+    KvlStatus call(int i, int objects)
+    {
+        return callWith(Systems<T>::qr, matrices(this->in.from(i)), std::tuple(scratch), matrices(out.from(i)),
+                        std::tuple(w, h, objects));
+    }
+    void mark(int i) { out(i, h - 1, w - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, h - 1, w - 1)); }
+    /// Squares of what is too long may have overflowed unseen.
+    bool areGood(int objects)
+    {
+        isShort = areAllShort(this->in, objects, h, w, greatest<T>);
+        return isShort && forAll(objects, [this](int i) { return hasFactors(i); });
+    }
+    bool isGood(int i) const { return hasFactors(i) && (isShort || areShort(this->in, i, h, w, greatest<T>)); }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        const bool isDone = this->read(i, a, behind, 0) && factor(a);
+        this->write(out, i, h, w, [&](int r, int c) {
+            return isDone ? shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0) : notANumber<double>;
+        });
+        return isDone ? kvlOk : failure;
+    }
+
+protected:
+    template <class B, class X>
+    void substitute(const Strided<B> &b, const Strided<X> &x, int objects)
+    {
+        callWith(Systems<T>::solveQR, matrices(out), std::tuple(scratch), vectors(b), vectors(x),
+                 std::tuple(w, h, objects));
+    }
+    bool solveAgain(double *a, double *b, double *)
+    {
+        const int up = exponentOf(b, h);
+        scale(b, h, -up);
+        if (!factor(a))
+            return false;
+        solveQR(a, h, w, b);
+        for (int c = 0; c < w; ++c)
+            b[c] = shifted(b[c], up - this->columnNumbers[c]);
+        return true;
+    }
+    /// R, which has the condition of A up to a factor of the order.
+    void makeSquare(double *a)
+    {
+        scale(a, h * w, -exponentOf(a, h * w));
+        factorQR(a, h, w);
+        for (int r = 1; r < w; ++r)
+            std::fill_n(a + r * w, r, 0.0);
+    }
+    int extra() const { return 0; }
+
+    Strided<T> out;
+    const int w = this->width, h = this->height;
+
+private:
+    bool hasFactors(int i) const { return isWithin(out(i, w - 1, w - 1), leastSafe<T>, greatest<T>); }
+
+    /// Of columns of magnitudes near 1: reflectors don't know the length of their column, R is scaled with it.
+    bool factor(double *a)
+    {
+        for (int c = 0; c < w; ++c)
+            scale(a + c, h, -(this->columnNumbers[c] = exponentOf(a + c, h, w)), w);
+        return factorQR(a, h, w);
+    }
+
+    Room<T, 64> buffer;
+    T *const scratch;
+    bool isShort = false;
+};
+
+/// Reciprocal condition numbers, where a caller asks for them.
+template <class Factor>
+class Conditioned : public Factor {
+public:
+    using typename Factor::T;
+
+    template <class A>
+    Conditioned(const A &a, T *numbers) : Factor(a), conditions(numbers)
+    {
+    }
+    bool isAsked() const { return conditions; }
+
+protected:
+    /// Notes that of object i, the first one of the block being `first`. Singular to working precision is singular.
+    bool isRegular(int first, int i)
+    {
+        if (!conditions)
+            return true;
+        const int n = this->width;
+        double *a, *behind;
+        double condition = notANumber<double>;
+        if (this->read(i, a, behind, n * n + 2 * n)) {
+            this->makeSquare(a);
+            scale(a, n * n, -exponentOf(a, n * n));
+            condition = reciprocalCondition(a, this->rowNumbers, n, behind);
+        }
+        conditions[first + i] = static_cast<T>(condition);
+        return condition >= std::numeric_limits<T>::epsilon();
+    }
+    T *const conditions;
+};
+
+} // namespace detail
+} // namespace each
+} // namespace kvlm
+
+#endif

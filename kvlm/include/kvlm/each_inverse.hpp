@@ -1,0 +1,213 @@
+/**
+ * @file each_inverse.hpp
+ * Inverses and determinants of arrays of matrices, with a status for each object: see each.hpp.
+ */
+#ifndef KVLM_EACH_INVERSE_HPP
+#define KVLM_EACH_INVERSE_HPP
+
+#include "each_factors.hpp"
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+template <class A, class F>
+class Invert : public Conditioned<Source<A>> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 0;
+    static constexpr KvlStatus failure = kvlErrSingular;
+
+    Invert(const A &a, const F &inverse, T *numbers) : Conditioned<Source<A>>(a, numbers), destination(inverse)
+    {
+        this->source.avoid(destination);
+    }
+    int most() const { return std::min(this->source.most(), destination.most()); }
+    void load(int start, int objects)
+    {
+        first = start;
+        this->in = this->source.load(start, objects);
+        out = destination.open(start, objects);
+    }
+    void store(int start, int objects) { destination.store(start, objects); }
+
+    KvlStatus call(int i, int objects)
+    {
+        if (!isByCofactors())
+            return kvlOk;
+        T unused[1];
+        return callWith(Systems<T>::invert, matrices(this->in.from(i)), std::tuple(unused + 0), matrices(out.from(i)),
+                        std::tuple(n, objects));
+    }
+    void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
+    bool areGood(int objects) const
+    {
+        // Products of six such elements are far from any limit.
+        constexpr T limit = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
+        return isByCofactors() && areAllShort(this->in, objects, n, n, limit);
+    }
+    bool isGood(int i) const
+    {
+        if (!isByCofactors())
+            return false;
+        // An overflow in the determinant leaves zeros.
+        bool areFinite = true, isThere = false;
+        for (int r = 0; r < n; ++r)
+            for (int c = 0; c < n; ++c) {
+                areFinite &= isFinite(out(i, r, c));
+                isThere |= r == 0 && isWithin(out(i, r, c), leastSafe<T>, greatest<T>);
+            }
+        return areFinite && isThere;
+    }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        bool isDone = this->read(i, a, behind, n * n + 3 * n);
+        int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
+        double *const inverse = behind + 2 * n;
+        if (isDone) {
+            equilibrate(a, n, n, rows, columns);
+            int *const table = pivots.get(static_cast<std::size_t>(n));
+            isDone = factorLU(a, table, n);
+            if (isDone)
+                invertLU(a, table, n, behind, behind + n, inverse);
+        }
+        this->write(out, i, n, n, [&](int r, int c) {
+            const double value = isDone ? shifted(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
+            isDone = isDone && isFinite(static_cast<T>(value));
+            return value;
+        });
+        return isDone ? kvlOk : failure;
+    }
+    void finish(int i, KvlStatus &status)
+    {
+        if (!this->isRegular(first, i) && status == kvlOk)
+            status = failure;
+        if (status != kvlOk)
+            this->writeNaN(out, i, n, n);
+    }
+
+private:
+    /// The C functions serve orders 3 to 6; the others they make slowly, and without zeros. Who asks for conditions
+    /// gets the inverse that they are taken from.
+    bool isByCofactors() const { return 3 <= n && n <= 6 && !this->conditions; }
+
+    Block<F> destination;
+    Strided<T> out;
+    Room<int, 64> pivots;
+    int first = 0;
+    const int n = this->width;
+};
+
+template <class A>
+class Determinant : public Source<A> {
+public:
+    using typename Source<A>::T;
+    static constexpr int lag = 0;
+
+    Determinant(const A &a, T *values) : Source<A>(a), all(values) {}
+    void load(int first, int objects)
+    {
+        this->in = this->source.load(first, objects);
+        out = all + first;
+    }
+    void store(int, int) {}
+
+    KvlStatus call(int i, int objects)
+    {
+        T unused[1];
+        return n < 3 || n > 6 ? kvlOk
+                              : callWith(Systems<T>::determinant, matrices(this->in.from(i)),
+                                         std::tuple(n, unused + 0, out + i, objects));
+    }
+    void mark(int) {}
+    bool isMarked(int) const { return false; }
+    bool areGood(int objects) const
+    {
+        return forAll(objects, [this](int i) { return isGood(i); });
+    }
+    bool isGood(int i) const
+    {
+        // Minors of what gives such a determinant can't have lost anything to underflow or overflow.
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-60) : T(0x1p-500);
+        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
+    }
+    KvlStatus again(int i)
+    {
+        double *a, *behind;
+        const bool isInput = this->read(i, a, behind, 0);
+        out[i] = isInput ? static_cast<T>(value(a)) : notANumber<T>;
+        return isInput ? kvlOk : kvlErrSingular;
+    }
+
+private:
+    double value(double *a)
+    {
+        int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
+        equilibrate(a, n, n, rows, columns);
+        int exponent = 0;
+        for (int k = 0; k < n; ++k)
+            exponent += rows[k] + columns[k];
+        int *const table = rows;
+        if (!factorLU(a, table, n))
+            return 0;
+        double product = 1;
+        for (int k = 0; k < n; ++k) {
+            int part;
+            product = std::frexp(product * a[table[k] * n + k], &part);
+            exponent += part;
+        }
+        for (int k = 0; k < n; ++k) // the sign of the permutation, which becomes the identity
+            while (table[k] != k) {
+                std::swap(table[k], table[table[k]]);
+                product = -product;
+            }
+        return shifted(product, exponent);
+    }
+
+    T *const all;
+    T *out = nullptr;
+    const int n = this->width;
+};
+
+} // namespace detail
+
+/**
+ * The inverse. Orders 3 to 6 are kvlmInvert's, by cofactors: fast, with an error of a small multiple of
+ * n*epsilon*condition for matrices that are not ill-conditioned, of up to that times the condition once more for those
+ * that are. All others, and all if `conditions` is given, are by LU factors in double of the matrix with rows and
+ * columns scaled by powers of two, which is as exact as the condition allows.
+ *
+ * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
+ * one, NaN for what is not finite. Objects below epsilon then count as singular, too.
+ *
+ * kvlErrSingular for a zero pivot, what is not finite, and an inverse that the type can't hold.
+ */
+template <class A, class F>
+int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, inverses));
+    return status != kvlOk ? status : run(Invert<A, F>(a, inverses, conditions), statuses);
+}
+
+/**
+ * One determinant for each object, in `values`. A singular matrix has the determinant 0 and status kvlOk, a determinant
+ * that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular, and NaN.
+ *
+ * Orders 3 to 6 are kvlmDet's, by minors, if the value is far from the limits of the type; all else is by LU factors in
+ * double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.
+ */
+template <class A>
+int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses && values, a.count(), a.rows(), isSquare(a));
+    return status != kvlOk ? status : run(Determinant<A>(a, values), statuses);
+}
+
+} // namespace each
+} // namespace kvlm
+
+#endif

@@ -1,0 +1,111 @@
+/**
+ * @file each_lanes.hpp
+ * Eight floats or four doubles that are computed with at once: two registers, so that one works while the other waits.
+ */
+#ifndef KVLM_EACH_LANES_HPP
+#define KVLM_EACH_LANES_HPP
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+#define KVLM_EACH_INLINE __attribute__((always_inline)) inline
+
+template <class T>
+struct Lanes {
+    typedef T Register __attribute__((vector_size(16)));
+    static constexpr int count = 32 / sizeof(T);
+
+    Lanes() = default;
+    KVLM_EACH_INLINE Lanes(T x) : half{x - Register{}, x - Register{}} {}
+
+    T get(int lane) const { return half[lane / (count / 2)][lane % (count / 2)]; }
+    void set(int lane, T x) { half[lane / (count / 2)][lane % (count / 2)] = x; }
+
+    Register half[2];
+};
+/// True or false in each lane.
+template <class T>
+struct LaneMask {
+    using Integer = std::conditional_t<sizeof(T) == 4, std::int32_t, std::int64_t>;
+    typedef Integer Register __attribute__((vector_size(16)));
+
+    Register half[2];
+};
+
+#define KVLM_EACH_LANES(Type, Result, operation)                                                                       \
+    template <class T>                                                                                                 \
+    KVLM_EACH_INLINE Result<T> operator operation(const Type<T> &a, const Type<T> &b)                                  \
+    {                                                                                                                  \
+        Result<T> result;                                                                                              \
+        for (int k = 0; k < 2; ++k)                                                                                    \
+            result.half[k] = a.half[k] operation b.half[k];                                                            \
+        return result;                                                                                                 \
+    }
+KVLM_EACH_LANES(Lanes, Lanes, +)
+KVLM_EACH_LANES(Lanes, Lanes, -)
+KVLM_EACH_LANES(Lanes, Lanes, *)
+KVLM_EACH_LANES(Lanes, Lanes, /)
+KVLM_EACH_LANES(Lanes, LaneMask, >)
+KVLM_EACH_LANES(LaneMask, LaneMask, &)
+#undef KVLM_EACH_LANES
+
+template <class T>
+KVLM_EACH_INLINE LaneMask<T> operator!(const LaneMask<T> &mask)
+{
+    return {{~mask.half[0], ~mask.half[1]}};
+}
+/// a where the mask is true, else b.
+template <class T>
+KVLM_EACH_INLINE Lanes<T> select(const LaneMask<T> &mask, const Lanes<T> &a, const Lanes<T> &b)
+{
+    using Bits = typename LaneMask<T>::Register;
+    Lanes<T> result;
+    for (int k = 0; k < 2; ++k)
+        result.half[k] = reinterpret_cast<typename Lanes<T>::Register>(
+            (mask.half[k] & reinterpret_cast<Bits>(a.half[k])) | (~mask.half[k] & reinterpret_cast<Bits>(b.half[k])));
+    return result;
+}
+template <class T>
+KVLM_EACH_INLINE bool any(const LaneMask<T> &mask)
+{
+    std::uint64_t words[4];
+    std::memcpy(words, mask.half, sizeof(words));
+    return (words[0] | words[1] | words[2] | words[3]) != 0;
+}
+template <class T>
+KVLM_EACH_INLINE Lanes<T> magnitude(const Lanes<T> &x)
+{
+    return select(x > Lanes<T>(0), x, Lanes<T>(0) - x);
+}
+template <class T>
+KVLM_EACH_INLINE Lanes<T> root(const Lanes<T> &x)
+{
+    Lanes<T> result;
+#ifdef __SSE2__
+    for (int k = 0; k < 2; ++k)
+        if constexpr (sizeof(T) == 4)
+            result.half[k] = _mm_sqrt_ps(x.half[k]);
+        else
+            result.half[k] = _mm_sqrt_pd(x.half[k]);
+#else
+    for (int lane = 0; lane < Lanes<T>::count; ++lane)
+        result.set(lane, std::sqrt(x.get(lane)));
+#endif
+    return result;
+}
+
+} // namespace detail
+} // namespace each
+} // namespace kvlm
+
+#endif

@@ -1,0 +1,109 @@
+/**
+ * @file each_numbers.hpp
+ * Numbers by their bits: magnitudes, marks, powers of two, sums of squares.
+ */
+#ifndef KVLM_EACH_NUMBERS_HPP
+#define KVLM_EACH_NUMBERS_HPP
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+/// The bits of a magnitude: in the order of the magnitudes, infinities and NaN last, also with -ffast-math.
+inline std::uint32_t magnitudeBits(float x)
+{
+    std::uint32_t bits;
+    std::memcpy(&bits, &x, sizeof(bits));
+    return bits & 0x7fffffffu;
+}
+inline std::uint64_t magnitudeBits(double x)
+{
+    std::uint64_t bits;
+    std::memcpy(&bits, &x, sizeof(bits));
+    return bits & 0x7fffffffffffffffu;
+}
+template <class T>
+bool isFinite(T x)
+{
+    return magnitudeBits(x) <= magnitudeBits(std::numeric_limits<T>::max());
+}
+/// Whether the magnitude is in [low, high].
+template <class T>
+bool isWithin(T x, T low, T high)
+{
+    return magnitudeBits(x) - magnitudeBits(low) <= magnitudeBits(high) - magnitudeBits(low);
+}
+template <class T>
+constexpr T notANumber = std::numeric_limits<T>::quiet_NaN();
+
+/// A NaN that no arithmetic makes: what still holds it was not written.
+template <class T>
+T markOf()
+{
+    using Bits = decltype(magnitudeBits(T()));
+    const Bits bits = magnitudeBits(notANumber<T>) | 0x2c0de;
+    T mark;
+    std::memcpy(&mark, &bits, sizeof(mark));
+    return mark;
+}
+template <class T>
+bool isMark(T x)
+{
+    return magnitudeBits(x) == magnitudeBits(markOf<T>());
+}
+
+/// A power of two, factor, that brings a magnitude to about 1, and its reciprocal; both are normal numbers.
+template <class T>
+struct Power {
+    Power() = default;
+    explicit Power(T largest)
+    {
+        using Bits = decltype(magnitudeBits(largest));
+        constexpr int shift = std::numeric_limits<T>::digits - 1;
+        constexpr Bits bias = std::numeric_limits<T>::max_exponent - 1;
+        const Bits exponent = std::clamp<Bits>(magnitudeBits(largest) >> shift, 1, 2 * bias - 1);
+        const Bits up = (2 * bias - exponent) << shift, down = exponent << shift;
+        std::memcpy(&factor, &up, sizeof(up));
+        std::memcpy(&reciprocal, &down, sizeof(down));
+    }
+    T factor = 1, reciprocal = 1;
+};
+
+/// The sum of squares of so many elements, which overflows as soon as one does.
+template <class T>
+T squares(const T *x, std::size_t elements)
+{
+    typedef T Vector __attribute__((vector_size(16)));
+    constexpr std::size_t lanes = 16 / sizeof(T);
+    const auto square = [x](std::size_t at) {
+        Vector loaded;
+        std::memcpy(&loaded, x + at, sizeof(loaded));
+        return loaded * loaded;
+    };
+    Vector a = {}, b = {}, c = {}, d = {};
+    std::size_t k = 0;
+    for (; k + 4 * lanes <= elements; k += 4 * lanes) {
+        a += square(k);
+        b += square(k + lanes);
+        c += square(k + 2 * lanes);
+        d += square(k + 3 * lanes);
+    }
+    a += b + (c + d);
+    T sum = 0;
+    for (; k < elements; ++k)
+        sum += x[k] * x[k];
+    for (std::size_t lane = 0; lane < lanes; ++lane)
+        sum += a[lane];
+    return sum;
+}
+} // namespace detail
+} // namespace each
+} // namespace kvlm
+
+#endif

@@ -1,0 +1,216 @@
+/**
+ * @file each_systems.hpp
+ * Decompositions and solutions of arrays of systems, with a status for each object: see each.hpp.
+ */
+#ifndef KVLM_EACH_SYSTEMS_HPP
+#define KVLM_EACH_SYSTEMS_HPP
+
+#include "each_factors.hpp"
+
+namespace kvlm {
+namespace each {
+namespace detail {
+
+/// Factors that go to the caller.
+template <class Factor, class F>
+class Decompose : public Factor {
+public:
+    template <class A>
+    Decompose(const A &a, const F &f, int *table = nullptr) : Factor(a), factors(f), pivots(table)
+    {
+        this->source.avoid(factors);
+    }
+    int most() const { return std::min(this->source.most(), factors.most()); }
+    void load(int first, int objects)
+    {
+        this->in = this->source.load(first, objects);
+        this->out =
+            factors.load(first, objects); // what a Cholesky decomposition leaves alone must stand in a copy, too
+        if constexpr (Factor::hasPivots)
+            this->pivot = pivots + static_cast<std::ptrdiff_t>(first) * this->n;
+    }
+    void store(int first, int objects) { factors.store(first, objects); }
+
+private:
+    Block<F> factors;
+    int *const pivots;
+};
+
+/// Factors that stay here, for one right-hand side each.
+template <class Factor, class B, class X>
+class Solve : public Conditioned<Factor> {
+public:
+    using typename Factor::T;
+    static constexpr KvlStatus failure = Factor::failure;
+
+    template <class A>
+    Solve(const A &a, const B &b, const X &x, T *numbers) : Conditioned<Factor>(a, numbers), right(b), solution(x)
+    {
+        right.avoid(solution);
+    }
+    int most() const
+    {
+        return std::max(1, std::min({this->source.most(), right.most(), solution.most(),
+                                     factors.capacity / (this->height * this->width)}));
+    }
+    void load(int start, int objects)
+    {
+        first = start;
+        const int h = this->height, w = this->width;
+        this->in = this->source.load(start, objects);
+        this->out = packed<T>(factors.get(static_cast<std::size_t>(objects) * h * w), h, w);
+        if constexpr (Factor::hasPivots)
+            this->pivot = pivots.get(static_cast<std::size_t>(objects) * w);
+        b = right.load(start, objects);
+        x = solution.open(start, objects);
+    }
+    void store(int start, int objects) { solution.store(start, objects); }
+
+    bool areGood(int objects)
+    {
+        this->substitute(b, x, objects);
+        return Factor::areGood(objects) && areAllShort(x, objects, this->width, 1, greatest<T>);
+    }
+    bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
+    KvlStatus again(int i)
+    {
+        const int h = this->height, w = this->width;
+        double *a, *behind;
+        bool isDone = this->read(i, a, behind, h + this->extra());
+        for (int r = 0; r < h; ++r)
+            behind[r] = b(i, r, 0);
+        isDone = isDone && areFinite(behind, h) && this->solveAgain(a, behind, behind + h);
+        this->write(x, i, w, 1, [&](int r, int) { return isDone ? behind[r] : notANumber<double>; });
+        return isDone && isSolved(i) ? kvlOk : failure;
+    }
+    void finish(int i, KvlStatus &status)
+    {
+        if (!this->isRegular(first, i) && status == kvlOk)
+            status = kvlErrSingular;
+        if (status != kvlOk)
+            this->writeNaN(x, i, this->width, 1);
+    }
+
+private:
+    bool isSolved(int i) const
+    {
+        bool isFiniteAll = true;
+        for (int r = 0; r < this->width; ++r)
+            isFiniteAll &= isFinite(x(i, r, 0));
+        return isFiniteAll;
+    }
+
+    Block<B> right;
+    Block<X> solution;
+    Strided<const T> b;
+    Strided<T> x;
+    Room<T> factors;
+    Room<int, 256> pivots;
+    int first = 0;
+};
+
+/// Matrices a with right-hand sides b and solutions x.
+template <class Factor, class A, class B, class X>
+int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> *conditions, bool hasShape)
+{
+    const bool doFit =
+        hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() && x.count() == a.count();
+    const KvlStatus status = check(statuses, a.count(), std::min(a.rows(), a.columns()), doFit);
+    return status != kvlOk ? status : run(Solve<Factor, B, X>(a, b, x, conditions), statuses);
+}
+
+} // namespace detail
+
+/**
+ * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), in the form
+ * of kvlmLUDecomp, for kvlmLUBackSubst: n ints of `pivots` for each object, no row is moved.
+ *
+ * A pivot that is zero is kvlErrSingular, whatever the size of the elements; so is an element that is not finite. The
+ * table of an object that failed is 0, 1, 2, ... The second attempt is in double, scaled up. |P*A - L*U| is a small
+ * multiple of n*epsilon*|A|.
+ */
+template <class A, class F>
+int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses && pivots, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<LU<A>, F>(a, factors, pivots), statuses);
+}
+
+/**
+ * A = L*L' of positive definite matrices (Golub and Van Loan, Matrix Computations, 4.2), in the form of
+ * kvlmCholeskyDecomp, for kvlmCholeskyBackSubst: reciprocals on the diagonal. Only what stands on and below the
+ * diagonal is read and written.
+ *
+ * kvlErrNotPositiveDefinite for a pivot that is not positive, in arithmetic that is exact enough to tell: what the C
+ * function refuses, or what is tiny or huge, is tried in double with the diagonal scaled to 1. It is also the status of
+ * what is not finite.
+ */
+template <class A, class F>
+int cholesky(const A &a, const F &factors, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<Cholesky<A>, F>(a, factors), statuses);
+}
+
+/**
+ * A = Q*R by Householder reflections, columns() <= rows() (Golub and Van Loan, Matrix Computations, 5.2), in the form
+ * of kvlmQRDecomp, for kvlmQRBackSubst.
+ *
+ * kvlErrSingular only where a zero stands on the diagonal of R, however small the elements are: the second attempt
+ * scales each column by a power of two, which R takes back. Column by column |A - Q*R| is a small multiple of
+ * n*epsilon times the length of the column of A.
+ */
+template <class A, class F>
+int qr(const A &a, const F &factors, KvlStatus *statuses)
+{
+    using namespace detail;
+    const KvlStatus status = check(statuses, a.count(), a.columns(), a.columns() <= a.rows() && isAlike(a, factors));
+    return status != kvlOk ? status : run(Decompose<QR<A>, F>(a, factors), statuses);
+}
+
+/**
+ * A*x = b by LU factors, which are not kept, one right-hand side for each object. x may be b.
+ *
+ * kvlErrSingular for a zero pivot, for what is not finite in A or b, for a solution that the type can't hold; and, if
+ * `conditions` is given, for a reciprocal condition number below epsilon: it gets 1/(|A|*|A^-1|) in the 1-norm, from
+ * the inverse (an estimate as by Higham, ACM Algorithm 674, would cost as much at small orders). That costs several
+ * times the solution.
+ *
+ * The second attempt is in double, with rows and columns scaled by powers of two. The backward error is that of partial
+ * pivoting, a small multiple of n*epsilon, with LAPACK's gesv.
+ */
+template <class A, class B, class X>
+int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::LU<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
+}
+
+/** The same for positive definite matrices by Cholesky factors: only the lower triangle is read, and the status of a
+ * failure is kvlErrNotPositiveDefinite, but kvlErrSingular of what is singular by its condition number. */
+template <class A, class B, class X>
+int solvePositiveDefinite(const A &a, const B &b, const X &x, KvlStatus *statuses,
+                          detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::Cholesky<A>>(a, b, x, statuses, conditions, detail::isSquare(a));
+}
+
+/**
+ * The x with the least |A*x - b|, rows() >= columns(), by QR factors, which are not kept (Golub and Van Loan, Matrix
+ * Computations, 5.3). b has rows() elements, x columns().
+ *
+ * kvlErrSingular for a zero on the diagonal of R, for what is not finite, for a solution that the type can't hold; and,
+ * if `conditions` is given, for a reciprocal condition number of R, in the 1-norm, below epsilon. The second attempt
+ * scales each column, and b, by powers of two.
+ */
+template <class A, class B, class X>
+int leastSquares(const A &a, const B &b, const X &x, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+{
+    return detail::solve<detail::QR<A>>(a, b, x, statuses, conditions, a.columns() <= a.rows());
+}
+
+} // namespace each
+} // namespace kvlm
+
+#endif

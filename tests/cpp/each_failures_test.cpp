@@ -1,0 +1,183 @@
+// What fails in an array: told object by object, wherever it lies; and whatever lies beside it is right.
+#include <gtest/gtest.h>
+
+#include "each_measure.h"
+
+namespace eachtest {
+namespace {
+
+namespace each = kvlm::each;
+
+const Kind regular{"regular", [](Random &random, int n, double *a) {
+                       fillRandom(random, n, a), scaleAll(n, a, 0.3), addDiagonal(n, a);
+                   }};
+
+template <class T>
+class EachFailures : public testing::Test {
+};
+using Types = testing::Types<float, double>;
+TYPED_TEST_SUITE(EachFailures, Types);
+
+/// Object by object what single calls say, whatever stands beside it: singular ones, not finite ones, tiny ones.
+TYPED_TEST(EachFailures, FailuresStayAlone)
+{
+    using T = TypeParam;
+    for (int n : {1, 2, 3, 4, 5, 6, 7, 12})
+        for (int every : {1, 2, 7, 300}) {
+            const int count = 700, square = n * n;
+            Batch<T> batch(regular, n, count, true);
+            std::vector<char> isBad(count);
+            for (int i = every / 2; i < count; i += every) {
+                T *const object = &batch.a[i * square];
+                isBad[i] = 1;
+                switch (i % 3) {
+                case 0:
+                    std::fill_n(object + (i % n) * n, n, T(0));
+                    for (int r = 0; r < n; ++r)
+                        object[r * n + i % n] = 0;
+                    break;
+                case 1:
+                    std::fill_n(object, square, T(0));
+                    break;
+                default:
+                    object[square - 1] = std::numeric_limits<T>::quiet_NaN();
+                }
+            }
+            const int bad = static_cast<int>(std::count(isBad.begin(), isBad.end(), 1));
+            std::vector<T> out(batch.a.size()), in = batch.a, x = batch.b, conditions(count);
+            std::vector<int> pivots(count * n);
+            const auto a = packed(batch.a, n, n);
+            auto &st = batch.statuses;
+            const auto check = [&](int failures, KvlStatus expected, const std::vector<T> &result, int size, int at) {
+                EXPECT_EQ(failures, bad) << n << " " << every;
+                for (int i = 0; i < count; ++i) {
+                    ASSERT_EQ(st[i], isBad[i] ? expected : kvlOk) << n << " " << every << " " << i;
+                    ASSERT_EQ(std::isnan(result[i * size + at]), isBad[i]) << n << " " << every << " " << i;
+                }
+            };
+            check(each::lu(a, packed(out, n, n), pivots.data(), st.data()), kvlErrSingular, out, square, 0);
+            for (int i = 0; i < count; ++i) {
+                std::vector<int> table(pivots.begin() + i * n, pivots.begin() + (i + 1) * n);
+                std::sort(table.begin(), table.end());
+                for (int k = 0; k < n; ++k)
+                    ASSERT_EQ(table[k], k);
+            }
+            // In place gives the same.
+            check(each::lu(packed(in, n, n), packed(in, n, n), pivots.data(), st.data()), kvlErrSingular, in, square,
+                  0);
+            const auto same = [](T p, T q) { return p == q || (std::isnan(p) && std::isnan(q)); };
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            check(each::qr(a, packed(out, n, n), st.data()), kvlErrSingular, out, square, 0);
+            in = batch.a;
+            each::qr(packed(in, n, n), packed(in, n, n), st.data());
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            check(each::inverse(a, packed(out, n, n), st.data()), kvlErrSingular, out, square, square - 1);
+            in = batch.a;
+            each::inverse(packed(in, n, n), packed(in, n, n), st.data());
+            EXPECT_TRUE(std::equal(in.begin(), in.end(), out.begin(), same));
+            out = batch.a;
+            check(each::cholesky(a, packed(out, n, n), st.data()), kvlErrNotPositiveDefinite, out, square, 0);
+            for (int i = 0; n > 1 && i < count; ++i)
+                ASSERT_EQ(out[i * square + 1], batch.a[i * square + 1]) << "above the diagonal";
+            check(each::solve(a, packed(batch.b, n), packed(batch.x, n), st.data()), kvlErrSingular, batch.x, n, n - 1);
+            each::solve(a, packed(x, n), packed(x, n), st.data());
+            EXPECT_TRUE(std::equal(x.begin(), x.end(), batch.x.begin(), same));
+            check(each::solve(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()), kvlErrSingular,
+                  batch.x, n, 0);
+            check(each::solvePositiveDefinite(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()),
+                  kvlErrNotPositiveDefinite, batch.x, n, 0);
+            check(each::leastSquares(a, packed(batch.b, n), packed(batch.x, n), st.data(), conditions.data()),
+                  kvlErrSingular, batch.x, n, 0);
+            std::vector<T> values(count);
+            each::determinant(a, values.data(), st.data());
+            for (int i = 0; i < count; ++i) {
+                const bool isNaN = isBad[i] && i % 3 == 2;
+                EXPECT_EQ(st[i], isNaN ? kvlErrSingular : kvlOk);
+                EXPECT_EQ(std::isnan(values[i]), isNaN);
+                EXPECT_EQ(values[i] == 0, isBad[i] && !isNaN);
+            }
+        }
+}
+
+TYPED_TEST(EachFailures, AnyViewGivesTheSame)
+{
+    using T = TypeParam;
+    const int n = 5, h = 8, count = 333;
+    Random random(3);
+    std::vector<T> a(count * h * n), b(count * h), x(count * n), planes(a.size()), bPlanes(b.size()), xPlanes(x.size());
+    for (T &value : a)
+        value = static_cast<T>(normal(random));
+    for (T &value : b)
+        value = static_cast<T>(normal(random));
+    std::fill_n(a.begin() + 40 * h * n, h * n, T(1)); // rank one
+    const Matrices<T> byPlanes{planes.data(), count, h, n, 1, n * count, count};
+    const Vectors<T> right{bPlanes.data(), count, h, 1, count}, left{xPlanes.data(), count, n, 1, count};
+    Listed<T> list{{}, h, n};
+    for (int i = 0; i < count; ++i) {
+        list.list.push_back(&a[i * h * n]);
+        for (int r = 0; r < h; ++r) {
+            bPlanes[r * count + i] = b[i * h + r];
+            for (int c = 0; c < n; ++c)
+                byPlanes(i, r, c) = a[(i * h + r) * n + c];
+        }
+    }
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_LE(each::leastSquares(packed(a, h, n), packed(b, h), packed(x, n), st.data()), 1);
+    EXPECT_LE(each::leastSquares(byPlanes, right, left, other.data()), 1);
+    for (int i = 0; i < count; ++i)
+        for (int c = 0; c < n; ++c)
+            if (i != 40) {
+                ASSERT_EQ(left(i, c), x[i * n + c]) << i;
+            }
+    std::fill(xPlanes.begin(), xPlanes.end(), T(0));
+    EXPECT_LE(each::leastSquares(list, packed(b, h), left, other.data()), 1);
+    for (int i = 0; i < count; ++i)
+        if (i != 40) {
+            ASSERT_EQ(left(i, 0), x[i * n]) << i;
+        }
+    // In place in a list, from planes to a list.
+    each::qr(byPlanes, byPlanes, st.data());
+    each::qr(list, list, other.data());
+    EXPECT_EQ(st, other);
+    for (int i = 0; i < count; ++i)
+        if (i != 40) {
+            ASSERT_EQ(byPlanes(i, h - 1, n - 1), list(i, h - 1, n - 1));
+        }
+}
+
+TYPED_TEST(EachFailures, ArgumentsAreChecked)
+{
+    using T = TypeParam;
+    std::vector<T> a(4 * 6), b(4 * 2), x(4 * 3);
+    std::vector<KvlStatus> st(4, 1);
+    const auto wide = packed(a, 2, 3);
+    EXPECT_EQ(each::solve(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::leastSquares(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 2, 3), st.data()), kvlErrSizeMatch);
+    EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 3, 2), nullptr), kvlErrNullPointer);
+    Matrices<T> none = packed(a, 2, 2);
+    none.objects = 0;
+    EXPECT_EQ(each::determinant(none, x.data(), st.data()), kvlErrCount);
+    EXPECT_EQ(st, std::vector<KvlStatus>(4, 1));
+}
+
+/// A team is not made, whatever the number of threads.
+TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
+{
+    using T = TypeParam;
+    const int n = 6, count = 3000;
+    Batch<T> batch(regular, n, count);
+    std::fill_n(batch.a.begin() + 1234 * n * n, n * n, T(0));
+    std::vector<T> one(batch.a.size()), many(batch.a.size());
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(one, n, n), st.data()), 1);
+    kvlSetNumThreads(4);
+    EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(many, n, n), other.data()), 1);
+    kvlSetNumThreads(1);
+    EXPECT_EQ(st, other);
+    EXPECT_TRUE(std::equal(one.begin(), one.end(), many.begin(),
+                           [](T p, T q) { return p == q || (std::isnan(p) && std::isnan(q)); }));
+}
+
+} // namespace
+} // namespace eachtest
