@@ -77,7 +77,7 @@ def _complex(re, im):
 def eigvals(a, *, info=False):
     """Eigenvalues (..., n) of matrices (..., n, n), as numpy.linalg.eigvals: complex if any value of the stack is."""
     re, im, *rest = _core._eigvals(a, info=info)
-    w = _complex(re, im) if _np.any(im) else re
+    w = _complex(re, im) if im.any() else re
     return (w, *rest) if info else w
 
 
@@ -87,7 +87,7 @@ def eig(a, *, info=False):
     Both are complex if any value of the stack is.
     """
     re, im, v, *rest = _core._eig(a, info=info)
-    if not _np.any(im):
+    if not im.any():
         return (re, v, *rest)
     z = _np.empty(v.shape, _np.result_type(v, _np.complex64))
     _core._complex_vectors(im, v, out=(z.real, z.imag))
