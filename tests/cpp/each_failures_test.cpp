@@ -1,6 +1,8 @@
 // What fails in an array: told object by object, wherever it lies; and whatever lies beside it is right.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "each_measure.h"
 
 namespace eachtest {
@@ -145,6 +147,40 @@ TYPED_TEST(EachFailures, AnyViewGivesTheSame)
         }
 }
 
+TYPED_TEST(EachFailures, OnlyTheLowerTriangleOfPositiveMatricesCounts)
+{
+    using T = TypeParam;
+    for (const int n : {2, 3, 6, 7})
+        for (const double size : {1.0, sizeof(T) == 4 ? 1e-36 : 1e-300, sizeof(T) == 4 ? 1e34 : 1e300}) {
+            const int count = 20;
+            Batch<T> batch(regular, n, count, true);
+            std::vector<T> x(batch.b.size()), factors(batch.a.size(), T(7)), conditions(count), both(count);
+            for (T &value : batch.a)
+                value *= static_cast<T>(size);
+            EXPECT_EQ(each::solve(packed(batch.a, n, n), packed(batch.b, n), packed(batch.x, n), batch.statuses.data(),
+                                  conditions.data()),
+                      0);
+            for (int i = 0; i < count; ++i)
+                batch.a[i * n * n + n - 1] = std::numeric_limits<T>::quiet_NaN();
+            const auto a = packed(batch.a, n, n);
+            EXPECT_EQ(
+                each::solvePositiveDefinite(a, packed(batch.b, n), packed(x, n), batch.statuses.data(), both.data()),
+                0);
+            EXPECT_EQ(each::cholesky(a, packed(factors, n, n), batch.statuses.data()), 0);
+            for (int i = 0; i < count; ++i) {
+                EXPECT_NEAR(both[i], conditions[i], 1e-3 * conditions[i]);
+                EXPECT_EQ(factors[i * n * n + n - 1], 7);
+                for (int k = 0; k < n; ++k)
+                    EXPECT_NEAR(x[i * n + k] / (1 + std::fabs(batch.x[i * n + k])),
+                                batch.x[i * n + k] / (1 + std::fabs(batch.x[i * n + k])), 300 * epsilon<T>);
+            }
+            // No system at all, but a solution.
+            std::fill(batch.b.begin(), batch.b.end(), T(0));
+            EXPECT_EQ(each::solvePositiveDefinite(a, packed(batch.b, n), packed(x, n), batch.statuses.data()), 0);
+            EXPECT_EQ(std::count(x.begin(), x.end(), T(0)), static_cast<int>(x.size()));
+        }
+}
+
 TYPED_TEST(EachFailures, ArgumentsAreChecked)
 {
     using T = TypeParam;
@@ -161,6 +197,11 @@ TYPED_TEST(EachFailures, ArgumentsAreChecked)
     EXPECT_EQ(st, std::vector<KvlStatus>(4, 1));
 }
 
+int threadsOfProcess()
+{
+    const std::filesystem::directory_iterator all("/proc/self/task");
+    return static_cast<int>(std::distance(begin(all), end(all)));
+}
 /// A team is not made, whatever the number of threads.
 TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
 {
@@ -171,8 +212,17 @@ TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
     std::vector<T> one(batch.a.size()), many(batch.a.size());
     std::vector<KvlStatus> st(count), other(count);
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(one, n, n), st.data()), 1);
+    const int threads = threadsOfProcess();
     kvlSetNumThreads(4);
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(many, n, n), other.data()), 1);
+    std::vector<KvlStatus> statuses(count);
+    EXPECT_EQ(each::leastSquares(packed(batch.a, n, n), packed(batch.b, n), packed(batch.x, n), statuses.data()), 1);
+    std::vector<T> values(batch.b.size());
+    std::vector<T> vectors(batch.a.size());
+    EXPECT_EQ(each::eigenvectors(packed(batch.a, n, n), packed(vectors, n, n), values.data(), batch.x.data(),
+                                 statuses.data()),
+              0);
+    EXPECT_EQ(threadsOfProcess(), threads);
     kvlSetNumThreads(1);
     EXPECT_EQ(st, other);
     EXPECT_TRUE(std::equal(one.begin(), one.end(), many.begin(),

@@ -47,6 +47,20 @@ inline void scale(double *x, int count, int exponent, int stride = 1)
         *x = shifted(*x, exponent);
 }
 
+/// Divides x by 2^exponents and all of it by another power of two, to magnitudes of about 1: returns its exponent.
+inline int normalize(double *x, const int *exponents, int n)
+{
+    int up = std::numeric_limits<int>::min();
+    for (int k = 0; k < n; ++k)
+        if (x[k] != 0)
+            up = std::max(up, exponentOf(x + k, 1) - exponents[k]);
+    if (up == std::numeric_limits<int>::min())
+        return 0;
+    for (int k = 0; k < n; ++k)
+        x[k] = shifted(x[k], -up - exponents[k]);
+    return up;
+}
+
 /// Brings rows, then columns, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c]) times as large.
 inline void equilibrate(double *a, int height, int width, int *rows, int *columns)
 {
@@ -120,6 +134,21 @@ inline bool factorCholesky(double *a, int n)
             a[i * n + j] = i == j ? 1 / std::sqrt(s) : s * a[j * n + j];
         }
     return true;
+}
+
+/// x from such factors, in place of b.
+inline void solveCholesky(const double *a, int n, double *b)
+{
+    for (int r = 0; r < n; ++r) {
+        for (int c = 0; c < r; ++c)
+            b[r] -= a[r * n + c] * b[c];
+        b[r] *= a[r * n + r];
+    }
+    for (int r = n - 1; r >= 0; --r) {
+        for (int c = r + 1; c < n; ++c)
+            b[r] -= a[c * n + r] * b[c];
+        b[r] *= a[r * n + r];
+    }
 }
 
 /// R and the tails of the reflectors, as kvlmQRDecomp (Golub and Van Loan, Matrix Computations, 5.2). False if R has a

@@ -71,9 +71,11 @@ public:
     /// Whether all objects are to be finished, not only those of blocks with a failure.
     bool isAsked() const { return false; }
     void finish(int, KvlStatus) {}
-    void makeSquare(double *) {}
 
 protected:
+    /// What the condition number is taken of, from what was read: square, at the start of a.
+    void makeSquare(double *) {}
+
     /// Object i in double, packed; `behind` it is room for `more` elements. False unless all are finite.
     bool read(int i, double *&a, double *&behind, int more)
     {
@@ -87,17 +89,23 @@ protected:
                 a[r * width + c] = in(i, r, c);
         return areFinite(a, positions);
     }
+    /// Writes values, rounded, unless something has failed already or one is not finite: then NaN, and false.
     template <class X, class Value>
-    static void write(const Strided<X> &to, int i, int rows, int columns, Value value)
+    bool finishWrite(const Strided<X> &to, int i, bool isDone, Value value) const
     {
-        for (int r = 0; r < rows; ++r)
-            for (int c = 0; c < columns; ++c)
-                to(i, r, c) = static_cast<X>(value(r, c));
+        for (int r = 0; r < height; ++r)
+            for (int c = 0; isDone && c < width; ++c)
+                isDone = isFinite(to(i, r, c) = static_cast<X>(value(r, c)));
+        if (!isDone)
+            writeNaN(to, i, height, width);
+        return isDone;
     }
     template <class X>
     static void writeNaN(const Strided<X> &to, int i, int rows, int columns)
     {
-        write(to, i, rows, columns, [](int, int) { return notANumber<X>; });
+        for (int r = 0; r < rows; ++r)
+            for (int c = 0; c < columns; ++c)
+                to(i, r, c) = notANumber<X>;
     }
 
     Block<A> source;
@@ -137,20 +145,19 @@ public:
     {
         double *a, *behind;
         int *const table = pivot + i * n;
-        const bool isInput = this->read(i, a, behind, 0);
-        // As large as growth allows, since small pivots may stand beside large ones.
-        const int up = isInput ? 960 - exponentOf(a, n * n) : 0;
-        scale(a, n * n, up);
-        if (!isInput || !factorLU(a, table, n)) {
-            for (int k = 0; k < n; ++k)
-                table[k] = k;
-            this->writeNaN(out, i, n, n);
-            return failure;
+        bool isDone = this->read(i, a, behind, 0);
+        if (isDone) {
+            // As large as growth allows, since small pivots may stand beside large ones.
+            const int up = 960 - exponentOf(a, n * n);
+            scale(a, n * n, up);
+            isDone = factorLU(a, table, n);
+            for (int k = 0; isDone && k < n; ++k)
+                scale(a + table[k] * n + k, n - k, -up);
         }
-        for (int k = 0; k < n; ++k)
-            scale(a + table[k] * n + k, n - k, -up);
-        this->write(out, i, n, n, [&](int r, int c) { return a[r * n + c]; });
-        return kvlOk;
+        isDone = this->finishWrite(out, i, isDone, [&](int r, int c) { return a[r * n + c]; });
+        for (int k = 0; !isDone && k < n; ++k)
+            table[k] = k;
+        return isDone ? kvlOk : failure;
     }
 
 protected:
@@ -163,12 +170,7 @@ protected:
     bool solveAgain(double *a, double *b, double *behind)
     {
         equilibrate(a, n, n, this->rowNumbers, this->columnNumbers);
-        int up = std::numeric_limits<int>::min();
-        for (int r = 0; r < n; ++r)
-            if (b[r] != 0)
-                up = std::max(up, exponentOf(b + r, 1) - this->rowNumbers[r]);
-        for (int r = 0; r < n; ++r)
-            b[r] = shifted(b[r], -up - this->rowNumbers[r]);
+        const int up = normalize(b, this->rowNumbers, n);
         if (!factorLU(a, this->rowNumbers, n))
             return false;
         solveLU(a, this->rowNumbers, n, b, behind);
@@ -176,7 +178,6 @@ protected:
             b[c] = shifted(behind[c], up - this->columnNumbers[c]);
         return true;
     }
-    void makeSquare(double *) {}
     int extra() const { return n; }
 
     /// Where the factors go, n*n elements and n ints an object.
@@ -215,8 +216,8 @@ public:
     KvlStatus again(int i)
     {
         double *a, *behind;
-        int *const half = (this->read(i, a, behind, 0), this->rowNumbers);
-        const bool isDone = balance(a) && factorCholesky(a, n);
+        const bool isDone = read(i, a, behind, 0) && balance(a) && factorCholesky(a, n);
+        const int *const half = this->rowNumbers;
         for (int r = 0; r < n; ++r)
             for (int c = 0; c <= r; ++c)
                 out(i, r, c) =
@@ -235,30 +236,20 @@ protected:
         const int *const half = this->rowNumbers;
         if (!balance(a) || !factorCholesky(a, n))
             return false;
-        int up = std::numeric_limits<int>::min();
-        for (int r = 0; r < n; ++r)
-            if (b[r] != 0)
-                up = std::max(up, exponentOf(b + r, 1) - half[r]);
-        for (int r = 0; r < n; ++r) {
-            b[r] = shifted(b[r], -up - half[r]);
-            for (int c = 0; c < r; ++c)
-                b[r] -= a[r * n + c] * b[c];
-            b[r] *= a[r * n + r];
-        }
-        for (int r = n - 1; r >= 0; --r) {
-            for (int c = r + 1; c < n; ++c)
-                b[r] -= a[c * n + r] * b[c];
-            b[r] *= a[r * n + r];
-        }
+        const int up = normalize(b, half, n);
+        solveCholesky(a, n, b);
         for (int r = 0; r < n; ++r)
             b[r] = shifted(b[r], up - half[r]);
         return true;
     }
-    void makeSquare(double *a)
+    /// Above the diagonal may stand anything.
+    bool read(int i, double *&a, double *&behind, int more)
     {
+        Source<A>::read(i, a, behind, more);
         for (int r = 0; r < n; ++r)
             for (int c = 0; c < r; ++c)
                 a[c * n + r] = a[r * n + c];
+        return areFinite(a, n * n);
     }
     int extra() const { return 0; }
 
@@ -267,12 +258,12 @@ protected:
 
 private:
     /// The lower triangle in D^-1*A*D^-1, with powers of two that bring the diagonal near 1. False for what is not
-    /// positive there, or not finite.
+    /// positive there.
     bool balance(double *a)
     {
         int *const half = this->rowNumbers;
         for (int r = 0; r < n; ++r) {
-            if (!(a[r * n + r] > 0) || !areFinite(a + r * n, r + 1))
+            if (!(a[r * n + r] > 0))
                 return false;
             half[r] = exponentOf(a + r * n + r, 1) >> 1;
             for (int c = 0; c <= r; ++c)
@@ -310,10 +301,11 @@ public:
     {
         double *a, *behind;
         const bool isDone = this->read(i, a, behind, 0) && factor(a);
-        this->write(out, i, h, w, [&](int r, int c) {
-            return isDone ? shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0) : notANumber<double>;
-        });
-        return isDone ? kvlOk : failure;
+        return this->finishWrite(
+                   out, i, isDone,
+                   [&](int r, int c) { return shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0); })
+                   ? kvlOk
+                   : failure;
     }
 
 protected:

@@ -24,6 +24,8 @@ struct Eigen;
         static constexpr auto right = kvlmEigenValuesVectorsRight_ma_##suffix;                                         \
         static constexpr auto left = kvlmEigenValuesVectorsLeft_ma_##suffix;                                           \
         static constexpr auto both = kvlmEigenValuesVectors_ma_##suffix;                                               \
+        static constexpr auto multiply = kvlmMul_mama_##suffix;                                                        \
+        static constexpr auto multiplyTransposed = kvlmMul_tama_##suffix;                                              \
     };
 KVLM_EACH_EIGEN(float, 32f)
 KVLM_EACH_EIGEN(double, 64f)
@@ -108,17 +110,8 @@ public:
     void mark(int i) { marked(i) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(marked(i)); }
 
-    bool areGood(int objects) const
-    {
-        return forAll(objects, [this](int i) { return isGood(i); });
-    }
-    bool isGood(int i) const
-    {
-        if constexpr (which == Vectors::none)
-            return haveTraces(i);
-        else
-            return (!hasRight || haveVectors(right, i, false)) && (!hasLeft || haveVectors(left, i, true));
-    }
+    bool areGood(int objects) { return areGood(0, objects); }
+    bool isGood(int i) { return areGood(i, 1); }
     KvlStatus again(int i)
     {
         const std::size_t square = static_cast<std::size_t>(n) * n;
@@ -203,27 +196,45 @@ private:
         return isFinite(sumOfSquares) && sum * sum <= tolerance * tolerance * norm &&
                std::fabs(sumOfSquares) <= tolerance * norm && nearest > 4 * tolerance * norm;
     }
-    /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
-    bool haveVectors(const Strided<T> &vectors, int i, bool isLeft) const
+    bool areGood(int first, int objects)
     {
-        const T *const m = a.base + i * n * n, *const x = vectors.base + i * n * n, *const w = re + i * n;
-        const int down = isLeft ? n : 1, right = isLeft ? 1 : n;
+        if constexpr (which == Vectors::none)
+            return forAll(objects, [&](int i) { return haveTraces(first + i); });
+        else
+            return (!hasRight || haveVectors(right, first, objects, false)) &&
+                   (!hasLeft || haveVectors(left, first, objects, true));
+    }
+    /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
+    bool haveVectors(const Strided<T> &vectors, int first, int objects, bool isLeft)
+    {
+        const Strided<T> product = packed(products.get(static_cast<std::size_t>(objects) * n * n), n, n);
+        // Single objects never go to a team, which these calls would be worth by themselves.
+        const int atOnce = threads_omp_of_n_kvl > 1 ? 1 : objects;
+        for (int i = 0; i < objects; i += atOnce)
+            callWith(isLeft ? Eigen<T>::multiplyTransposed : Eigen<T>::multiply, matrices(a.from(first + i)),
+                     std::tuple(n, n), matrices(vectors.from(first + i)), std::tuple(n, n), matrices(product.from(i)),
+                     std::tuple(atOnce));
+        return forAll(objects, [&](int i) {
+            return haveVectors(product.base + i * n * n, vectors.base + (first + i) * n * n, first + i, isLeft);
+        });
+    }
+    bool haveVectors(const T *product, const T *x, int i, bool isLeft) const
+    {
+        const T *const m = a.base + i * n * n, *const w = re + i * n;
         T norm = 0, residual = 0, length = 0;
         int lengths = n;
-        for (int k = 0; k < n; ++k)
-            lengths -= im[i * n + k] > 0;
-        for (int r = 0; r < n; ++r)
-            for (int k = 0; k < n; ++k) {
-                // The other column of a pair.
-                const T y = im[i * n + k];
-                const int other = y > 0 ? k + 1 : y < 0 ? k - 1 : k;
-                T sum = (isLeft ? -y : y) * x[r * n + other] - w[k] * x[r * n + k];
-                for (int c = 0; c < n; ++c)
-                    sum += m[r * right + c * down] * x[c * n + k];
-                residual += sum * sum;
-                length += x[r * n + k] * x[r * n + k];
-                norm += m[r * n + k] * m[r * n + k];
+        for (int k = 0; k < n; ++k) {
+            // The other column of a pair.
+            const T y = im[i * n + k], sign = isLeft ? -y : y;
+            const int other = y > 0 ? k + 1 : y < 0 ? k - 1 : k;
+            lengths -= y > 0;
+            for (int at = k; at < n * n; at += n) {
+                const T rest = product[at] - w[k] * x[at] + sign * x[at - k + other];
+                residual += rest * rest;
+                length += x[at] * x[at];
+                norm += m[at] * m[at];
             }
+        }
         const T tolerance = 4 * n * std::numeric_limits<T>::epsilon();
         return isFinite(residual) && residual <= tolerance * tolerance * norm &&
                std::fabs(length - static_cast<T>(lengths)) < T(0.01);
@@ -236,7 +247,7 @@ private:
     T *const allRe, *const allIm;
     T *re = nullptr, *im = nullptr;
     Strided<T> a, right, left;
-    Room<T> copies, rights, lefts;
+    Room<T> copies, rights, lefts, products;
     Power<T> powers[1024];
     Room<T, 256> scratch;
     T *const buffer;

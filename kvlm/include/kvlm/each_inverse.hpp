@@ -11,6 +11,10 @@ namespace kvlm {
 namespace each {
 namespace detail {
 
+/// Products of six elements whose squares have a sum up to this are far from any limit.
+template <class T>
+constexpr T shortSquares = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
+
 template <class A, class F>
 class Invert : public Conditioned<Source<A>> {
 public:
@@ -41,12 +45,7 @@ public:
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
-    bool areGood(int objects) const
-    {
-        // Products of six such elements are far from any limit.
-        constexpr T limit = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
-        return isByCofactors() && areAllShort(this->in, objects, n, n, limit);
-    }
+    bool areGood(int objects) const { return isByCofactors() && areAllShort(this->in, objects, n, n, shortSquares<T>); }
     bool isGood(int i) const
     {
         if (!isByCofactors())
@@ -73,12 +72,10 @@ public:
             if (isDone)
                 invertLU(a, table, n, behind, behind + n, inverse);
         }
-        this->write(out, i, n, n, [&](int r, int c) {
-            const double value = isDone ? shifted(inverse[r * n + c], -columns[r] - rows[c]) : notANumber<double>;
-            isDone = isDone && isFinite(static_cast<T>(value));
-            return value;
-        });
-        return isDone ? kvlOk : failure;
+        return this->finishWrite(out, i, isDone,
+                                 [&](int r, int c) { return shifted(inverse[r * n + c], -columns[r] - rows[c]); })
+                   ? kvlOk
+                   : failure;
     }
     void finish(int i, KvlStatus &status)
     {
@@ -123,16 +120,12 @@ public:
     }
     void mark(int) {}
     bool isMarked(int) const { return false; }
-    bool areGood(int objects) const
+    bool areGood(int objects)
     {
-        return forAll(objects, [this](int i) { return isGood(i); });
+        isShort = areAllShort(this->in, objects, n, n, shortSquares<T>);
+        return isShort && forAll(objects, [this](int i) { return hasValue(i); });
     }
-    bool isGood(int i) const
-    {
-        // Minors of what gives such a determinant can't have lost anything to underflow or overflow.
-        constexpr T least = sizeof(T) == 4 ? T(0x1p-60) : T(0x1p-500);
-        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
-    }
+    bool isGood(int i) const { return hasValue(i) && (isShort || areShort(this->in, i, n, n, shortSquares<T>)); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -142,6 +135,12 @@ public:
     }
 
 private:
+    /// Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
+    bool hasValue(int i) const
+    {
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400);
+        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
+    }
     double value(double *a)
     {
         int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
@@ -168,6 +167,7 @@ private:
 
     T *const all;
     T *out = nullptr;
+    bool isShort = false;
     const int n = this->width;
 };
 

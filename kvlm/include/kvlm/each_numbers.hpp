@@ -81,18 +81,18 @@ T squares(const T *x, std::size_t elements)
 {
     typedef T Vector __attribute__((vector_size(16)));
     constexpr std::size_t lanes = 16 / sizeof(T);
-    const auto square = [x](std::size_t at) {
+    const auto addSquare = [x](Vector &sum, std::size_t at) {
         Vector loaded;
         std::memcpy(&loaded, x + at, sizeof(loaded));
-        return loaded * loaded;
+        sum += loaded * loaded;
     };
     Vector a = {}, b = {}, c = {}, d = {};
     std::size_t k = 0;
     for (; k + 4 * lanes <= elements; k += 4 * lanes) {
-        a += square(k);
-        b += square(k + lanes);
-        c += square(k + 2 * lanes);
-        d += square(k + 3 * lanes);
+        addSquare(a, k);
+        addSquare(b, k + lanes);
+        addSquare(c, k + 2 * lanes);
+        addSquare(d, k + 3 * lanes);
     }
     a += b + (c + d);
     T sum = 0;

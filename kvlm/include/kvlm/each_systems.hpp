@@ -80,9 +80,11 @@ public:
         for (int r = 0; r < h; ++r)
             behind[r] = b(i, r, 0);
         isDone = isDone && areFinite(behind, h) && this->solveAgain(a, behind, behind + h);
-        this->write(x, i, w, 1, [&](int r, int) { return isDone ? behind[r] : notANumber<double>; });
+        for (int r = 0; isDone && r < w; ++r)
+            x(i, r, 0) = static_cast<T>(behind[r]);
         return isDone && isSolved(i) ? kvlOk : failure;
     }
+    /// A failure of any kind leaves NaN.
     void finish(int i, KvlStatus &status)
     {
         if (!this->isRegular(first, i) && status == kvlOk)
