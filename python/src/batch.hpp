@@ -77,8 +77,14 @@ public:
         start = isThere ? reinterpret_cast<T *>(x.base) : copy.data();
     }
     T *data() { return start; }
-    void begin() { move([](T &there, T &here) { here = there; }); }
-    void finish() { move([](T &there, T &here) { there = here; }); }
+    void begin()
+    {
+        move([](T &there, T &here) { here = there; });
+    }
+    void finish()
+    {
+        move([](T &there, T &here) { there = here; });
+    }
 
 private:
     template <class Move>

@@ -37,9 +37,9 @@ inline void factorAnyQR(double *a, int height, int width)
     }
 }
 
-/// The first columns of Q from the tails of its reflectors, `height` rows of `width` elements: the reflectors applied to
-/// the columns of the identity from the last one on (Golub and Van Loan, Matrix Computations, 5.1.6). H and W are the
-/// sizes where they are known, else 0.
+/// The first columns of Q from the tails of its reflectors, `height` rows of `width` elements: the reflectors applied
+/// to the columns of the identity from the last one on (Golub and Van Loan, Matrix Computations, 5.1.6). H and W are
+/// the sizes where they are known, else 0.
 template <int H, int W, class T>
 void makeQ(const T *factors, int width, MatrixView<T> q)
 {
@@ -141,8 +141,8 @@ int eigenvectorsSymmetric(const Batch &batch)
     Adjacent<T> values(batch[1], batch.count);
     Operand columns = from(batch[2], 0, n - 1);
     columns.column = -columns.column;
-    const int result = each::eigenvectorsSymmetric(matrices<T>(batch[0], batch.count), matrices<T>(columns, batch.count),
-                                                   values.data(), batch.statuses);
+    const int result = each::eigenvectorsSymmetric(matrices<T>(batch[0], batch.count),
+                                                   matrices<T>(columns, batch.count), values.data(), batch.statuses);
     reverse(values, n, batch.count);
     return result;
 }

@@ -16,10 +16,10 @@ using Kernel = int (*)(const Batch &);
 
 /// What a failure of an object means to Python.
 enum class Failure {
-    none,      ///< the library has no status for an object
-    silent,    ///< never raises
-    ifFinite,  ///< raises, but not for what was not finite before: NaN there, as in numpy
-    raises     ///< raises
+    none,     ///< the library has no status for an object
+    silent,   ///< never raises
+    ifFinite, ///< raises, but not for what was not finite before: NaN there, as in numpy
+    raises    ///< raises
 };
 
 /**

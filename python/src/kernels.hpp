@@ -118,9 +118,8 @@ int trace(const Batch &batch)
 template <class T>
 int frobenius(const Batch &batch)
 {
-    return numbers<T>(batch, 1, [&](T *values) {
-        return frobeniusNorm(matrices<T>(batch[0], batch.count), values).value();
-    });
+    return numbers<T>(batch, 1,
+                      [&](T *values) { return frobeniusNorm(matrices<T>(batch[0], batch.count), values).value(); });
 }
 template <class T>
 int length(const Batch &batch)

@@ -39,8 +39,8 @@ public:
         }
     }
 
-    /// Calls on(offsets, strides, objects): the longest dimension, whose strides fit an int, is that of the objects, the
-    /// others are looped over. No call has more than 2^30 objects.
+    /// Calls on(offsets, strides, objects): the longest dimension, whose strides fit an int, is that of the objects,
+    /// the others are looped over. No call has more than 2^30 objects.
     template <class On>
     void run(On on)
     {

@@ -69,7 +69,8 @@ bool isShort(const py::handle &a)
 {
     const auto &type = typeOf(a);
     if (type.kind == 'c')
-        throw py::type_error("kvlm works on real numbers: " + std::string(py::str(a.attr("dtype"))) + " is unsupported");
+        throw py::type_error("kvlm works on real numbers: " + std::string(py::str(a.attr("dtype"))) +
+                             " is unsupported");
     return type.kind == 'f' && type.elsize <= 4;
 }
 /// Whether the library can read, or write, the elements where they lie.
@@ -124,10 +125,7 @@ struct Prepared {
 /// One call of a function.
 class Call {
 public:
-    Call(const Function &f, const Signature &s) : function(f), signature(s)
-    {
-        sizes['3' & 15] = 3;
-    }
+    Call(const Function &f, const Signature &s) : function(f), signature(s) { sizes['3' & 15] = 3; }
 
     void addSources(const py::handle *given)
     {
@@ -181,7 +179,8 @@ public:
             loops.push(next);
         }
         const py::gil_scoped_release released;
-        loops.run([this](const Strides &offsets, const Strides &strides, int objects) { part(offsets, strides, objects); });
+        loops.run(
+            [this](const Strides &offsets, const Strides &strides, int objects) { part(offsets, strides, objects); });
     }
     /// Raises what the statuses and the function say; arrays that were asked for get their results.
     py::object finish(bool hasInfo)
@@ -243,8 +242,9 @@ private:
             else if (known != size && d == 1 && dimension.letter == shape.dimensions[0].letter)
                 raise("Last 2 dimensions of the array must be square");
             else if (known != size)
-                throw py::value_error(std::string(function.name) + ": operands have the sizes " + std::to_string(known) +
-                                      " and " + std::to_string(size) + " where they must be the same");
+                throw py::value_error(std::string(function.name) + ": operands have the sizes " +
+                                      std::to_string(known) + " and " + std::to_string(size) +
+                                      " where they must be the same");
         }
         describe(x, shape);
     }
@@ -319,7 +319,8 @@ private:
     }
     std::ptrdiff_t strideOf(const Prepared &x, std::size_t dimension) const
     {
-        const auto own = static_cast<std::ptrdiff_t>(dimension) - static_cast<std::ptrdiff_t>(dims.size()) + x.leading();
+        const auto own =
+            static_cast<std::ptrdiff_t>(dimension) - static_cast<std::ptrdiff_t>(dims.size()) + x.leading();
         return own < 0 || proxy(x.array).dimensions[own] == 1 ? 0 : proxy(x.array).strides[own];
     }
 
@@ -327,8 +328,9 @@ private:
     void part(const Strides &offsets, const Strides &strides, int objects)
     {
         constexpr int leastOfThread = 2000;
-        const int threads =
-            function.failure == Failure::none ? 1 : std::clamp(objects / leastOfThread, 1, std::max(threads_omp_of_n_kvl, 1));
+        const int threads = function.failure == Failure::none
+                                ? 1
+                                : std::clamp(objects / leastOfThread, 1, std::max(threads_omp_of_n_kvl, 1));
         std::vector<std::future<void>> others;
         int first = 0;
         for (int k = 0; k < threads; ++k) {
@@ -459,12 +461,13 @@ PYBIND11_MODULE(_core, module)
     options.disable_function_signatures();
     for (const Function &function : functions)
         define(module, function);
-    module.def("set_threads", &kvlSetNumThreads, py::arg("n"),
-               "set_threads(n)\n\n"
-               "Threads that a call may use, for the whole process; 1 at first. Short stacks stay on the caller's thread.");
+    module.def(
+        "set_threads", &kvlSetNumThreads, py::arg("n"),
+        "set_threads(n)\n\n"
+        "Threads that a call may use, for the whole process; 1 at first. Short stacks stay on the caller's thread.");
     module.def(
         "get_threads", [] { return threads_omp_of_n_kvl; }, "get_threads()\n\nWhat set_threads() was given, or 1.");
     module.def(
-        "status_text", [](int status) { return kvlm::Status(static_cast<KvlStatus>(status)).text(); }, py::arg("status"),
-        "status_text(status)\n\nWhat a status of info=True means, in a sentence.");
+        "status_text", [](int status) { return kvlm::Status(static_cast<KvlStatus>(status)).text(); },
+        py::arg("status"), "status_text(status)\n\nWhat a status of info=True means, in a sentence.");
 }
