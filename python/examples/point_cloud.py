@@ -73,7 +73,7 @@ def main(picture, count="100000"):
         axis.axis("off")
         axis.set_title(f"{title} of {len(points):,} points".replace(",", " "), color="w")
     figure.tight_layout()
-    figure.savefig(picture, dpi=80, facecolor=figure.get_facecolor())
+    figure.savefig(picture, dpi=66, facecolor=figure.get_facecolor())
 
 
 main(*sys.argv[1:])
