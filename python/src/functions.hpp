@@ -22,6 +22,9 @@ enum class Failure {
     raises    ///< raises
 };
 
+/// Who spreads a long stack over threads: the library, in one call, or this module, in a call for each thread.
+enum class Teams { ofLibrary, ofModule };
+
 /**
  * A function. Its signature is `sources->results`, one letter for each dimension of an object; the same letter is the
  * same size, 3 is a size of 3. A letter with `?` may be left out, of vectors. `i` before an operand: int32. What only
@@ -30,6 +33,7 @@ enum class Failure {
 struct Function {
     const char *name, *signature;
     Kernel kernels[2]; // of float, of double
+    Teams teams = Teams::ofModule;
     Failure failure = Failure::none;
     const char *error = nullptr; // what is raised
     double empty = 0;            // the results where a size is 0

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstring>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -68,7 +69,7 @@ py::object asArray(py::handle x)
 bool isShort(const py::handle &a)
 {
     const auto &type = typeOf(a);
-    if (type.kind == 'c')
+    if (!std::strchr("biufO", type.kind))
         throw py::type_error("kvlm works on real numbers: " + std::string(py::str(a.attr("dtype"))) +
                              " is unsupported");
     return type.kind == 'f' && type.elsize <= 4;
@@ -101,7 +102,8 @@ py::object usable(py::object a, Type type, int core)
 
 /// One operand of a call, as it was prepared.
 struct Prepared {
-    py::object array, wanted; // what is worked on; where a result is copied to in the end, if that is not it
+    py::object array; // what is worked on
+    py::object given; // what a result is to stand in
     Type type = Type::float64;
     int core = 0; // dimensions of an object
     Operand operand;
@@ -188,13 +190,11 @@ public:
         py::tuple all(static_cast<std::size_t>(hasInfo ? count : results) - signature.sources.size());
         std::size_t at = 0;
         for (int i = static_cast<int>(signature.sources.size()); i < count; ++i) {
-            Prepared &x = operands[i];
-            if (x.wanted) {
-                py::module_::import("numpy").attr("copyto")(x.wanted, x.array);
-                x.array = x.wanted;
-            }
+            const Prepared &x = operands[i];
+            if (x.given && !x.given.is(x.array))
+                py::module_::import("numpy").attr("copyto")(x.given, x.array);
             if (at < all.size())
-                all[at++] = proxy(x.array).nd == 0 && !x.wanted ? py::object(x.array[py::tuple()]) : x.array;
+                all[at++] = x.given ? x.given : proxy(x.array).nd == 0 ? py::object(x.array[py::tuple()]) : x.array;
         }
         if (failed > 0 && !hasInfo)
             raise(function.error);
@@ -303,10 +303,9 @@ private:
                 throw py::value_error("output array is read-only");
             if (!std::equal(all.begin(), all.end(), array.dimensions, array.dimensions + array.nd))
                 throw py::value_error("The shape of 'out' is not that of the result");
-            if (!isUsable(x.array, x.type, x.core) || overlaps(x)) {
-                x.wanted = x.array;
+            x.given = x.array;
+            if (!isUsable(x.array, x.type, x.core) || overlaps(x))
                 x.array = allocate(all, x.type);
-            }
         }
         describe(x, shape);
         ++count;
@@ -324,13 +323,14 @@ private:
         return own < 0 || proxy(x.array).dimensions[own] == 1 ? 0 : proxy(x.array).strides[own];
     }
 
-    /// Some objects, by threads where the library leaves them to its caller.
+    /// Some objects, by threads where the library makes no team.
     void part(const Strides &offsets, const Strides &strides, int objects)
     {
-        constexpr int leastOfThread = 2000;
-        const int threads = function.failure == Failure::none
-                                ? 1
-                                : std::clamp(objects / leastOfThread, 1, std::max(threads_omp_of_n_kvl, 1));
+        constexpr std::int64_t leastOfThread = 1 << 15; // elements
+        const std::int64_t elements =
+            std::int64_t(1) * objects * operands[0].operand.rows * operands[0].operand.columns;
+        const std::int64_t most = function.teams == Teams::ofLibrary ? 1 : std::max(threads_omp_of_n_kvl, 1);
+        const auto threads = static_cast<int>(std::clamp<std::int64_t>(elements / leastOfThread, 1, most));
         std::vector<std::future<void>> others;
         int first = 0;
         for (int k = 0; k < threads; ++k) {
