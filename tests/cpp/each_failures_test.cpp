@@ -147,6 +147,39 @@ TYPED_TEST(EachFailures, AnyViewGivesTheSame)
         }
 }
 
+TYPED_TEST(EachFailures, ListsAndTablesAreCopied)
+{
+    using T = TypeParam;
+    constexpr int size = sizeof(T);
+    const int n = 4, count = 300, square = n * n;
+    Batch<T> batch(regular, n, count);
+    std::fill_n(&batch.a[77 * square], square, T(0));
+    std::vector<T> expected(batch.a.size()), rows(batch.a.size() + 1), planes(batch.a.size() + 1);
+    std::vector<int> pivots(count * n), same(pivots);
+    std::vector<KvlStatus> st(count), other(count);
+    EXPECT_EQ(each::lu(packed(batch.a, n, n), packed(expected, n, n), pivots.data(), st.data()), 1);
+    // The list is turned around, both begin an element later.
+    Described<T, 2> list{{}, {0, n * size, size, size}, count, n, n};
+    Described<T, 1> table{{}, {size, 0, 0, size}, count, n, n};
+    for (int i = 0; i < count; ++i)
+        list.pointers.push_back(&rows[(count - 1 - i) * square]);
+    for (int k = 0; k < square; ++k)
+        table.pointers.push_back(&planes[k * count]);
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < square; ++k)
+            list(i, k / n, k % n) = table(i, k / n, k % n) = batch.a[i * square + k];
+    EXPECT_EQ(each::lu(list, list, same.data(), other.data()), 1);
+    EXPECT_EQ(st, other);
+    EXPECT_EQ(pivots, same);
+    EXPECT_EQ(each::lu(table, table, same.data(), other.data()), 1);
+    EXPECT_EQ(st, other);
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; i != 77 && k < square; ++k) {
+            ASSERT_EQ(list(i, k / n, k % n), expected[i * square + k]) << i;
+            ASSERT_EQ(table(i, k / n, k % n), expected[i * square + k]) << i;
+        }
+}
+
 TYPED_TEST(EachFailures, OnlyTheLowerTriangleOfPositiveMatricesCounts)
 {
     using T = TypeParam;
@@ -209,7 +242,7 @@ TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
     const int n = 6, count = 3000;
     Batch<T> batch(regular, n, count);
     std::fill_n(batch.a.begin() + 1234 * n * n, n * n, T(0));
-    std::vector<T> one(batch.a.size()), many(batch.a.size());
+    std::vector<T> one(batch.a.size()), many(one), factors(one);
     std::vector<KvlStatus> st(count), other(count);
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(one, n, n), st.data()), 1);
     const int threads = threadsOfProcess();
@@ -217,6 +250,7 @@ TYPED_TEST(EachFailures, StaysInTheCallersThreadWithTeams)
     EXPECT_EQ(each::inverse(packed(batch.a, n, n), packed(many, n, n), other.data()), 1);
     std::vector<KvlStatus> statuses(count);
     EXPECT_EQ(each::leastSquares(packed(batch.a, n, n), packed(batch.b, n), packed(batch.x, n), statuses.data()), 1);
+    EXPECT_EQ(each::qr(packed(batch.a, n, n), packed(factors, n, n), statuses.data()), 1);
     std::vector<T> values(batch.b.size());
     std::vector<T> vectors(batch.a.size());
     EXPECT_EQ(each::eigenvectors(packed(batch.a, n, n), packed(vectors, n, n), values.data(), batch.x.data(),

@@ -296,6 +296,23 @@ TYPED_TEST(EachGeneral, RealPairsAreReal)
     }
 }
 
+/// No sum of values or of their squares tells a pair of this kind from a complex one.
+TYPED_TEST(EachGeneral, RealPairsThatNearlyMeetAreReal)
+{
+    using T = TypeParam;
+    for (T apart = T(0.1); apart > 100 * epsilon<T>; apart /= 3) {
+        std::vector<T> a = {2, apart, 0, apart, 2, 0, 0, 0, -1}, re(3), im(3);
+        KvlStatus status;
+        ASSERT_EQ(kvlm::each::eigenvalues(packed(a, 3, 3), re.data(), im.data(), &status), 0);
+        std::sort(re.begin(), re.end());
+        const double expected[] = {-1, 2 - apart, 2 + apart};
+        for (int k = 0; k < 3; ++k) {
+            EXPECT_EQ(im[k], 0) << apart;
+            EXPECT_NEAR(re[k], expected[k], 10 * epsilon<T>) << apart;
+        }
+    }
+}
+
 TYPED_TEST(EachGeneral, OneSideIsThatOfBothAndFailuresStayAlone)
 {
     using T = TypeParam;

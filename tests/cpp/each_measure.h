@@ -52,6 +52,29 @@ struct Listed {
     int height, width;
 };
 
+/// As the library's own views of lists (2) and tables (1) describe themselves.
+struct Strides {
+    int object, row, element, shift;
+};
+template <class T, int D>
+struct Described {
+    static constexpr int kind = 10, description = D;
+    T *const *base() const { return pointers.data(); }
+    const Strides &strides() const { return bytes; }
+    int count() const { return objects; }
+    int rows() const { return height; }
+    int columns() const { return width; }
+    T &operator()(int i, int r, int c) const
+    {
+        const int by = bytes.shift + (D == 2 ? r * bytes.row + c * bytes.element : i * bytes.object);
+        return *reinterpret_cast<T *>(reinterpret_cast<char *>(pointers[D == 2 ? i : r * width + c]) + by);
+    }
+
+    std::vector<T *> pointers;
+    Strides bytes;
+    int objects, height, width;
+};
+
 template <class T>
 Matrices<T> packed(std::vector<T> &x, int rows, int columns)
 {

@@ -47,7 +47,7 @@ The worst of what the tests measured, by kind of matrix and order, beside LAPACK
 this file, with as many times their usual number of matrices as KVLM_ACCURACY_COUNTS says:
 
 ```sh
-KVLM_ACCURACY_COUNTS=10 KVLM_ACCURACY_TABLE=docs/accuracy.md cpp_tests --gtest_filter='Each*'
+KVLM_ACCURACY_COUNTS=4 KVLM_ACCURACY_TABLE=docs/accuracy.md cpp_tests --gtest_filter='Each*'
 ```
 
 All numbers are in units of n*epsilon, and of the norm of the matrix where they are no ratios already; the norm is that

@@ -10,9 +10,9 @@
  * **Operands** are views, arrays of matrices or of vectors of float or double: any class with count(), rows(),
  * columns() and operator()(object, row, column) for matrices, count(), size() and operator()(object, element) for
  * vectors, which return references. Where base() is a pointer to the first element, the objects lie at fixed strides
- * and are passed to the C functions as they are; of all others the objects are copied to the stack, block by block, and
- * back. Eigenproblems work on copies always. A destination may be the source, object by object; any other overlap is
- * not provided for.
+ * and are passed to the C functions as they are, by rows or in planes; of all others the objects are copied to the
+ * stack and back, block by block, lists and tables of the library's own views by kvlmCopy. Eigenproblems work on copies
+ * always. A destination may be the source, object by object; any other overlap is not provided for.
  *
  * **Statuses.** `statuses` gets count() of them. kvlOk: the result is there. Else the destination of the object is full
  * of NaN, or what of it the operation writes:
@@ -26,12 +26,13 @@
  * of kvlErrNullPointer, kvlErrCount, kvlErrSize or kvlErrSizeMatch.
  *
  * **Sizes.** Results are as exact for elements of any size, 1e-30 and 1e30 in float, as long as the type can hold them.
- * An object is scaled by powers of two, which round nothing. What is measured stands in docs/accuracy.md.
+ * An object is scaled by powers of two, which round nothing; inverse() says where it is not. What is measured stands in
+ * docs/accuracy.md.
  *
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
- * **Memory.** Some ten kilobytes of stack for each operand; the heap only for objects of more than 1024 elements.
+ * **Memory.** Less than a hundred kilobytes of stack; the heap only for objects of more than 1024 elements.
  */
 #ifndef KVLM_EACH_HPP
 #define KVLM_EACH_HPP

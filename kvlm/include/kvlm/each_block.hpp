@@ -94,6 +94,29 @@ template <class V>
 inline constexpr bool isStandard<V, std::void_t<decltype(*std::declval<const V &>().base())>> =
     std::is_arithmetic_v<std::remove_reference_t<decltype(*std::declval<const V &>().base())>>;
 
+/// Whether a view is one of the library's own lists (2) or tables (1) of matrices that are not transposed, which the C
+/// functions copy fast; 0 if not.
+template <class V, class = void>
+inline constexpr int descriptionOf = 0;
+template <class V>
+inline constexpr int descriptionOf<V, std::void_t<decltype(V::kind), decltype(V::description)>> =
+    (static_cast<unsigned>(V::kind) & 7u) == 2 ? static_cast<int>(V::description) : 0;
+
+/// The C functions that copy.
+template <class T>
+struct Copies;
+#define KVLM_EACH_COPIES(T, suffix)                                                                                    \
+    template <>                                                                                                        \
+    struct Copies<T> {                                                                                                 \
+        static constexpr auto fromTable = kvlmCopy_ma_##suffix##_PS;                                                   \
+        static constexpr auto fromList = kvlmCopy_ma_##suffix##_LS;                                                    \
+        static constexpr auto toTable = kvlmCopy_ma_##suffix##_SP;                                                     \
+        static constexpr auto toList = kvlmCopy_ma_##suffix##_SL;                                                      \
+    };
+KVLM_EACH_COPIES(float, 32f)
+KVLM_EACH_COPIES(double, 64f)
+#undef KVLM_EACH_COPIES
+
 /// Elements in place up to a number, on the heap beyond: long objects are rare.
 template <class T, int InPlace = 1024>
 class Room {
@@ -156,13 +179,23 @@ public:
     auto load(int first, int count)
     {
         auto block = open(first, count);
-        if (!direct) {
-            T *to = const_cast<T *>(block.base);
-            for (int i = 0; i < count; ++i)
-                for (int r = 0; r < rows; ++r)
-                    for (int c = 0; c < columns; ++c)
-                        *to++ = at(view, first + i, r, c);
-        }
+        if (direct)
+            return block;
+        T *to = room.get(static_cast<std::size_t>(count) * rows * columns);
+        const Strided<T> copy = packed(to, rows, columns);
+        KvlStatus status = kvlErrStride;
+        if constexpr (descriptionOf<V> == 1)
+            status = Copies<T>::fromTable(view.base(), view.strides().shift + first * view.strides().object,
+                                          view.strides().object, to, copy.object, copy.row, copy.element, columns, rows,
+                                          count);
+        else if constexpr (descriptionOf<V> == 2)
+            status = Copies<T>::fromList(view.base() + first, view.strides().shift, view.strides().row,
+                                         view.strides().element, to, copy.object, copy.row, copy.element, columns, rows,
+                                         count);
+        for (int i = 0; status != kvlOk && i < count; ++i)
+            for (int r = 0; r < rows; ++r)
+                for (int c = 0; c < columns; ++c)
+                    *to++ = at(view, first + i, r, c);
         return block;
     }
     /// Writes back what was opened.
@@ -171,7 +204,17 @@ public:
         if (direct)
             return;
         const T *from = room.get(static_cast<std::size_t>(count) * rows * columns);
-        for (int i = 0; i < count; ++i)
+        const Strided<const T> copy = packed(from, rows, columns);
+        KvlStatus status = kvlErrStride;
+        if constexpr (descriptionOf<V> == 1)
+            status = Copies<T>::toTable(from, copy.object, copy.row, copy.element, view.base(),
+                                        view.strides().shift + first * view.strides().object, view.strides().object,
+                                        columns, rows, count);
+        else if constexpr (descriptionOf<V> == 2)
+            status =
+                Copies<T>::toList(from, copy.object, copy.row, copy.element, view.base() + first, view.strides().shift,
+                                  view.strides().row, view.strides().element, columns, rows, count);
+        for (int i = 0; status != kvlOk && i < count; ++i)
             for (int r = 0; r < rows; ++r)
                 for (int c = 0; c < columns; ++c)
                     at(view, first + i, r, c) = *from++;

@@ -175,9 +175,10 @@ private:
 
 /**
  * The inverse. Orders 3 to 6 are kvlmInvert's, by cofactors: fast, with an error of a small multiple of
- * n*epsilon*condition for matrices that are not ill-conditioned, of up to that times the condition once more for those
- * that are. All others, and all if `conditions` is given, are by LU factors in double of the matrix with rows and
- * columns scaled by powers of two, which is as exact as the condition allows.
+ * n*epsilon*condition for matrices that are not ill-conditioned. For those that are it grows with the square of the
+ * condition; and cofactors underflow unseen where the columns of a matrix are of very different sizes. All other
+ * orders, and all if `conditions` is given, are by LU factors in double of the matrix with rows and columns scaled by
+ * powers of two, which is as exact as the condition allows.
  *
  * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
  * one, NaN for what is not finite. Objects below epsilon then count as singular, too.

@@ -207,7 +207,7 @@ private:
             x = corner - at(high, high - 1) * at(high - 1, high) / far;
             w = 0;
         }
-        // It may start at two small elements in a row, and must: beyond them the shifts are lost to rounding.
+        // It may start at two small elements in a row: beyond them rounding would take its toll of the shifts.
         int start = high - 2;
         for (;; --start) {
             const double top = at(start, start), below = at(start + 1, start), next = at(start + 1, start + 1);
