@@ -33,11 +33,11 @@ enum class Teams { ofLibrary, ofModule };
 struct Function {
     const char *name, *signature;
     Kernel kernels[2]; // of float, of double
+    const char *documentation;
     Teams teams = Teams::ofModule;
     Failure failure = Failure::none;
     const char *error = nullptr; // what is raised
     double empty = 0;            // the results where a size is 0
-    const char *documentation = nullptr;
 };
 
 /// A dimension that an operand has in each object.

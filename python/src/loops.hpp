@@ -40,9 +40,9 @@ public:
     }
 
     /// Calls on(offsets, strides, objects): the longest dimension, whose strides fit an int, is that of the objects,
-    /// the others are looped over. No call has more than 2^30 objects.
+    /// the others are looped over. No call has more objects than `longest`.
     template <class On>
-    void run(On on)
+    void run(std::ptrdiff_t longest, On on)
     {
         Leading<N> objects;
         int best = -1;
@@ -78,8 +78,6 @@ public:
     }
 
 private:
-    static constexpr std::ptrdiff_t longest = std::ptrdiff_t(1) << 30;
-
     /// Whether one stride serves both.
     static bool continues(const Leading<N> &outer, const Leading<N> &inner)
     {

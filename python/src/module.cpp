@@ -20,6 +20,7 @@ namespace python {
 namespace {
 
 constexpr int longest = std::numeric_limits<int>::max();
+std::atomic<int> mostObjects{1 << 30}; // of one call of the library; tests have fewer
 using Strides = std::array<std::ptrdiff_t, mostOperands>;
 
 enum class Type { float32, float64, int32 };
@@ -181,8 +182,9 @@ public:
             loops.push(next);
         }
         const py::gil_scoped_release released;
-        loops.run(
-            [this](const Strides &offsets, const Strides &strides, int objects) { part(offsets, strides, objects); });
+        loops.run(mostObjects, [this](const Strides &offsets, const Strides &strides, int objects) {
+            part(offsets, strides, objects);
+        });
     }
     /// Raises what the statuses and the function say; arrays that were asked for get their results.
     py::object finish(bool hasInfo)
@@ -465,6 +467,7 @@ PYBIND11_MODULE(_core, module)
         "set_threads", &kvlSetNumThreads, py::arg("n"),
         "set_threads(n)\n\n"
         "Threads that a call may use, for the whole process; 1 at first. Short stacks stay on the caller's thread.");
+    module.def("_set_most_objects", [](int n) { mostObjects = n; });
     module.def(
         "get_threads", [] { return threads_omp_of_n_kvl; }, "get_threads()\n\nWhat set_threads() was given, or 1.");
     module.def(

@@ -130,6 +130,7 @@ def test_qr(rng, dtype):
 def test_qr_of_singular_matrices(rng, dtype):
     matrices = [np.zeros((4, 3)), np.ones((4, 3)), np.eye(4)[:, [0, 0, 1]], np.diag([0.0, 1, 0]), np.eye(3) * 1e-30,
                 np.ones((3, 3)) * 1e30, np.zeros((2, 3))]
+    matrices.append(np.ones((3, 3)) * (1e200 if dtype == np.float64 else 1e30))
     for a in (m.astype(dtype) for m in matrices):
         for mode in ("reduced", "complete"):
             (q, r, status) = la.qr(a, mode, info=True)
@@ -283,6 +284,19 @@ def test_layouts(rng, name, dtype):
             elif function in ("eigh", "eig"):
                 close(a @ results[1], results[1] * results[0][..., None, :], 1000, np.abs(a).max() * n)
         np.testing.assert_array_equal(A, before)
+
+
+def test_stacks_beyond_the_longest_call(rng):
+    a, b = regular(rng, (3, 5, 11), 4, np.float64), stack(rng, (5, 11), np.float64, 4)
+    calls = [lambda: la.inv(a), lambda: la.det(a[:, ::2]), lambda: la.solve(a, b), lambda: la.matvec(a, b), lambda: la.eigvals(a)]
+    expected = [call() for call in calls]
+    for most in (1, 4, 11):
+        la._core._set_most_objects(most)
+        try:
+            for call, one in zip(calls, expected):
+                close(call(), one)
+        finally:
+            la._core._set_most_objects(2**30)
 
 
 def test_planes_are_not_copied(rng):
