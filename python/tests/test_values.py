@@ -287,7 +287,7 @@ def test_layouts(rng, name, dtype):
 
 
 def test_stacks_beyond_the_longest_call(rng):
-    a, b = regular(rng, (3, 5, 11), 4, np.float64), stack(rng, (5, 11), np.float64, 4)
+    a, b = regular(rng, (3, 5, 11), 4, np.float64), stack(rng, (1, 5, 11), np.float64, 4)
     calls = [lambda: la.inv(a), lambda: la.det(a[:, ::2]), lambda: la.solve(a, b), lambda: la.matvec(a, b), lambda: la.eigvals(a)]
     expected = [call() for call in calls]
     for most in (1, 4, 11):
