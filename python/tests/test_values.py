@@ -176,6 +176,8 @@ def test_least_squares(rng, dtype):
         a, b = stack(rng, (4,), dtype, m, n), stack(rng, (4,), dtype, m, 2)
         x, residuals, rank, s = la.lstsq(a, b)
         vector = la.lstsq(a, b[..., 0])
+        if m >= n:
+            np.testing.assert_array_equal(la.lstsq(a, b, full=False), x)
         for i in range(4):
             X, R, K, S = np.linalg.lstsq(a[i], b[i], None)
             norm = np.abs(X).max() * (S[0] / S[-1]) ** 2
@@ -196,6 +198,9 @@ def test_least_squares_of_deficient_rank(rng):
     for i in range(5):
         np.testing.assert_allclose(x[i], np.linalg.lstsq(a[i], b[i], None)[0], atol=1e-12)
         np.testing.assert_allclose(residuals[i, 0], ((a[i] @ x[i] - b[i]) ** 2).sum(), atol=1e-12)
+    with pytest.raises(np.linalg.LinAlgError):
+        la.lstsq(a, b, full=False)
+    assert (la.lstsq(a, b, full=False, info=True)[1] != 0)[3]
     one = la.lstsq(a[:1], b)  # a single matrix for many sides
     np.testing.assert_allclose(one[0], [np.linalg.lstsq(a[0], y, None)[0] for y in b], atol=1e-12)
 
