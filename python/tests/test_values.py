@@ -291,6 +291,18 @@ def test_layouts(rng, name, dtype):
         np.testing.assert_array_equal(A, before)
 
 
+def test_zero_strides(rng):
+    for n in (3, 4, 9):
+        a, b = regular(rng, (), n, np.float64), regular(rng, (6,), n, np.float64)
+        many = np.broadcast_to(a, (6, n, n))
+        for f in (la.inv, la.det, la.trace, la.transpose, la.eigvalsh):
+            close(f(many), np.broadcast_to(f(a), (6,) + np.shape(f(a))))
+        for x, y in ((many, b), (b, many), (many, many), (np.broadcast_to(b[:, :, :1], b.shape), b)):
+            close(la.matmul(x, y), x @ y)
+            close(la.add(x, y), x + y)
+        close(la.solve(many, b), np.linalg.solve(many, b))
+
+
 def test_stacks_beyond_the_longest_call(rng):
     a, b = regular(rng, (3, 5, 11), 4, np.float64), stack(rng, (1, 5, 11), np.float64, 4)
     calls = [lambda: la.inv(a), lambda: la.det(a[:, ::2]), lambda: la.solve(a, b), lambda: la.matvec(a, b), lambda: la.eigvals(a)]
