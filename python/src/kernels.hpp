@@ -11,46 +11,35 @@
 namespace kvlm {
 namespace python {
 
-/// Calls with one matrix, or vector, where there is one beside many: the library has forms for these.
-template <class T, class Call>
-int withMatrix(const Batch &batch, int i, Call call)
+/// Calls with one object where there is one beside many: the library has forms for these.
+template <class T, bool isVector, class Call>
+int with(const Batch &batch, int i, Call call)
 {
-    return batch.isSingle(i) ? call(matrix<T>(batch[i])) : call(matrices<T>(batch[i], batch.count));
-}
-template <class T, class Call>
-int withVector(const Batch &batch, int i, Call call)
-{
-    return batch.isSingle(i) ? call(vector<T>(batch[i])) : call(vectors<T>(batch[i], batch.count));
-}
-/// a op b for all forms but that of two single objects.
-template <class A, class B, class Call>
-int unlessBothSingle(const A &a, const B &b, Call call)
-{
-    if constexpr (isArray(A::kind) || isArray(B::kind))
-        return call(a, b).value();
+    if constexpr (isVector)
+        return batch.isSingle(i) ? call(vector<T>(batch[i])) : call(vectors<T>(batch[i], batch.count));
     else
-        return kvlErrCount;
+        return batch.isSingle(i) ? call(matrix<T>(batch[i])) : call(matrices<T>(batch[i], batch.count));
+}
+/// operation(a, b, dst) in the form that the operands ask for; dst is of the kind of b.
+template <class T, bool isVectorA, bool isVectorB, class Operation>
+int inItsForm(const Batch &batch, Operation operation)
+{
+    return with<T, isVectorA>(batch, 0, [&](auto a) {
+        return with<T, isVectorB>(batch, 1, [&](auto b) {
+            if constexpr (!isArray(std::decay_t<decltype(a)>::kind) && !isArray(std::decay_t<decltype(b)>::kind))
+                return int(kvlErrCount); // of two single objects there is no array
+            else if constexpr (isVectorB)
+                return operation(a, b, vectors<T>(batch[2], batch.count)).value();
+            else
+                return operation(a, b, matrices<T>(batch[2], batch.count)).value();
+        });
+    });
 }
 
 template <class T>
-int product(const Batch &batch)
-{
-    const auto dst = matrices<T>(batch[2], batch.count);
-    return withMatrix<T>(batch, 0, [&](auto a) {
-        return withMatrix<T>(batch, 1, [&](auto b) {
-            return unlessBothSingle(a, b, [&](auto &x, auto &y) { return multiply(x, y, dst); });
-        });
-    });
-}
-template <class T>
 int productByVector(const Batch &batch)
 {
-    const auto dst = vectors<T>(batch[2], batch.count);
-    return withMatrix<T>(batch, 0, [&](auto a) {
-        return withVector<T>(batch, 1, [&](auto x) {
-            return unlessBothSingle(a, x, [&](auto &m, auto &v) { return multiply(m, v, dst); });
-        });
-    });
+    return inItsForm<T, false, true>(batch, [](auto a, auto x, auto dst) { return multiply(a, x, dst); });
 }
 inline Operand transposed(Operand x)
 {
@@ -65,7 +54,7 @@ int matmul(const Batch &batch)
     if (batch[1].isVector)
         return productByVector<T>(batch);
     if (!batch[0].isVector)
-        return product<T>(batch);
+        return inItsForm<T, false, false>(batch, [](auto a, auto b, auto dst) { return multiply(a, b, dst); });
     Batch turned = batch;
     turned.operands[0] = transposed(batch[1]);
     turned.operands[1] = transposed(batch[0]);
@@ -76,22 +65,12 @@ int matmul(const Batch &batch)
 template <class T>
 int cross(const Batch &batch)
 {
-    const auto dst = vectors<T>(batch[2], batch.count);
-    return withVector<T>(batch, 0, [&](auto a) {
-        return withVector<T>(batch, 1, [&](auto b) {
-            return unlessBothSingle(a, b, [&](auto &x, auto &y) { return kvlm::cross(x, y, dst); });
-        });
-    });
+    return inItsForm<T, true, true>(batch, [](auto a, auto b, auto dst) { return kvlm::cross(a, b, dst); });
 }
 template <class T>
 int add(const Batch &batch)
 {
-    const auto dst = matrices<T>(batch[2], batch.count);
-    return withMatrix<T>(batch, 0, [&](auto a) {
-        return withMatrix<T>(batch, 1, [&](auto b) {
-            return unlessBothSingle(a, b, [&](auto &x, auto &y) { return kvlm::add(x, y, dst); });
-        });
-    });
+    return inItsForm<T, false, false>(batch, [](auto a, auto b, auto dst) { return kvlm::add(a, b, dst); });
 }
 template <class T>
 int transpose(const Batch &batch)

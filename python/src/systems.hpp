@@ -119,7 +119,7 @@ int luSolve(const Batch &batch)
                     right(i, s, r) = b(i, rows[r], s);
         }
         for (int s = 0; s < sides && status == kvlOk; ++s)
-            status = withMatrix<T>({{from(batch[0], first)}, count}, 0, [&](auto factors) {
+            status = with<T, false>({{from(batch[0], first)}, count}, 0, [&](auto factors) {
                 return kvlm::luSolve(factors, order.data(),
                                      repeated(kvlm::vector(&right(0, s, 0), n), right.strides().object, count),
                                      vectors<T>(from(batch[3], first, s), count))
