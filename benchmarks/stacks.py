@@ -113,7 +113,8 @@ def table(rows):
     yield "ns for an object; in brackets how many times faster kvlm is."
     for row in rows:
         if (row["order"], row["type"]) == (2, "float32"):
-            yield f"\n{row['function']:9}{'count':>8} order {'kvlm':>9} {'numpy':>17} {'scipy, a loop':>17} {'einsum, cross':>17}"
+            yield (f"\n{row['function']:9}{'count':>8} order {'kvlm':>9} {'numpy':>17} {'scipy, a loop':>17} "
+                   f"{'einsum, cross':>17}")
         peers = "".join(f"{row[p]:9.0f} ({row[p] / row['kvlm']:6.1f})" for p in PEERS[1:] if p in row)
         yield f"{row['type']:9}{row['count']:8}{row['order']:6} {row['kvlm']:9.1f} {peers}"
 
@@ -124,7 +125,8 @@ def plot(rows, path):
     for axis, name in zip(axes.flat, FUNCTIONS):
         for count, mark in zip(counts, "osD"):
             for dtype, line in zip(TYPES, ("--", "-")):
-                part = [r for r in rows if (r["function"], r["count"], r["type"]) == (name, count, np.dtype(dtype).name)]
+                cell = (name, count, np.dtype(dtype).name)
+                part = [r for r in rows if (r["function"], r["count"], r["type"]) == cell]
                 axis.plot([r["order"] for r in part], [r["numpy"] / r["kvlm"] for r in part], line, marker=mark,
                           color={100: "#7f8c8d", 10**4: "#2471a3"}.get(count, "#c0392b"), ms=4, lw=1.2,
                           label=f"{count:,}, {np.dtype(dtype).name}")

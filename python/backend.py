@@ -29,7 +29,8 @@ def _build(folder):
     build = pathlib.Path(folder) / "build"
     prefix = pathlib.Path(folder) / "prefix"
     run = lambda *arguments: subprocess.run(["cmake", *map(str, arguments)], check=True)
-    run("-S", source, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", f"-DPython3_EXECUTABLE={sys.executable}")
+    options = ["-DCMAKE_BUILD_TYPE=Release", f"-DPython3_EXECUTABLE={sys.executable}"]
+    run("-S", source, "-B", build, "-G", "Ninja", *options)
     run("--build", build, "--target", "kvlm_core")
     run("--install", build, "--component", "python", "--prefix", prefix)
     return prefix

@@ -219,7 +219,7 @@ def cho_factor(a, lower=False, *, info=False):
 
 
 def cho_solve(c_and_lower, b, *, out=None):
-    """The x with a @ x = b from cho_factor(a), or scipy.linalg.cho_factor: b (..., n), or (..., n, k), as in solve()."""
+    """The x with a @ x = b from cho_factor(a), or scipy.linalg.cho_factor: b as in solve()."""
     c, lower = c_and_lower
     return _core._cho_solve(c if lower else _turned(c), b, out=out)
 

@@ -9,6 +9,7 @@
 
 #include <limits>
 #include <numeric>
+#include <stdexcept>
 
 namespace kvlm {
 namespace python {
@@ -56,6 +57,10 @@ int solve(const Batch &batch)
                 worst = std::min(worst, status);
             }
             statuses[i] = worst;
+            const auto x = matrix<T>(from(batch[2], first + i));
+            for (int r = 0; worst != kvlOk && r < n; ++r)
+                for (int k = 0; k < sides; ++k)
+                    x(r, k) = std::numeric_limits<T>::quiet_NaN();
         }
     });
     return failures(batch);
@@ -108,10 +113,8 @@ int luSolve(const Batch &batch)
             std::iota(rows.begin(), rows.end(), 0);
             std::iota(order.begin() + i * n, order.begin() + (i + 1) * n, 0);
             for (int k = 0; k < n; ++k) {
-                if (exchange[k] < k || exchange[k] >= n) {
-                    status = kvlErrSize;
-                    return;
-                }
+                if (exchange[k] < k || exchange[k] >= n)
+                    throw std::invalid_argument("piv is not what lu_factor gives");
                 std::swap(rows[k], rows[exchange[k]]);
             }
             for (int s = 0; s < sides; ++s)
