@@ -295,6 +295,18 @@ def test_layouts(rng, name, dtype):
         np.testing.assert_array_equal(A, before)
 
 
+def test_values_to_any_strides(rng):
+    """The library has adjacent values alone: objects at the distance of packed ones, elements elsewhere."""
+    n, count = 3, 5
+    a = symmetric(rng, (count,), n, np.float64)
+    w, v = np.empty((n, count, n))[:, :, 0].T, np.empty_like(a)
+    la.eigh(a, out=(w, v))
+    close(w, np.linalg.eigvalsh(a))
+    numbers = np.empty((2, count))[::-1, ::-1]
+    la.det(np.stack([a, 2 * a]), out=numbers)
+    close(numbers, np.linalg.det(np.stack([a, 2 * a])))
+
+
 def test_zero_strides(rng):
     for n in (3, 4, 9):
         a, b = regular(rng, (), n, np.float64), regular(rng, (6,), n, np.float64)
