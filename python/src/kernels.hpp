@@ -108,17 +108,56 @@ int length(const Batch &batch)
     });
 }
 
+/// Order 2 by formulas in double, which layer two has for orders 3 to 6 alone: formula(i, det) where the determinant
+/// is so far from the limits that nothing can have been lost; other(i), one object by layer two, where it is not or the
+/// formula says no.
+template <class T, class Formula, class Other>
+int orderTwo(const Batch &batch, Formula formula, Other other)
+{
+    int failures = 0;
+    const auto a = matrices<T>(batch[0], batch.count);
+    for (int i = 0; i < batch.count; ++i) {
+        const double det = double(a(i, 0, 0)) * a(i, 1, 1) - double(a(i, 0, 1)) * a(i, 1, 0);
+        batch.statuses[i] = kvlOk;
+        if (!each::detail::isWithin(det, 0x1p-500, 0x1p500) || !formula(i, det))
+            failures += other(i);
+    }
+    return failures;
+}
 template <class T>
 int determinant(const Batch &batch)
 {
     return numbers<T>(batch, 1, [&](T *values) {
-        return each::determinant(matrices<T>(batch[0], batch.count), values, batch.statuses);
+        if (batch[0].rows != 2)
+            return each::determinant(matrices<T>(batch[0], batch.count), values, batch.statuses);
+        return orderTwo<T>(
+            batch, [&](int i, double det) { return each::detail::isFinite(values[i] = static_cast<T>(det)); },
+            [&](int i) {
+                return each::determinant(matrices<T>(from(batch[0], i), 1), values + i, batch.statuses + i);
+            });
     });
 }
 template <class T>
 int inverse(const Batch &batch)
 {
-    return each::inverse(matrices<T>(batch[0], batch.count), matrices<T>(batch[1], batch.count), batch.statuses);
+    const auto a = matrices<T>(batch[0], batch.count), x = matrices<T>(batch[1], batch.count);
+    if (batch[0].rows != 2)
+        return each::inverse(a, x, batch.statuses);
+    return orderTwo<T>(
+        batch,
+        [&](int i, double det) {
+            const double factor = 1 / det;
+            x(i, 0, 0) = static_cast<T>(a(i, 1, 1) * factor);
+            x(i, 0, 1) = static_cast<T>(-a(i, 0, 1) * factor);
+            x(i, 1, 0) = static_cast<T>(-a(i, 1, 0) * factor);
+            x(i, 1, 1) = static_cast<T>(a(i, 0, 0) * factor);
+            using each::detail::isFinite;
+            return isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) & isFinite(x(i, 1, 1));
+        },
+        [&](int i) {
+            return each::inverse(matrices<T>(from(batch[0], i), 1), matrices<T>(from(batch[1], i), 1),
+                                 batch.statuses + i);
+        });
 }
 template <class T>
 int leastSquares(const Batch &batch)
