@@ -3,8 +3,9 @@
 # sourced, from the root of the project.
 
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
-# shellcheck disable=SC2034 # these two are for test and bench
+# shellcheck disable=SC2034 # these are for test and bench
 {
+    pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
@@ -92,4 +93,11 @@ configure() {
         launchers=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     fi
     quietly "build/$1.configure.log" cmake --preset "$@" "${launchers[@]}"
+}
+
+# buildPython: the package into build/x86_64/python, with the library that it stands on.
+buildPython() {
+    configure x86_64 -DKVLM_BUILD_PYTHON=ON -DPython3_EXECUTABLE=/usr/bin/python3
+    quietly build/x86_64.build.log cmake --build build/x86_64 --target kvlm_core
+    export PYTHONPATH=$PWD/build/x86_64/python PYTHONDONTWRITEBYTECODE=1
 }

@@ -136,11 +136,13 @@ public:
     }
     void mark(int i) { pivot[i * n] = -1; }
     bool isMarked(int i) const { return pivot[i * n] == -1; }
-    bool areGood(int objects) const
+    /// An infinite pivot makes multipliers of zero, which no result shows: so the elements are looked at.
+    bool areGood(int objects)
     {
-        return forAll(objects, [this](int i) { return isGood(i); });
+        isShort = areAllShort(this->in, objects, n, n, greatest<T>);
+        return isShort && forAll(objects, [this](int i) { return hasPivot(i); });
     }
-    bool isGood(int i) const { return isWithin(out(i, pivot[i * n + n - 1], n - 1), leastSafe<T>, greatest<T>); }
+    bool isGood(int i) const { return hasPivot(i) && (isShort || areShort(this->in, i, n, n, greatest<T>)); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -184,6 +186,11 @@ protected:
     Strided<T> out;
     int *pivot = nullptr;
     const int n = this->width;
+
+private:
+    bool hasPivot(int i) const { return isWithin(out(i, pivot[i * n + n - 1], n - 1), leastSafe<T>, greatest<T>); }
+
+    bool isShort = false;
 };
 
 template <class A>
