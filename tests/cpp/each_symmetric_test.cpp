@@ -8,6 +8,14 @@
 namespace eachtest {
 namespace {
 
+/// Elements of any size down to a power of two.
+void fillWithExponents(Random &random, int n, double least, double *a)
+{
+    for (int k = 0; k < n * n; ++k)
+        a[k] = (random() % 2 ? 1 : -1) * std::exp2(uniform(random, least, 0));
+    makeSymmetric(n, a);
+}
+
 const std::vector<Kind> kinds = {
     {"random", [](Random &random, int n, double *a) { fillRandom(random, n, a), makeSymmetric(n, a); }},
     {"plane of 10 cm",
@@ -74,6 +82,8 @@ const std::vector<Kind> kinds = {
                      a[r * n + c] *= small;
          makeSymmetric(n, a);
      }},
+    {"elements 1e-38 to 1", [](Random &random, int n, double *a) { fillWithExponents(random, n, -124, a); }},
+    {"elements 1e-300 to 1", [](Random &random, int n, double *a) { fillWithExponents(random, n, -1000, a); }},
 };
 
 struct Errors {
