@@ -152,7 +152,7 @@ void compare(const Kind &kind, int n, int count)
     for (int i = 0; i < count; ++i) {
         const T *const object = a.data() + static_cast<std::ptrdiff_t>(i) * square;
         std::copy_n(object, square, doubles.begin());
-        dsyev_("N", "U", &n, doubles.data(), &n, expected.data(), doubleWork.data(), &size, &info);
+        dsyev_("V", "U", &n, doubles.data(), &n, expected.data(), doubleWork.data(), &size, &info);
         std::reverse(expected.begin(), expected.end());
         const T *const found = values.data() + static_cast<std::ptrdiff_t>(i) * n;
         ASSERT_TRUE(std::is_sorted(found, found + n, std::greater<T>()));
