@@ -8,6 +8,14 @@
 namespace eachtest {
 namespace {
 
+/// Elements of any size down to a power of two.
+void fillWithExponents(Random &random, int n, double least, double *a)
+{
+    for (int k = 0; k < n * n; ++k)
+        a[k] = (random() % 2 ? 1 : -1) * std::exp2(uniform(random, least, 0));
+    makeSymmetric(n, a);
+}
+
 const std::vector<Kind> kinds = {
     {"random", [](Random &random, int n, double *a) { fillRandom(random, n, a), makeSymmetric(n, a); }},
     {"plane of 10 cm",
@@ -74,6 +82,8 @@ const std::vector<Kind> kinds = {
                      a[r * n + c] *= small;
          makeSymmetric(n, a);
      }},
+    {"elements 1e-38 to 1", [](Random &random, int n, double *a) { fillWithExponents(random, n, -124, a); }},
+    {"elements 1e-300 to 1", [](Random &random, int n, double *a) { fillWithExponents(random, n, -1000, a); }},
 };
 
 struct Errors {
@@ -142,7 +152,7 @@ void compare(const Kind &kind, int n, int count)
     for (int i = 0; i < count; ++i) {
         const T *const object = a.data() + static_cast<std::ptrdiff_t>(i) * square;
         std::copy_n(object, square, doubles.begin());
-        dsyev_("N", "U", &n, doubles.data(), &n, expected.data(), doubleWork.data(), &size, &info);
+        dsyev_("V", "U", &n, doubles.data(), &n, expected.data(), doubleWork.data(), &size, &info);
         std::reverse(expected.begin(), expected.end());
         const T *const found = values.data() + static_cast<std::ptrdiff_t>(i) * n;
         ASSERT_TRUE(std::is_sorted(found, found + n, std::greater<T>()));

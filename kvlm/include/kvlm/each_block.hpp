@@ -262,6 +262,8 @@ bool forAll(int n, Is is)
 template <class T, class Limit>
 bool areShort(const Strided<T> &x, int i, int rows, int columns, Limit limit)
 {
+    if (x.isPacked(rows, columns))
+        return isWithin(squares<Limit>(&x(i, 0, 0), static_cast<std::size_t>(rows) * columns), Limit(0), limit);
     std::remove_const_t<T> sum = 0;
     for (int r = 0; r < rows; ++r)
         for (int c = 0; c < columns; ++c)

@@ -14,6 +14,10 @@ namespace detail {
 /// Products of six elements whose squares have a sum up to this are far from any limit.
 template <class T>
 constexpr T shortSquares = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
+/// The same for an inverse: the lengths of a row of the matrix and of the column of its inverse have a product of at
+/// least 1, as have those of a column and a row. So six rows or columns have a product that is a normal number.
+template <class T>
+constexpr T shortInverse = sizeof(T) == 4 ? T(0x1p40) : T(0x1p340);
 
 template <class A, class F>
 class Invert : public Conditioned<Source<A>> {
@@ -45,19 +49,15 @@ public:
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
-    bool areGood(int objects) const { return isByCofactors() && areAllShort(this->in, objects, n, n, shortSquares<T>); }
+    bool areGood(int objects) const
+    {
+        return isByCofactors() && areAllShort(this->in, objects, n, n, shortSquares<T>) &&
+               areAllShort(out, objects, n, n, shortInverse<T>);
+    }
     bool isGood(int i) const
     {
-        if (!isByCofactors())
-            return false;
-        // An overflow in the determinant leaves zeros.
-        bool areFinite = true, isThere = false;
-        for (int r = 0; r < n; ++r)
-            for (int c = 0; c < n; ++c) {
-                areFinite &= isFinite(out(i, r, c));
-                isThere |= r == 0 && isWithin(out(i, r, c), leastSafe<T>, greatest<T>);
-            }
-        return areFinite && isThere;
+        return isByCofactors() && areShort(this->in, i, n, n, shortSquares<T>) &&
+               areShort(out, i, n, n, shortInverse<T>);
     }
     KvlStatus again(int i)
     {

@@ -124,8 +124,9 @@ private:
             const W f = s * e[i], b = c * e[i], square = f * f + g * g;
             const LaneMask<T> isRegular = square > W(least), turns = isIn & isRegular, ends = isIn & !isRegular;
             r = root(square);
-            // e[m] becomes 0; where f and g count as zero, the block splits.
+            // e[m] becomes 0; where f and g count as zero, the block splits, and what was turned so far stands in e[i].
             e[i + 1] = select(turns & isBegun, r, select(isIn, W(0), e[i + 1]));
+            e[i] = select(ends, b, e[i]);
             const W inverse = W(1) / select(isRegular, r, W(1));
             s = select(turns, f * inverse, s);
             c = select(turns, g * inverse, c);
