@@ -230,6 +230,62 @@ TYPED_TEST(EachFailures, ArgumentsAreChecked)
     EXPECT_EQ(st, std::vector<KvlStatus>(4, 1));
 }
 
+/// Of well-conditioned matrices whose products of n elements overflow or underflow.
+TYPED_TEST(EachFailures, InversesHoldWhereProductsOfElementsDoNot)
+{
+    using T = TypeParam;
+    for (const int n : {3, 4, 5, 6})
+        for (const int exponent : {-30, -18, 31, 32, 33, 60}) {
+            const int count = 5000;
+            Batch<T> batch(regular, n, count);
+            Random random(static_cast<unsigned>(n));
+            for (T &value : batch.a)
+                value = static_cast<T>(std::ldexp(uniform(random, -1, 1), sizeof(T) == 4 ? exponent : 8 * exponent));
+            std::vector<T> found(batch.a.size()), expected(found), conditions(count);
+            const auto a = packed(batch.a, n, n);
+            EXPECT_EQ(each::inverse(a, packed(found, n, n), batch.statuses.data()), 0);
+            each::inverse(a, packed(expected, n, n), batch.statuses.data(), conditions.data());
+            for (int i = 0; i < count; ++i)
+                for (int k = i * n * n; conditions[i] > 1e-2 && k < (i + 1) * n * n; ++k)
+                    ASSERT_NEAR(found[k] / expected[i * n * n], expected[k] / expected[i * n * n],
+                                1e4 * epsilon<T> * (1 + 100 * std::fabs(expected[k] / expected[i * n * n])))
+                        << n << " " << exponent;
+        }
+}
+
+/// An infinite pivot that isn't the last one vanishes from all that comes later.
+TYPED_TEST(EachFailures, NothingInfiniteVanishes)
+{
+    using T = TypeParam;
+    const T inf = std::numeric_limits<T>::infinity(), most = std::numeric_limits<T>::max() * T(0.9);
+    std::vector<T> a{inf, 0, 0, 0, 1, 0, 0, 0, 1}, b{1, 1, 1}, x(3), f(9);
+    std::vector<int> pivots(3);
+    KvlStatus st;
+    const auto matrix = packed(a, 3, 3);
+    EXPECT_EQ(each::lu(matrix, packed(f, 3, 3), pivots.data(), &st), 1);
+    EXPECT_EQ(each::cholesky(matrix, packed(f, 3, 3), &st), 1);
+    EXPECT_EQ(each::qr(matrix, packed(f, 3, 3), &st), 1);
+    EXPECT_EQ(each::inverse(matrix, packed(f, 3, 3), &st), 1);
+    EXPECT_EQ(each::solve(matrix, packed(b, 3), packed(x, 3), &st), 1);
+    EXPECT_EQ(each::solvePositiveDefinite(matrix, packed(b, 3), packed(x, 3), &st), 1);
+    EXPECT_EQ(each::leastSquares(matrix, packed(b, 3), packed(x, 3), &st), 1);
+
+    a = {most, most, 0, -most, most, 0, 0, 0, 1};
+    b = {0, most, 1};
+    EXPECT_EQ(each::lu(matrix, packed(f, 3, 3), pivots.data(), &st), 1) << "2*most";
+    EXPECT_EQ(each::solve(matrix, packed(b, 3), packed(x, 3), &st), 0);
+    EXPECT_EQ(x, (std::vector<T>{T(-0.5), T(0.5), 1}));
+    Random random(6);
+    Batch<T> batch(regular, 6, 2000);
+    for (T &value : batch.a)
+        value = most * static_cast<T>(uniform(random, -1, 1));
+    std::vector<T> factors(batch.a.size());
+    pivots.resize(batch.b.size());
+    each::lu(packed(batch.a, 6, 6), packed(factors, 6, 6), pivots.data(), batch.statuses.data());
+    for (int k = 0; k < static_cast<int>(factors.size()); ++k)
+        ASSERT_EQ(std::isfinite(factors[k]), batch.statuses[k / 36] == kvlOk);
+}
+
 int threadsOfProcess()
 {
     const std::filesystem::directory_iterator all("/proc/self/task");

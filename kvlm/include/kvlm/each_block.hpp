@@ -230,7 +230,8 @@ private:
             return otherwise;
         const std::ptrdiff_t bytes =
             reinterpret_cast<const char *>(&at(view, i, r, c)) - reinterpret_cast<const char *>(&at(view, 0, 0, 0));
-        return bytes > 0 && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
+        const bool isStride = bytes > 0 && bytes % static_cast<int>(sizeof(T)) == 0;
+        return isStride && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
     }
 
     const V &view;
@@ -305,7 +306,8 @@ bool callAll(Op &op, int n, KvlStatus *status)
     return !areMarked;
 }
 
-/// Each block: load, call, check, a second attempt for what failed or is not good, store. Returns how many failed.
+/// Each block: load, call and complete, check, a second attempt for what failed or is not good, store. Returns how many
+/// failed.
 template <class Op>
 int run(Op &&op, KvlStatus *statuses)
 {
@@ -323,10 +325,11 @@ int run(Op &&op, KvlStatus *statuses)
         std::fill_n(status, n, kvlOk);
         op.load(first, n);
         const bool hasCompleted = callAll(op, n, status);
-        const bool areGood = op.areGood(n);
-        if (!areGood || !hasCompleted || op.isAsked())
+        op.complete(n);
+        const bool areGood = hasCompleted && op.areGood(n);
+        if (!areGood || op.isAsked())
             for (int i = 0; i < n; ++i) {
-                if (status[i] != kvlOk || (!areGood && !op.isGood(i)))
+                if (status[i] != kvlOk || !(areGood || op.isGood(i)))
                     status[i] = op.again(i);
                 op.finish(i, status[i]);
                 failures += status[i] != kvlOk;

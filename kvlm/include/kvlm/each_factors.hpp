@@ -53,6 +53,9 @@ KvlStatus callWith(Function *function, const Parts &...parts)
 /// Results of a magnitude from here on come from elements far above the smallest ones.
 template <class T>
 constexpr T leastSafe = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
+/// The same of what was squared, or a root was taken of.
+template <class T>
+constexpr T leastSafeRoot = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
 template <class T>
 constexpr T greatest = std::numeric_limits<T>::max();
 
@@ -70,6 +73,7 @@ public:
     int work() const { return 4 * height * width + 2 * (height + width); }
     /// Whether all objects are to be finished, not only those of blocks with a failure.
     bool isAsked() const { return false; }
+    void complete(int) {}
     void finish(int, KvlStatus) {}
 
 protected:
@@ -136,13 +140,15 @@ public:
     }
     void mark(int i) { pivot[i * n] = -1; }
     bool isMarked(int i) const { return pivot[i * n] == -1; }
-    /// An infinite pivot makes multipliers of zero, which no result shows: so the elements are looked at.
-    bool areGood(int objects)
+    bool areGood(int objects) const
     {
-        isShort = areAllShort(this->in, objects, n, n, greatest<T>);
-        return isShort && forAll(objects, [this](int i) { return hasPivot(i); });
+        return forAll(objects, [this](int i) { return isGood(i); });
     }
-    bool isGood(int i) const { return hasPivot(i) && (isShort || areShort(this->in, i, n, n, greatest<T>)); }
+    /// What overflows, or is infinite, comes to a pivot, and can vanish there.
+    bool isGood(int i) const
+    {
+        return forAll(n, [&](int k) { return isWithin(out(i, pivot[i * n + k], k), leastSafe<T>, greatest<T>); });
+    }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -188,9 +194,6 @@ protected:
     const int n = this->width;
 
 private:
-    bool hasPivot(int i) const { return isWithin(out(i, pivot[i * n + n - 1], n - 1), leastSafe<T>, greatest<T>); }
-
-    bool isShort = false;
 };
 
 template <class A>
@@ -216,9 +219,8 @@ public:
     }
     bool isGood(int i) const
     {
-        // A reciprocal root.
-        constexpr T least = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
-        return isWithin(out(i, n - 1, n - 1), least, 1 / least);
+        // Reciprocal roots.
+        return forAll(n, [&](int k) { return isWithin(out(i, k, k), leastSafeRoot<T>, 1 / leastSafeRoot<T>); });
     }
     KvlStatus again(int i)
     {
@@ -298,12 +300,12 @@ public:
     void mark(int i) { out(i, h - 1, w - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, h - 1, w - 1)); }
     /// Squares of what is too long may have overflowed unseen.
-    bool areGood(int objects)
+    bool areGood(int objects) const
     {
-        isShort = areAllShort(this->in, objects, h, w, greatest<T>);
-        return isShort && forAll(objects, [this](int i) { return hasFactors(i); });
+        return areAllShort(this->in, objects, h, w, greatest<T>) &&
+               forAll(objects, [this](int i) { return hasFactors(i); });
     }
-    bool isGood(int i) const { return hasFactors(i) && (isShort || areShort(this->in, i, h, w, greatest<T>)); }
+    bool isGood(int i) const { return hasFactors(i) && areShort(this->in, i, h, w, greatest<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -347,7 +349,10 @@ protected:
     const int w = this->width, h = this->height;
 
 private:
-    bool hasFactors(int i) const { return isWithin(out(i, w - 1, w - 1), leastSafe<T>, greatest<T>); }
+    bool hasFactors(int i) const
+    {
+        return forAll(w, [&](int k) { return isWithin(out(i, k, k), leastSafeRoot<T>, greatest<T>); });
+    }
 
     /// Of columns of magnitudes near 1: reflectors don't know the length of their column, R is scaled with it.
     bool factor(double *a)
@@ -359,7 +364,6 @@ private:
 
     Room<T, 64> buffer;
     T *const scratch;
-    bool isShort = false;
 };
 
 /// Reciprocal condition numbers, where a caller asks for them.

@@ -48,6 +48,7 @@ public:
     int most() const { return std::max(1, copies.capacity / (n * n)); }
     int work() const { return 4 * n * n + 4 * n; }
     bool isAsked() const { return false; }
+    void complete(int) {}
     void finish(int, KvlStatus) {}
 
     /// Copies that are scaled by powers of two to magnitudes in [1, 2): the C functions have absolute tests.

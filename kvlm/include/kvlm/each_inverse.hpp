@@ -120,12 +120,12 @@ public:
     }
     void mark(int) {}
     bool isMarked(int) const { return false; }
-    bool areGood(int objects)
+    bool areGood(int objects) const
     {
-        isShort = areAllShort(this->in, objects, n, n, shortSquares<T>);
-        return isShort && forAll(objects, [this](int i) { return hasValue(i); });
+        return areAllShort(this->in, objects, n, n, shortSquares<T>) &&
+               forAll(objects, [this](int i) { return hasValue(i); });
     }
-    bool isGood(int i) const { return hasValue(i) && (isShort || areShort(this->in, i, n, n, shortSquares<T>)); }
+    bool isGood(int i) const { return hasValue(i) && areShort(this->in, i, n, n, shortSquares<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -167,18 +167,19 @@ private:
 
     T *const all;
     T *out = nullptr;
-    bool isShort = false;
     const int n = this->width;
 };
 
 } // namespace detail
 
 /**
- * The inverse. Orders 3 to 6 are kvlmInvert's, by cofactors: fast, with an error of a small multiple of
- * n*epsilon*condition for matrices that are not ill-conditioned. For those that are it grows with the square of the
- * condition; and cofactors underflow unseen where the columns of a matrix are of very different sizes. All other
- * orders, and all if `conditions` is given, are by LU factors in double of the matrix with rows and columns scaled by
- * powers of two, which is as exact as the condition allows.
+ * The inverse. Orders 3 to 6 are kvlmInvert's, fast, with an error of a small multiple of n*epsilon*condition for
+ * matrices that are not ill-conditioned; for those that are it grows with the square of the condition. By cofactors the
+ * condition is that of the matrix with rows and columns of like sizes; floats of order 5 and 6 whose elements are
+ * adjacent are inverted by blocks, with a pivot from the first row alone, where it is the condition of the matrix as it
+ * is. What products of n elements could underflow or overflow in, and all other orders, and all if `conditions` is
+ * given, are by LU factors in double of the matrix with rows and columns scaled by powers of two, which is as exact as
+ * the condition allows.
  *
  * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
  * one, NaN for what is not finite. Objects below epsilon then count as singular, too.

@@ -66,9 +66,9 @@ public:
     }
     void store(int start, int objects) { solution.store(start, objects); }
 
-    bool areGood(int objects)
+    void complete(int objects) { this->substitute(b, x, objects); }
+    bool areGood(int objects) const
     {
-        this->substitute(b, x, objects);
         return Factor::areGood(objects) && areAllShort(x, objects, this->width, 1, greatest<T>);
     }
     bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
