@@ -192,8 +192,6 @@ protected:
     Strided<T> out;
     int *pivot = nullptr;
     const int n = this->width;
-
-private:
 };
 
 template <class A>
