@@ -148,8 +148,8 @@ int inverse(const Batch &batch)
         [&](int i, double det) {
             const double factor = 1 / det;
             x(i, 0, 0) = static_cast<T>(a(i, 1, 1) * factor);
-            x(i, 0, 1) = static_cast<T>(-a(i, 0, 1) * factor);
-            x(i, 1, 0) = static_cast<T>(-a(i, 1, 0) * factor);
+            x(i, 0, 1) = static_cast<T>(0 - a(i, 0, 1) * factor);
+            x(i, 1, 0) = static_cast<T>(0 - a(i, 1, 0) * factor);
             x(i, 1, 1) = static_cast<T>(a(i, 0, 0) * factor);
             using each::detail::isFinite;
             return isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) & isFinite(x(i, 1, 1));
