@@ -23,8 +23,7 @@
  * - kvlErrNoConvergence: eigenproblems with elements that are not finite.
  *
  * **Returns** the number of objects that failed; or, if nothing was done as the arguments don't fit, the negative value
- * of kvlErrNullPointer (of results and statuses; the pointers of views are not looked at), kvlErrCount, kvlErrSize or
- * kvlErrSizeMatch.
+ * of kvlErrNullPointer, kvlErrCount, kvlErrSize or kvlErrSizeMatch.
  *
  * **Sizes.** Results are as exact for elements of any size, 1e-30 and 1e30 in float, as long as the type can hold them.
  * An object is scaled by powers of two, which round nothing; inverse() says where it is not. What is measured stands in
@@ -33,7 +32,7 @@
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
- * **Memory.** Less than a hundred kilobytes of stack. Orders up to 7 need no heap, longer objects may.
+ * **Memory.** Less than a hundred kilobytes of stack; the heap only for objects of more than 1024 elements.
  */
 #ifndef KVLM_EACH_HPP
 #define KVLM_EACH_HPP

@@ -195,9 +195,8 @@ int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementO
 }
 
 /**
- * One determinant for each object, in `values`. A singular matrix has kvlOk and a determinant of 0, or of
- * the size of its rounding error; a determinant that the type can't hold is infinite or 0; only what is not finite gets
- * kvlErrSingular, and NaN.
+ * One determinant for each object, in `values`. A singular matrix has the determinant 0 and status kvlOk, a determinant
+ * that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular, and NaN.
  *
  * Orders 3 to 6 are kvlmDet's, by minors, if the value is far from the limits of the type; all else is by LU factors in
  * double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.

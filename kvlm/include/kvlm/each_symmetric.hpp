@@ -247,8 +247,8 @@ int symmetricOfOrder(const A &a, const F &vectors, T *values, KvlStatus *statuse
  * Eigenvalues of symmetric matrices, in descending order, n adjacent elements of `values` for each object. The lower
  * triangle is read.
  *
- * Any finite matrix has its values: singular, zero, clustered, tiny and huge ones; a value that the type can't hold is
- * infinite. Only what is not finite gets kvlErrNoConvergence. Values are within a small multiple of n*epsilon*|A|.
+ * Any finite matrix has its values: singular, zero, clustered, tiny and huge ones. Only what is not finite gets
+ * kvlErrNoConvergence. Values are within a small multiple of n*epsilon*|A|.
  *
  * The C functions' test for zero can't be mended from outside, as only vectors would show a wrong value. So the method
  * is here: eight floats, or four doubles, are scaled by powers of two and solved at once, one matrix in each lane, by
