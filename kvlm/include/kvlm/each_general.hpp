@@ -121,7 +121,9 @@ public:
             for (int c = 0; c < n; ++c)
                 t[r * n + c] = a(i, r, c);
         Schur schur(n, t, which == Vectors::none ? nullptr : z, values + 2 * n);
-        const bool isDone = areFinite(t, n * n) && schur.solve(values, values + n);
+        bool isDone = areFinite(t, n * n) && schur.solve(values, values + n);
+        for (int k = 0; isDone && k < 2 * n; ++k)
+            isDone = isFinite(static_cast<T>(values[k]) * powers[i].reciprocal);
         for (int k = 0; k < n; ++k) {
             re[i * n + k] = isDone ? static_cast<T>(values[k]) : notANumber<T>;
             im[i * n + k] = isDone ? static_cast<T>(values[n + k]) : notANumber<T>;
@@ -199,6 +201,10 @@ private:
     }
     bool areGood(int first, int objects)
     {
+        // Larger values may be too large when they are scaled back.
+        const T most = std::numeric_limits<T>::max() / static_cast<T>(4 * n);
+        if (!forAll(objects, [&](int i) { return powers[first + i].reciprocal <= most; }))
+            return false;
         if constexpr (which == Vectors::none)
             return forAll(objects, [&](int i) { return haveTraces(first + i); });
         else

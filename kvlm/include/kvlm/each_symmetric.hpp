@@ -208,7 +208,9 @@ int symmetric(const A &a, const F &vectors, T *values, KvlStatus *statuses)
         const bool isSolved = ql.solve();
         const auto out = destination.open(first, objects);
         for (int i = 0; i < objects; ++i) {
-            const bool isDone = isSolved && isFinite(reciprocals[i]);
+            // Not only what is not finite fails here, but also the largest values, the first or the last.
+            const bool isDone = isSolved && isFinite(ql.value(0).get(i) * reciprocals[i]) &&
+                                isFinite(ql.value(n - 1).get(i) * reciprocals[i]);
             statuses[first + i] = isDone ? kvlOk : kvlErrNoConvergence;
             failures += !isDone;
             for (int k = 0; k < n; ++k) {
