@@ -237,6 +237,9 @@ TYPED_TEST(EachFailures, ArgumentsAreChecked)
     EXPECT_EQ(each::leastSquares(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
     EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 2, 3), st.data()), kvlErrSizeMatch);
     EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 3, 2), nullptr), kvlErrNullPointer);
+    const Matrices<T> nowhere{nullptr, 4, 2, 2, 4, 2, 1};
+    EXPECT_EQ(each::inverse(nowhere, packed(a, 2, 2), st.data()), kvlErrNullPointer);
+    EXPECT_EQ(each::eigenvalues(nowhere, x.data(), x.data(), st.data()), kvlErrNullPointer);
     Matrices<T> none = packed(a, 2, 2);
     none.objects = 0;
     EXPECT_EQ(each::determinant(none, x.data(), st.data()), kvlErrCount);
