@@ -14,6 +14,19 @@ const Kind regular{"regular", [](Random &random, int n, double *a) {
                        fillRandom(random, n, a), scaleAll(n, a, 0.3), addDiagonal(n, a);
                    }};
 
+/// Matrices whose distance is no multiple of the size of an element.
+template <class T>
+struct Apart {
+    T *base() const { return reinterpret_cast<T *>(start); }
+    int count() const { return objects; }
+    int rows() const { return order; }
+    int columns() const { return order; }
+    T &operator()(int i, int r, int c) const { return reinterpret_cast<T *>(start + i * bytes)[r * order + c]; }
+
+    char *start;
+    int objects, order, bytes;
+};
+
 template <class T>
 class EachFailures : public testing::Test {
 };
@@ -224,6 +237,9 @@ TYPED_TEST(EachFailures, ArgumentsAreChecked)
     EXPECT_EQ(each::leastSquares(wide, packed(b, 2), packed(x, 3), st.data()), kvlErrSizeMatch);
     EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 2, 3), st.data()), kvlErrSizeMatch);
     EXPECT_EQ(each::qr(packed(a, 3, 2), packed(a, 3, 2), nullptr), kvlErrNullPointer);
+    const Matrices<T> nowhere{nullptr, 4, 2, 2, 4, 2, 1};
+    EXPECT_EQ(each::inverse(nowhere, packed(a, 2, 2), st.data()), kvlErrNullPointer);
+    EXPECT_EQ(each::eigenvalues(nowhere, x.data(), x.data(), st.data()), kvlErrNullPointer);
     Matrices<T> none = packed(a, 2, 2);
     none.objects = 0;
     EXPECT_EQ(each::determinant(none, x.data(), st.data()), kvlErrCount);
@@ -284,6 +300,58 @@ TYPED_TEST(EachFailures, NothingInfiniteVanishes)
     each::lu(packed(batch.a, 6, 6), packed(factors, 6, 6), pivots.data(), batch.statuses.data());
     for (int k = 0; k < static_cast<int>(factors.size()); ++k)
         ASSERT_EQ(std::isfinite(factors[k]), batch.statuses[k / 36] == kvlOk);
+}
+
+TYPED_TEST(EachFailures, StridesNeedNotBeMultiplesOfTheElement)
+{
+    using T = TypeParam;
+    constexpr int n = 3, count = 5, size = sizeof(T);
+    constexpr int apart = n * n * size + size / 2; // as after an int in a structure of doubles
+    std::vector<char> memory(count * apart + 16);
+    Apart<T> a{memory.data(), count, n, apart};
+    for (int i = 0; i < count; ++i)
+        for (int k = 0; k < n * n; ++k)
+            a(i, k / n, k % n) = k % (n + 1) == 0 ? T(i + 2) : T(0);
+    std::vector<T> values(count), b(count * n, T(1)), x(b.size()), factors(count * n * n);
+    std::vector<int> pivots(count * n);
+    std::vector<KvlStatus> st(count, 1);
+    EXPECT_EQ(each::determinant(a, values.data(), st.data()), 0);
+    EXPECT_EQ(each::solve(a, packed(b, n), packed(x, n), st.data()), 0);
+    EXPECT_EQ(each::lu(a, packed(factors, n, n), pivots.data(), st.data()), 0);
+    EXPECT_EQ(each::inverse(a, a, st.data()), 0);
+    for (int i = 0; i < count; ++i) {
+        EXPECT_EQ(values[i], T((i + 2) * (i + 2) * (i + 2)));
+        EXPECT_EQ(x[i * n + 2], 1 / T(i + 2));
+        EXPECT_EQ(factors[i * n * n + 8], T(i + 2));
+        EXPECT_NEAR(a(i, 2, 2), 1 / T(i + 2), 2 * epsilon<T>);
+    }
+}
+
+/// Values are named if the type can't hold them; R isn't singular for what is small beside the rest of its column.
+TYPED_TEST(EachFailures, LimitsOfTheTypeAreTold)
+{
+    using T = TypeParam;
+    const T most = std::numeric_limits<T>::max() * T(0.9), tiny = static_cast<T>(sizeof(T) == 4 ? 1e-44 : 1e-200);
+    KvlStatus st;
+    for (const T factor : {T(1), T(0.25)}) { // the value is 2.7 and 0.68 times the largest number
+        std::vector<T> a(9, most * factor), vectors(9), re(3), im(3);
+        const int failures = factor == 1;
+        const auto check = [&](int result) {
+            EXPECT_EQ(result, failures);
+            EXPECT_EQ(st, failures ? kvlErrNoConvergence : kvlOk);
+            for (const T value : re)
+                EXPECT_EQ(std::isnan(value), failures == 1);
+        };
+        check(each::eigenvaluesSymmetric(packed(a, 3, 3), re.data(), &st));
+        check(each::eigenvectorsSymmetric(packed(a, 3, 3), packed(vectors, 3, 3), re.data(), &st));
+        check(each::eigenvalues(packed(a, 3, 3), re.data(), im.data(), &st));
+        check(each::eigenvectors(packed(a, 3, 3), packed(vectors, 3, 3), re.data(), im.data(), &st));
+    }
+    std::vector<T> a{1, 1, 0, 0, tiny, 0, 0, 0, 1}, b{1, tiny, 1}, x(3), factors(9);
+    EXPECT_EQ(each::qr(packed(a, 3, 3), packed(factors, 3, 3), &st), 0);
+    EXPECT_EQ(std::fabs(factors[4]), tiny);
+    EXPECT_EQ(each::leastSquares(packed(a, 3, 3), packed(b, 3), packed(x, 3), &st), 0);
+    EXPECT_EQ(x, (std::vector<T>{0, 1, 1}));
 }
 
 int threadsOfProcess()

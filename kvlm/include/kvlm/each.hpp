@@ -20,10 +20,12 @@
  * - kvlErrSingular: systems and inverses. An exact zero is where a divisor should be; or the condition number that
  *   was asked for is beyond the precision; or an element is not finite, or would not be in the result.
  * - kvlErrNotPositiveDefinite: the same in Cholesky decompositions.
- * - kvlErrNoConvergence: eigenproblems with elements that are not finite.
+ * - kvlErrNoConvergence: eigenproblems with elements that are not finite, or with a value that the type can't hold.
+ *
+ * These replace whatever status a C function stopped with.
  *
  * **Returns** the number of objects that failed; or, if nothing was done as the arguments don't fit, the negative value
- * of kvlErrNullPointer, kvlErrCount, kvlErrSize or kvlErrSizeMatch.
+ * of kvlErrNullPointer (also of a view whose base() is null), kvlErrCount, kvlErrSize or kvlErrSizeMatch.
  *
  * **Sizes.** Results are as exact for elements of any size, 1e-30 and 1e30 in float, as long as the type can hold them.
  * An object is scaled by powers of two, which round nothing; inverse() says where it is not. What is measured stands in
@@ -32,7 +34,10 @@
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
- * **Memory.** Less than a hundred kilobytes of stack; the heap only for objects of more than 1024 elements.
+ * **Memory.** Less than a hundred kilobytes of stack. The heap serves what does not fit there: a second attempt at a
+ * general eigenproblem from order 8 on, symmetric ones from order 12 on, second attempts at systems and their
+ * conditions from about order 16 on, and copies of objects of more than 1024 elements. So std::bad_alloc can leave a
+ * call: objects of the blocks before then have their results and statuses, all others are unspecified.
  */
 #ifndef KVLM_EACH_HPP
 #define KVLM_EACH_HPP

@@ -102,6 +102,16 @@ template <class V>
 inline constexpr int descriptionOf<V, std::void_t<decltype(V::kind), decltype(V::description)>> =
     (static_cast<unsigned>(V::kind) & 7u) == 2 ? static_cast<int>(V::description) : 0;
 
+/// Whether a view has memory, as far as it tells.
+template <class V>
+bool isThere(const V &view)
+{
+    if constexpr (isStandard<V> || descriptionOf<V> != 0)
+        return view.base() != nullptr;
+    else
+        return (void)view, true;
+}
+
 /// The C functions that copy.
 template <class T>
 struct Copies;
@@ -123,7 +133,7 @@ class Room {
 public:
     T *get(std::size_t elements)
     {
-        if (elements <= InPlace)
+        if (elements <= numberOf(InPlace))
             return inPlace;
         if (elements > size) {
             heap.reset(new T[elements]);
@@ -134,7 +144,7 @@ public:
     static constexpr int capacity = InPlace;
 
 private:
-    alignas(16) T inPlace[InPlace];
+    alignas(16) T inPlace[numberOf(InPlace)];
     std::unique_ptr<T[]> heap;
     std::size_t size = 0;
 };
@@ -172,7 +182,7 @@ public:
         using E = std::remove_pointer_t<Pointer>;
         if (direct)
             return whole.from(first);
-        const std::size_t elements = static_cast<std::size_t>(count) * rows * columns;
+        const std::size_t elements = numberOf(count, rows, columns);
         return Strided<E>(packed<T>(room.get(elements), rows, columns));
     }
     /// The same, to be read.
@@ -181,7 +191,7 @@ public:
         auto block = open(first, count);
         if (direct)
             return block;
-        T *to = room.get(static_cast<std::size_t>(count) * rows * columns);
+        T *to = room.get(numberOf(count, rows, columns));
         const Strided<T> copy = packed(to, rows, columns);
         KvlStatus status = kvlErrStride;
         if constexpr (descriptionOf<V> == 1)
@@ -203,7 +213,7 @@ public:
     {
         if (direct)
             return;
-        const T *from = room.get(static_cast<std::size_t>(count) * rows * columns);
+        const T *from = room.get(numberOf(count, rows, columns));
         const Strided<const T> copy = packed(from, rows, columns);
         KvlStatus status = kvlErrStride;
         if constexpr (descriptionOf<V> == 1)
@@ -261,10 +271,10 @@ bool forAll(int n, Is is)
 
 /// Whether the squares of object i's elements have a sum up to `limit`; at least as many do as of all of n objects.
 template <class T, class Limit>
-bool areShort(const Strided<T> &x, int i, int rows, int columns, Limit limit)
+bool isBounded(const Strided<T> &x, int i, int rows, int columns, Limit limit)
 {
     if (x.isPacked(rows, columns))
-        return isWithin(squares<Limit>(&x(i, 0, 0), static_cast<std::size_t>(rows) * columns), Limit(0), limit);
+        return isWithin(squares<Limit>(&x(i, 0, 0), numberOf(rows, columns)), Limit(0), limit);
     std::remove_const_t<T> sum = 0;
     for (int r = 0; r < rows; ++r)
         for (int c = 0; c < columns; ++c)
@@ -272,11 +282,11 @@ bool areShort(const Strided<T> &x, int i, int rows, int columns, Limit limit)
     return isWithin(sum, Limit(0), limit);
 }
 template <class T, class Limit>
-bool areAllShort(const Strided<T> &x, int n, int rows, int columns, Limit limit)
+bool areBounded(const Strided<T> &x, int n, int rows, int columns, Limit limit)
 {
     if (x.isPacked(rows, columns))
-        return isWithin(squares<Limit>(x.base, static_cast<std::size_t>(n) * rows * columns), Limit(0), limit);
-    return forAll(n, [&](int i) { return areShort(x, i, rows, columns, limit); });
+        return isWithin(squares<Limit>(x.base, numberOf(n, rows, columns)), Limit(0), limit);
+    return forAll(n, [&](int i) { return isBounded(x, i, rows, columns, limit); });
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a

@@ -158,20 +158,23 @@ inline bool factorQR(double *a, int height, int width)
     const int reflectors = height > width ? width : width - 1;
     for (int k = 0; k < width; ++k) {
         double *const top = a + k * width;
+        if (k == reflectors)
+            return top[k] != 0;
+        // What cancellation left in a column can be small enough for its squares to vanish.
+        const int up = exponentOf(top + k, height - k, width);
+        scale(top + k, height - k, -up, width);
         double s = 0;
         for (int i = k; i < height; ++i)
             s += a[i * width + k] * a[i * width + k];
         if (s == 0)
             return false;
-        if (k == reflectors)
-            break;
         const double root = top[k] > 0 ? std::sqrt(s) : -std::sqrt(s), first = top[k] + root;
         double q = 1;
         for (int i = k + 1; i < height; ++i) {
             const double v = a[i * width + k] /= first;
             q += v * v;
         }
-        top[k] = -root;
+        top[k] = shifted(-root, up);
         for (int j = k + 1; j < width; ++j) {
             double t = top[j];
             for (int i = k + 1; i < height; ++i)

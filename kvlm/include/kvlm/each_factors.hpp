@@ -84,9 +84,9 @@ protected:
     bool read(int i, double *&a, double *&behind, int more)
     {
         const int positions = height * width;
-        a = room.get(static_cast<std::size_t>(positions) + more);
+        a = room.get(numberOf(positions + more));
         behind = a + positions;
-        rowNumbers = integers.get(static_cast<std::size_t>(height) + width);
+        rowNumbers = integers.get(numberOf(height + width));
         columnNumbers = rowNumbers + height;
         for (int r = 0; r < height; ++r)
             for (int c = 0; c < width; ++c)
@@ -249,7 +249,7 @@ protected:
             b[r] = shifted(b[r], up - half[r]);
         return true;
     }
-    /// Above the diagonal may stand anything.
+    /// As that of the base, which it hides: above the diagonal may stand anything.
     bool read(int i, double *&a, double *&behind, int more)
     {
         Source<A>::read(i, a, behind, more);
@@ -288,7 +288,7 @@ public:
     static constexpr bool hasPivots = false;
     static constexpr KvlStatus failure = kvlErrSingular;
 
-    explicit QR(const A &a) : Source<A>(a), scratch(buffer.get(static_cast<std::size_t>(this->height))) {}
+    explicit QR(const A &a) : Source<A>(a), scratch(buffer.get(numberOf(this->height))) {}
 
     KvlStatus call(int i, int objects)
     {
@@ -300,10 +300,10 @@ public:
     /// Squares of what is too long may have overflowed unseen.
     bool areGood(int objects) const
     {
-        return areAllShort(this->in, objects, h, w, greatest<T>) &&
+        return areBounded(this->in, objects, h, w, greatest<T>) &&
                forAll(objects, [this](int i) { return hasFactors(i); });
     }
-    bool isGood(int i) const { return hasFactors(i) && areShort(this->in, i, h, w, greatest<T>); }
+    bool isGood(int i) const { return hasFactors(i) && isBounded(this->in, i, h, w, greatest<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -382,13 +382,13 @@ protected:
     {
         if (!conditions)
             return true;
-        const int n = this->width;
+        const int order = this->width;
         double *a, *behind;
         double condition = notANumber<double>;
-        if (this->read(i, a, behind, n * n + 2 * n)) {
+        if (this->read(i, a, behind, order * order + 2 * order)) {
             this->makeSquare(a);
-            scale(a, n * n, -exponentOf(a, n * n));
-            condition = reciprocalCondition(a, this->rowNumbers, n, behind);
+            scale(a, order * order, -exponentOf(a, order * order));
+            condition = reciprocalCondition(a, this->rowNumbers, order, behind);
         }
         conditions[first + i] = static_cast<T>(condition);
         return condition >= std::numeric_limits<T>::epsilon();

@@ -39,9 +39,9 @@ public:
     static constexpr bool hasRight = which == Vectors::right || which == Vectors::both;
     static constexpr bool hasLeft = which == Vectors::left || which == Vectors::both;
 
-    General(const A &a, const R &right, const L &left, T *re, T *im)
-        : n(a.rows()), source(a), rightVectors(right), leftVectors(left), allRe(re), allIm(im),
-          buffer(scratch.get(static_cast<std::size_t>(n) * (3 * n + 5)))
+    General(const A &matrices, const R &toRight, const L &toLeft, T *toRe, T *toIm)
+        : n(matrices.rows()), source(matrices), rightVectors(toRight), leftVectors(toLeft), allRe(toRe), allIm(toIm),
+          buffer(scratch.get(numberOf(n, 3 * n + 5)))
     {
     }
     int count() const { return source.count(); }
@@ -54,7 +54,7 @@ public:
     /// Copies that are scaled by powers of two to magnitudes in [1, 2): the C functions have absolute tests.
     void load(int first, int objects)
     {
-        const std::size_t elements = static_cast<std::size_t>(objects) * n * n;
+        const std::size_t elements = numberOf(objects, n, n);
         a = packed(copies.get(elements), n, n);
         right = packed(rights.get(elements), n, n);
         left = packed(lefts.get(elements), n, n);
@@ -115,19 +115,22 @@ public:
     bool isGood(int i) { return areGood(i, 1); }
     KvlStatus again(int i)
     {
-        const std::size_t square = static_cast<std::size_t>(n) * n;
-        double *const t = reals.get(2 * square + 3 * n), *const z = t + square, *const values = z + square;
+        const std::size_t square = numberOf(n, n);
+        double *const t = reals.get(2 * square + numberOf(3, n)), *const z = t + square, *const values = z + square;
         for (int r = 0; r < n; ++r)
             for (int c = 0; c < n; ++c)
                 t[r * n + c] = a(i, r, c);
         Schur schur(n, t, which == Vectors::none ? nullptr : z, values + 2 * n);
-        const bool isDone = areFinite(t, n * n) && schur.solve(values, values + n);
+        bool isDone = areFinite(t, n * n) && schur.solve(values, values + n);
+        for (int k = 0; isDone && k < 2 * n; ++k)
+            isDone = isFinite(static_cast<T>(values[k]) * powers[i].reciprocal);
         for (int k = 0; k < n; ++k) {
             re[i * n + k] = isDone ? static_cast<T>(values[k]) : notANumber<T>;
             im[i * n + k] = isDone ? static_cast<T>(values[n + k]) : notANumber<T>;
         }
         if constexpr (which != Vectors::none) {
-            Schur::Complex *const c = complexes.get(2 * square + 2 * n), *const u = c + square, *const x = u + square;
+            Schur::Complex *const c = complexes.get(2 * square + numberOf(2, n)), *const u = c + square,
+                                  *const x = u + square;
             if (isDone)
                 schur.makeComplex(values + n, c, u);
             for (int k = 0; k < n; ++k) {
@@ -193,12 +196,16 @@ private:
             for (int j = 0; j < k; ++j)
                 nearest = std::min(nearest, (x[k] - x[j]) * (x[k] - x[j]) + (y[k] - y[j]) * (y[k] - y[j]));
         }
-        const T tolerance = 8 * n * std::numeric_limits<T>::epsilon();
+        const T tolerance = static_cast<T>(8 * n) * std::numeric_limits<T>::epsilon();
         return isFinite(sumOfSquares) && sum * sum <= tolerance * tolerance * norm &&
                std::fabs(sumOfSquares) <= tolerance * norm && nearest > 4 * tolerance * norm;
     }
     bool areGood(int first, int objects)
     {
+        // Larger values may be too large when they are scaled back.
+        const T most = std::numeric_limits<T>::max() / static_cast<T>(4 * n);
+        if (!forAll(objects, [&](int i) { return powers[first + i].reciprocal <= most; }))
+            return false;
         if constexpr (which == Vectors::none)
             return forAll(objects, [&](int i) { return haveTraces(first + i); });
         else
@@ -208,7 +215,7 @@ private:
     /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
     bool haveVectors(const Strided<T> &vectors, int first, int objects, bool isLeft)
     {
-        const Strided<T> product = packed(products.get(static_cast<std::size_t>(objects) * n * n), n, n);
+        const Strided<T> product = packed(products.get(numberOf(objects, n, n)), n, n);
         // Single objects never go to a team, which these calls would be worth by themselves.
         const int atOnce = threads_omp_of_n_kvl > 1 ? 1 : objects;
         for (int i = 0; i < objects; i += atOnce)
@@ -236,7 +243,7 @@ private:
                 norm += m[at] * m[at];
             }
         }
-        const T tolerance = 4 * n * std::numeric_limits<T>::epsilon();
+        const T tolerance = static_cast<T>(4 * n) * std::numeric_limits<T>::epsilon();
         return isFinite(residual) && residual <= tolerance * tolerance * norm &&
                std::fabs(length - static_cast<T>(lengths)) < T(0.01);
     }
@@ -259,8 +266,8 @@ private:
 template <Vectors which, class A, class R, class L, class T>
 int general(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *statuses)
 {
-    const KvlStatus status =
-        check(re && im && statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, right) && isAlike(a, left));
+    const KvlStatus status = check(re && im && statuses && isThere(a) && isThere(right) && isThere(left), a.count(),
+                                   a.rows(), isSquare(a) && isAlike(a, right) && isAlike(a, left));
     return status != kvlOk ? status : run(General<A, R, L, which>(a, right, left, re, im), statuses);
 }
 
@@ -270,7 +277,8 @@ int general(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *
  * Eigenvalues of general matrices: real and imaginary parts, n adjacent elements each for an object. Complex pairs
  * stand side by side, the positive imaginary part first; there is no other order.
  *
- * Any finite matrix has its values; only what is not finite gets kvlErrNoConvergence. They are those of a matrix A + E
+ * Any finite matrix has its values; only what is not finite, or has a value that the type can't hold, gets
+ * kvlErrNoConvergence. They are those of a matrix A + E
  * with |E| a small multiple of n*epsilon*|A|, as LAPACK's geev gives them, and real pairs are real.
  *
  * By kvlmEigenValues on copies that are scaled by powers of two. What it leaves must have the traces of A and A*A and
@@ -278,34 +286,36 @@ int general(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *
  * sweeps with a small sub-diagonal counting beside the norm (Golub and Van Loan, Matrix Computations, 7.5; EISPACK's
  * hqr2, LAPACK's lahqr for the shifts).
  */
-template <class A, class T = detail::ElementOf<A>>
-int eigenvalues(const A &a, T *re, T *im, KvlStatus *statuses)
+template <class A>
+int eigenvalues(const A &a, detail::ElementOf<A> *re, detail::ElementOf<A> *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::none>(a, a, a, re, im, statuses);
 }
 /**
  * The same with right vectors, A*x = w*x, of Euclidean length 1: of a real value at k, column k of `right`; of a pair
  * at k and k + 1, x = u + i*v belongs to the value at k, with u in column k and v in column k + 1. (The C functions
- * call these left vectors.) `right` may be a.
+ * call these left vectors.) `right` may be a. The vectors are those of the matrix scaled up: of a matrix of denormal
+ * numbers a pair may be told by its columns alone, as both imaginary parts are rounded to zeros.
  *
  * By kvlmEigenValuesVectorsRight and its like. |A*x - w*x| of all vectors together must be below 4*n*epsilon*|A|;
  * anything else is done again in double, with vectors by back substitution in the complex Schur form (Golub and Van
  * Loan, 7.6.4).
  */
-template <class A, class R, class T = detail::ElementOf<A>>
-int eigenvectors(const A &a, const R &right, T *re, T *im, KvlStatus *statuses)
+template <class A, class R>
+int eigenvectors(const A &a, const R &right, detail::ElementOf<A> *re, detail::ElementOf<A> *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::right>(a, right, right, re, im, statuses);
 }
 /** With left vectors, y^H*A = w*y^H, stored in the same way. */
-template <class A, class L, class T = detail::ElementOf<A>>
-int leftEigenvectors(const A &a, const L &left, T *re, T *im, KvlStatus *statuses)
+template <class A, class L>
+int leftEigenvectors(const A &a, const L &left, detail::ElementOf<A> *re, detail::ElementOf<A> *im, KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::left>(a, left, left, re, im, statuses);
 }
 /** With both. `right` and `left` must not overlap. */
-template <class A, class R, class L, class T = detail::ElementOf<A>>
-int eigenvectors(const A &a, const R &right, const L &left, T *re, T *im, KvlStatus *statuses)
+template <class A, class R, class L>
+int eigenvectors(const A &a, const R &right, const L &left, detail::ElementOf<A> *re, detail::ElementOf<A> *im,
+                 KvlStatus *statuses)
 {
     return detail::general<detail::Vectors::both>(a, right, left, re, im, statuses);
 }

@@ -13,11 +13,11 @@ namespace detail {
 
 /// Products of six elements whose squares have a sum up to this are far from any limit.
 template <class T>
-constexpr T shortSquares = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
+constexpr T mostSquares = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
 /// The same for an inverse: the lengths of a row of the matrix and of the column of its inverse have a product of at
 /// least 1, as have those of a column and a row. So six rows or columns have a product that is a normal number.
 template <class T>
-constexpr T shortInverse = sizeof(T) == 4 ? T(0x1p40) : T(0x1p340);
+constexpr T mostInverseSquares = sizeof(T) == 4 ? T(0x1p40) : T(0x1p340);
 
 template <class A, class F>
 class Invert : public Conditioned<Source<A>> {
@@ -51,13 +51,13 @@ public:
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
     bool areGood(int objects) const
     {
-        return isByCofactors() && areAllShort(this->in, objects, n, n, shortSquares<T>) &&
-               areAllShort(out, objects, n, n, shortInverse<T>);
+        return isByCofactors() && areBounded(this->in, objects, n, n, mostSquares<T>) &&
+               areBounded(out, objects, n, n, mostInverseSquares<T>);
     }
     bool isGood(int i) const
     {
-        return isByCofactors() && areShort(this->in, i, n, n, shortSquares<T>) &&
-               areShort(out, i, n, n, shortInverse<T>);
+        return isByCofactors() && isBounded(this->in, i, n, n, mostSquares<T>) &&
+               isBounded(out, i, n, n, mostInverseSquares<T>);
     }
     KvlStatus again(int i)
     {
@@ -67,7 +67,7 @@ public:
         double *const inverse = behind + 2 * n;
         if (isDone) {
             equilibrate(a, n, n, rows, columns);
-            int *const table = pivots.get(static_cast<std::size_t>(n));
+            int *const table = pivots.get(numberOf(n));
             isDone = factorLU(a, table, n);
             if (isDone)
                 invertLU(a, table, n, behind, behind + n, inverse);
@@ -118,14 +118,14 @@ public:
                               : callWith(Systems<T>::determinant, matrices(this->in.from(i)),
                                          std::tuple(n, unused + 0, out + i, objects));
     }
-    void mark(int) {}
-    bool isMarked(int) const { return false; }
+    void mark(int i) { out[i] = markOf<T>(); }
+    bool isMarked(int i) const { return isMark(out[i]); }
     bool areGood(int objects) const
     {
-        return areAllShort(this->in, objects, n, n, shortSquares<T>) &&
+        return areBounded(this->in, objects, n, n, mostSquares<T>) &&
                forAll(objects, [this](int i) { return hasValue(i); });
     }
-    bool isGood(int i) const { return hasValue(i) && areShort(this->in, i, n, n, shortSquares<T>); }
+    bool isGood(int i) const { return hasValue(i) && isBounded(this->in, i, n, n, mostSquares<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -190,13 +190,15 @@ template <class A, class F>
 int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
 {
     using namespace detail;
-    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, inverses));
+    const KvlStatus status =
+        check(statuses && isThere(a) && isThere(inverses), a.count(), a.rows(), isSquare(a) && isAlike(a, inverses));
     return status != kvlOk ? status : run(Invert<A, F>(a, inverses, conditions), statuses);
 }
 
 /**
- * One determinant for each object, in `values`. A singular matrix has the determinant 0 and status kvlOk, a determinant
- * that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular, and NaN.
+ * One determinant for each object, in `values`. The determinant of a singular matrix is of the size of the rounding
+ * error, with status kvlOk; one that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular,
+ * and NaN.
  *
  * Orders 3 to 6 are kvlmDet's, by minors, if the value is far from the limits of the type; all else is by LU factors in
  * double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.
@@ -205,7 +207,7 @@ template <class A>
 int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
     using namespace detail;
-    const KvlStatus status = check(statuses && values, a.count(), a.rows(), isSquare(a));
+    const KvlStatus status = check(statuses && values && isThere(a), a.count(), a.rows(), isSquare(a));
     return status != kvlOk ? status : run(Determinant<A>(a, values), statuses);
 }
 

@@ -15,6 +15,12 @@ namespace kvlm {
 namespace each {
 namespace detail {
 
+/// A product of sizes.
+constexpr std::size_t numberOf(int a, int b = 1, int c = 1)
+{
+    return static_cast<std::size_t>(a) * static_cast<std::size_t>(b) * static_cast<std::size_t>(c);
+}
+
 /// The bits of a magnitude: in the order of the magnitudes, infinities and NaN last, also with -ffast-math.
 inline std::uint32_t magnitudeBits(float x)
 {

@@ -19,8 +19,9 @@ class Schur {
 public:
     using Complex = std::complex<double>;
 
-    /// t is overwritten; z has room for n*n elements, or is null if no vectors are wanted; v has room for n.
-    Schur(int order, double *t, double *z, double *v) : n(order), t(t), z(z), v(v) {}
+    /// The matrix is overwritten; the basis has room for n*n elements, or is null if no vectors are wanted; the
+    /// reflector has room for n.
+    Schur(int order, double *matrix, double *basis, double *reflector) : n(order), t(matrix), z(basis), v(reflector) {}
 
     /// The values, pairs side by side with the positive imaginary part first. False if the limit of sweeps is met.
     bool solve(double *re, double *im)

@@ -18,7 +18,7 @@ class SymmetricQL {
 public:
     using W = Lanes<T>;
 
-    static constexpr std::size_t roomFor(int n) { return static_cast<std::size_t>(n) * (2 * n + 3); }
+    static constexpr std::size_t roomFor(int n) { return numberOf(n, 2 * n + 3); }
 
     SymmetricQL(int order, W *room) : n(N ? N : order), a(room), v(a + n * n), d(v + n * n), e(d + n), u(e + n) {}
 
@@ -182,7 +182,7 @@ int symmetric(const A &a, const F &vectors, T *values, KvlStatus *statuses)
     const int n = N ? N : a.rows(), count = a.count();
     Block<A> source(a);
     Block<F> destination(vectors);
-    Room<Lanes<T>, N ? QL::roomFor(N) : 300> room;
+    Room<Lanes<T>, N ? static_cast<int>(QL::roomFor(N)) : 300> room;
     QL ql(n, room.get(QL::roomFor(n)));
     int failures = 0;
     T reciprocals[lanes];
@@ -208,7 +208,9 @@ int symmetric(const A &a, const F &vectors, T *values, KvlStatus *statuses)
         const bool isSolved = ql.solve();
         const auto out = destination.open(first, objects);
         for (int i = 0; i < objects; ++i) {
-            const bool isDone = isSolved && isFinite(reciprocals[i]);
+            // Not only what is not finite fails here, but also the largest values, the first or the last.
+            const bool isDone = isSolved && isFinite(ql.value(0).get(i) * reciprocals[i]) &&
+                                isFinite(ql.value(n - 1).get(i) * reciprocals[i]);
             statuses[first + i] = isDone ? kvlOk : kvlErrNoConvergence;
             failures += !isDone;
             for (int k = 0; k < n; ++k) {
@@ -247,8 +249,8 @@ int symmetricOfOrder(const A &a, const F &vectors, T *values, KvlStatus *statuse
  * Eigenvalues of symmetric matrices, in descending order, n adjacent elements of `values` for each object. The lower
  * triangle is read.
  *
- * Any finite matrix has its values: singular, zero, clustered, tiny and huge ones. Only what is not finite gets
- * kvlErrNoConvergence. Values are within a small multiple of n*epsilon*|A|.
+ * Any finite matrix has its values: singular, zero, clustered, tiny and huge ones. Only what is not finite, or has a
+ * value that the type can't hold, gets kvlErrNoConvergence. Values are within a small multiple of n*epsilon*|A|.
  *
  * The C functions' test for zero can't be mended from outside, as only vectors would show a wrong value. So the method
  * is here: eight floats, or four doubles, are scaled by powers of two and solved at once, one matrix in each lane, by
@@ -258,7 +260,8 @@ int symmetricOfOrder(const A &a, const F &vectors, T *values, KvlStatus *statuse
 template <class A>
 int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
-    const KvlStatus status = detail::check(values && statuses, a.count(), a.rows(), a.rows() == a.columns());
+    const KvlStatus status =
+        detail::check(values && statuses && detail::isThere(a), a.count(), a.rows(), detail::isSquare(a));
     return status != kvlOk ? status : detail::symmetricOfOrder<false>(a, a, values, statuses);
 }
 
@@ -269,8 +272,8 @@ int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *st
 template <class A, class F>
 int eigenvectorsSymmetric(const A &a, const F &vectors, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
-    const KvlStatus status =
-        detail::check(values && statuses, a.count(), a.rows(), a.rows() == a.columns() && detail::isAlike(a, vectors));
+    const KvlStatus status = detail::check(values && statuses && detail::isThere(a) && detail::isThere(vectors),
+                                           a.count(), a.rows(), detail::isSquare(a) && detail::isAlike(a, vectors));
     return status != kvlOk ? status : detail::symmetricOfOrder<true>(a, vectors, values, statuses);
 }
 

@@ -44,7 +44,8 @@ public:
     static constexpr KvlStatus failure = Factor::failure;
 
     template <class A>
-    Solve(const A &a, const B &b, const X &x, T *numbers) : Conditioned<Factor>(a, numbers), right(b), solution(x)
+    Solve(const A &a, const B &sides, const X &solutions, T *numbers)
+        : Conditioned<Factor>(a, numbers), right(sides), solution(solutions)
     {
         right.avoid(solution);
     }
@@ -56,11 +57,10 @@ public:
     void load(int start, int objects)
     {
         first = start;
-        const int h = this->height, w = this->width;
         this->in = this->source.load(start, objects);
-        this->out = packed<T>(factors.get(static_cast<std::size_t>(objects) * h * w), h, w);
+        this->out = packed<T>(factors.get(numberOf(objects, this->height, this->width)), this->height, this->width);
         if constexpr (Factor::hasPivots)
-            this->pivot = pivots.get(static_cast<std::size_t>(objects) * w);
+            this->pivot = pivots.get(numberOf(objects, this->width));
         b = right.load(start, objects);
         x = solution.open(start, objects);
     }
@@ -69,18 +69,18 @@ public:
     void complete(int objects) { this->substitute(b, x, objects); }
     bool areGood(int objects) const
     {
-        return Factor::areGood(objects) && areAllShort(x, objects, this->width, 1, greatest<T>);
+        return Factor::areGood(objects) && areBounded(x, objects, this->width, 1, greatest<T>);
     }
     bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
     KvlStatus again(int i)
     {
-        const int h = this->height, w = this->width;
+        const int rows = this->height;
         double *a, *behind;
-        bool isDone = this->read(i, a, behind, h + this->extra());
-        for (int r = 0; r < h; ++r)
+        bool isDone = this->read(i, a, behind, rows + this->extra());
+        for (int r = 0; r < rows; ++r)
             behind[r] = b(i, r, 0);
-        isDone = isDone && areFinite(behind, h) && this->solveAgain(a, behind, behind + h);
-        for (int r = 0; isDone && r < w; ++r)
+        isDone = isDone && areFinite(behind, rows) && this->solveAgain(a, behind, behind + rows);
+        for (int r = 0; isDone && r < this->width; ++r)
             x(i, r, 0) = static_cast<T>(behind[r]);
         return isDone && isSolved(i) ? kvlOk : failure;
     }
@@ -107,7 +107,7 @@ private:
     Strided<const T> b;
     Strided<T> x;
     Room<T> factors;
-    Room<int, 256> pivots;
+    Room<int, 384> pivots;
     int first = 0;
 };
 
@@ -117,7 +117,8 @@ int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> 
 {
     const bool doFit =
         hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() && x.count() == a.count();
-    const KvlStatus status = check(statuses, a.count(), std::min(a.rows(), a.columns()), doFit);
+    const KvlStatus status =
+        check(statuses && isThere(a) && isThere(b) && isThere(x), a.count(), std::min(a.rows(), a.columns()), doFit);
     return status != kvlOk ? status : run(Solve<Factor, B, X>(a, b, x, conditions), statuses);
 }
 
@@ -135,7 +136,8 @@ template <class A, class F>
 int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
 {
     using namespace detail;
-    const KvlStatus status = check(statuses && pivots, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    const KvlStatus status = check(statuses && pivots && isThere(a) && isThere(factors), a.count(), a.rows(),
+                                   isSquare(a) && isAlike(a, factors));
     return status != kvlOk ? status : run(Decompose<LU<A>, F>(a, factors, pivots), statuses);
 }
 
@@ -152,7 +154,8 @@ template <class A, class F>
 int cholesky(const A &a, const F &factors, KvlStatus *statuses)
 {
     using namespace detail;
-    const KvlStatus status = check(statuses, a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
+    const KvlStatus status =
+        check(statuses && isThere(a) && isThere(factors), a.count(), a.rows(), isSquare(a) && isAlike(a, factors));
     return status != kvlOk ? status : run(Decompose<Cholesky<A>, F>(a, factors), statuses);
 }
 
@@ -168,7 +171,8 @@ template <class A, class F>
 int qr(const A &a, const F &factors, KvlStatus *statuses)
 {
     using namespace detail;
-    const KvlStatus status = check(statuses, a.count(), a.columns(), a.columns() <= a.rows() && isAlike(a, factors));
+    const KvlStatus status = check(statuses && isThere(a) && isThere(factors), a.count(), a.columns(),
+                                   a.columns() <= a.rows() && isAlike(a, factors));
     return status != kvlOk ? status : run(Decompose<QR<A>, F>(a, factors), statuses);
 }
 
