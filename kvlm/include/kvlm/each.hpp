@@ -34,10 +34,10 @@
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
- * **Memory.** Less than a hundred kilobytes of stack. The heap serves what does not fit there: a second attempt at a
- * general eigenproblem from order 8 on, symmetric ones from order 12 on, second attempts at systems and their
- * conditions from about order 16 on, and copies of objects of more than 1024 elements. So std::bad_alloc can leave a
- * call: objects of the blocks before then have their results and statuses, all others are unspecified.
+ * **Memory.** Less than a hundred kilobytes of stack. The heap serves what does not fit there: general eigenproblems
+ * from order 8 on, symmetric ones from order 12 on, second attempts at systems and their conditions from about order 16
+ * on, and copies of objects of more than 1024 elements. So std::bad_alloc can leave a call: objects of the blocks
+ * before then have their results and statuses, all others are unspecified.
  */
 #ifndef KVLM_EACH_HPP
 #define KVLM_EACH_HPP
