@@ -8,6 +8,7 @@
 #include "frame/rows.h"
 #include "frame/work.h"
 #include "lanes/batches.h"
+#include "lanes/row_groups.h"
 
 namespace kvlm::lu {
 

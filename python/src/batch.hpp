@@ -109,10 +109,10 @@ private:
 template <class On>
 void inBlocks(int count, int elements, On on)
 {
-    constexpr int inCache = 4096, leastOfTeams = 1700;
+    constexpr int inCache = 4096;
     int most = inCache / elements;
     if (threads_omp_of_n_kvl > 1)
-        most = std::min(most, leastOfTeams / (8 * elements));
+        most = std::min(most, each::detail::leastOfTeams / (8 * elements));
     most = std::max(most, 1);
     for (int first = 0; first < count; first += most)
         on(first, std::min(most, count - first));

@@ -25,15 +25,7 @@ inline void factorAnyQR(double *a, int height, int width)
             q += v * v;
         }
         top[k] = -root;
-        for (int j = k + 1; j < width; ++j) {
-            double t = top[j];
-            for (int i = k + 1; i < height; ++i)
-                t += a[i * width + j] * a[i * width + k];
-            t *= -2 / q;
-            top[j] += t;
-            for (int i = k + 1; i < height; ++i)
-                a[i * width + j] += a[i * width + k] * t;
-        }
+        each::detail::reflect(a, k, height, width, q);
     }
 }
 

@@ -36,21 +36,8 @@ void transform(Random &random, int n, double *a)
 const std::vector<Kind> kinds = {
     {"random", fillRandom},
     {"symmetric", [](Random &random, int n, double *a) { fillRandom(random, n, a), makeSymmetric(n, a); }},
-    {"symmetric Toeplitz",
-     [](Random &random, int n, double *a) {
-         for (int k = 0; k < n; ++k) {
-             const double x = normal(random);
-             for (int r = k; r < n; ++r)
-                 a[r * n + r - k] = a[(r - k) * n + r] = x;
-         }
-     }},
-    {"adjacency",
-     [](Random &random, int n, double *a) {
-         for (int r = 0; r < n; ++r)
-             for (int c = 0; c <= r; ++c)
-                 a[r * n + c] = r != c && random() % 2;
-         makeSymmetric(n, a);
-     }},
+    {"symmetric Toeplitz", fillToeplitz},
+    {"adjacency", fillAdjacency},
     {"directed adjacency",
      [](Random &random, int n, double *a) {
          for (int k = 0; k < n * n; ++k)
@@ -112,14 +99,7 @@ const std::vector<Kind> kinds = {
              for (int c = 0; c < n; ++c)
                  a[r * n + c] = (isUpper ? r <= c : r >= c) ? static_cast<int>(random() % 3) - 1 : 0;
      }},
-    {"graded",
-     [](Random &random, int n, double *a) {
-         fillRandom(random, n, a);
-         const double step = uniform(random, -2, 2);
-         for (int r = 0; r < n; ++r)
-             for (int c = 0; c < n; ++c)
-                 a[r * n + c] *= std::pow(10, step * (r + c) / 4);
-     }},
+    {"graded", [](Random &random, int n, double *a) { fillGraded(random, n, 2, a); }},
     {"times 1e-30", [](Random &random, int n, double *a) { fillRandom(random, n, a), scaleAll(n, a, 1e-30); }},
     {"times 1e30", [](Random &random, int n, double *a) { fillRandom(random, n, a), scaleAll(n, a, 1e30); }},
 };
@@ -207,15 +187,10 @@ double valueError(int n, const T *re, const T *im, const Peer<double> &peer, dou
 template <class T>
 void compare(const Kind &kind, int n, int count)
 {
-    Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+    Random random = randomOf(kind, n);
     const int square = n * n;
-    std::vector<T> a(static_cast<std::size_t>(count) * square), right(a.size()), left(a.size());
+    std::vector<T> a = matricesOf<T>(kind, random, n, count), right(a.size()), left(a.size());
     std::vector<T> re(static_cast<std::size_t>(count) * n), im(re.size()), re2(re.size()), im2(re.size());
-    std::vector<double> one(square);
-    for (int i = 0; i < count; ++i) {
-        kind.fill(random, n, one.data());
-        std::copy(one.begin(), one.end(), a.begin() + static_cast<std::ptrdiff_t>(i) * square);
-    }
     std::vector<KvlStatus> statuses(count, 1);
     const auto source = packed(a, n, n);
     ASSERT_EQ(kvlm::each::eigenvectors(source, packed(right, n, n), packed(left, n, n), re.data(), im.data(),
@@ -233,7 +208,7 @@ void compare(const Kind &kind, int n, int count)
         double norm = 0;
         for (int k = 0; k < square; ++k)
             norm = std::hypot(norm, static_cast<double>(object[k]));
-        const auto worst = [&](double x, double &of) { of = std::isnan(x) ? x : std::max(of, x); };
+        const auto worst = [](double x, double &of) { of = worse(of, x); };
         for (int k = 0; k < n; ++k) {
             const Complex w(re[at + k], im[at + k]);
             worst(residualOf(n, object, columnOf(n, &right[at * n], n, 1, &im[at], k), w, false, norm), residual);

@@ -149,6 +149,52 @@ inline void scaleAll(int n, double *a, double factor)
         a[k] *= factor;
 }
 
+inline void fillToeplitz(Random &random, int n, double *a)
+{
+    for (int k = 0; k < n; ++k) {
+        const double x = normal(random);
+        for (int r = k; r < n; ++r)
+            a[r * n + r - k] = a[(r - k) * n + r] = x;
+    }
+}
+inline void fillAdjacency(Random &random, int n, double *a)
+{
+    for (int r = 0; r < n; ++r)
+        for (int c = 0; c <= r; ++c)
+            a[r * n + c] = r != c && random() % 2;
+    makeSymmetric(n, a);
+}
+/// Powers of ten, up to `range` or down, from the first element to the last.
+inline void fillGraded(Random &random, int n, double range, double *a)
+{
+    fillRandom(random, n, a);
+    const double step = uniform(random, -range, range);
+    for (int r = 0; r < n; ++r)
+        for (int c = 0; c < n; ++c)
+            a[r * n + c] *= std::pow(10, step * (r + c) / 4);
+}
+/// So many of a kind, rounded to T.
+template <class T>
+std::vector<T> matricesOf(const Kind &kind, Random &random, int n, int count)
+{
+    std::vector<T> a(static_cast<std::size_t>(count) * n * n);
+    std::vector<double> one(n * n);
+    for (int i = 0; i < count; ++i) {
+        kind.fill(random, n, one.data());
+        std::copy(one.begin(), one.end(), a.begin() + static_cast<std::ptrdiff_t>(i) * n * n);
+    }
+    return a;
+}
+inline Random randomOf(const Kind &kind, int n)
+{
+    return Random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+}
+/// The larger one, or what is not a number.
+inline double worse(double x, double y)
+{
+    return std::isnan(y) ? y : std::max(x, y);
+}
+
 inline void addDiagonal(int n, double *a)
 {
     for (int k = 0; k < n; ++k)
@@ -161,7 +207,7 @@ struct Batch {
         : a(static_cast<std::size_t>(count) * n * n), b(static_cast<std::size_t>(count) * n), x(b.size()),
           statuses(count, 1)
     {
-        Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+        Random random = randomOf(kind, n);
         std::vector<double> one(n * n), other(n * n);
         for (int i = 0; i < count; ++i) {
             kind.fill(random, n, one.data());
@@ -226,7 +272,7 @@ public:
         if (std::find(rows[title].begin(), rows[title].end(), row) == rows[title].end())
             rows[title].push_back(row);
         double &cell = cells[{row, order}];
-        cell = std::isnan(value) ? value : std::max(cell, value);
+        cell = worse(cell, value);
         if (std::find(names.begin(), names.end(), title) == names.end())
             names.push_back(title);
     }

@@ -38,34 +38,13 @@ const std::vector<Kind> kinds = {
          values[0] = normal(random);
          fillWithValues(random, n, values, a);
      }},
-    {"graded",
-     [](Random &random, int n, double *a) {
-         fillRandom(random, n, a);
-         const double step = uniform(random, -3, 3);
-         for (int r = 0; r < n; ++r)
-             for (int c = 0; c < n; ++c)
-                 a[r * n + c] *= std::pow(10, step * (r + c) / 4);
-         makeSymmetric(n, a);
-     }},
+    {"graded", [](Random &random, int n, double *a) { fillGraded(random, n, 3, a), makeSymmetric(n, a); }},
     {"times 1e-30",
      [](Random &random, int n, double *a) { fillRandom(random, n, a), makeSymmetric(n, a), scaleAll(n, a, 1e-30); }},
     {"times 1e30",
      [](Random &random, int n, double *a) { fillRandom(random, n, a), makeSymmetric(n, a), scaleAll(n, a, 1e30); }},
-    {"Toeplitz",
-     [](Random &random, int n, double *a) {
-         for (int k = 0; k < n; ++k) {
-             const double x = normal(random);
-             for (int r = k; r < n; ++r)
-                 a[r * n + r - k] = a[(r - k) * n + r] = x;
-         }
-     }},
-    {"adjacency",
-     [](Random &random, int n, double *a) {
-         for (int r = 0; r < n; ++r)
-             for (int c = 0; c <= r; ++c)
-                 a[r * n + c] = r != c && random() % 2;
-         makeSymmetric(n, a);
-     }},
+    {"Toeplitz", fillToeplitz},
+    {"adjacency", fillAdjacency},
     {"diagonal, zeros",
      [](Random &random, int n, double *a) {
          std::fill_n(a, n * n, 0.0);
@@ -90,9 +69,9 @@ struct Errors {
     double residual = 0, orthogonality = 0, value = 0;
     void add(const Errors &other)
     {
-        residual = std::max(residual, other.residual);
-        orthogonality = std::max(orthogonality, other.orthogonality);
-        value = std::max(value, other.value);
+        residual = worse(residual, other.residual);
+        orthogonality = worse(orthogonality, other.orthogonality);
+        value = worse(value, other.value);
     }
 };
 
@@ -128,16 +107,10 @@ Errors errorsOf(int n, const T *a, const T *v, int row, int column, const T *val
 template <class T>
 void compare(const Kind &kind, int n, int count)
 {
-    Random random(static_cast<unsigned>(n) * 7919 + kind.name[0]);
+    Random random = randomOf(kind, n);
     const int square = n * n;
-    std::vector<T> a(static_cast<std::size_t>(count) * square), v(a.size()),
-        values(static_cast<std::size_t>(count) * n);
+    std::vector<T> a = matricesOf<T>(kind, random, n, count), v(a.size()), values(static_cast<std::size_t>(count) * n);
     std::vector<T> alone(values.size());
-    std::vector<double> one(square);
-    for (int i = 0; i < count; ++i) {
-        kind.fill(random, n, one.data());
-        std::copy(one.begin(), one.end(), a.begin() + static_cast<std::ptrdiff_t>(i) * square);
-    }
     std::vector<KvlStatus> statuses(count, 1);
     const auto source = packed(a, n, n);
     ASSERT_EQ(kvlm::each::eigenvectorsSymmetric(source, packed(v, n, n), values.data(), statuses.data()), 0);
@@ -196,13 +169,8 @@ TYPED_TEST(EachSymmetric, NamesWhatIsNotFiniteAndGoesOn)
     using T = TypeParam;
     for (int n : {1, 2, 3, 6, 8}) {
         const int count = 37, square = n * n;
-        std::vector<T> a(count * square), v(a.size()), values(count * n);
         Random random(n);
-        std::vector<double> one(square);
-        for (int i = 0; i < count; ++i) {
-            kinds[0].fill(random, n, one.data());
-            std::copy(one.begin(), one.end(), a.begin() + i * square);
-        }
+        std::vector<T> a = matricesOf<T>(kinds[0], random, n, count), values(count * n);
         const T inf = std::numeric_limits<T>::infinity();
         a[5 * square] = inf;
         a[20 * square + (n - 1) * n] = -inf;

@@ -69,7 +69,7 @@ double backwardError(int rows, int columns, const T *a, const T *x, const T *b)
 
 void worsen(double &worst, double x)
 {
-    worst = std::isnan(x) || std::isnan(worst) ? std::nan("") : std::max(worst, x);
+    worst = worse(worst, x);
 }
 
 /// LAPACK's inverse in double, of a matrix with columns brought to magnitudes near 1.

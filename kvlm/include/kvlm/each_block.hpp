@@ -316,13 +316,14 @@ bool callAll(Op &op, int n, KvlStatus *status)
     return !areMarked;
 }
 
+/// What goes to a team takes more work than this; a block is for the caller's thread.
+inline constexpr int leastOfTeams = 1700;
+
 /// Each block: load, call and complete, check, a second attempt for what failed or is not good, store. Returns how many
 /// failed.
 template <class Op>
 int run(Op &&op, KvlStatus *statuses)
 {
-    // What goes to a team takes more work than this; a block is for the caller's thread.
-    constexpr int leastOfTeams = 1700;
     int most = op.most();
     if (threads_omp_of_n_kvl > 1)
         most = std::max(1, std::min(most, leastOfTeams / op.work()));

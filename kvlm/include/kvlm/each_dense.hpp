@@ -151,6 +151,20 @@ inline void solveCholesky(const double *a, int n, double *b)
     }
 }
 
+/// Applies the reflector in column k, its tail below the diagonal, to the columns behind it; q is the square of its
+/// length.
+inline void reflect(double *a, int k, int height, int width, double q)
+{
+    for (int j = k + 1; j < width; ++j) {
+        double t = a[k * width + j];
+        for (int i = k + 1; i < height; ++i)
+            t += a[i * width + j] * a[i * width + k];
+        t *= -2 / q;
+        a[k * width + j] += t;
+        for (int i = k + 1; i < height; ++i)
+            a[i * width + j] += a[i * width + k] * t;
+    }
+}
 /// R and the tails of the reflectors, as kvlmQRDecomp (Golub and Van Loan, Matrix Computations, 5.2). False if R has a
 /// zero on the diagonal.
 inline bool factorQR(double *a, int height, int width)
@@ -175,15 +189,7 @@ inline bool factorQR(double *a, int height, int width)
             q += v * v;
         }
         top[k] = shifted(-root, up);
-        for (int j = k + 1; j < width; ++j) {
-            double t = top[j];
-            for (int i = k + 1; i < height; ++i)
-                t += a[i * width + j] * a[i * width + k];
-            t *= -2 / q;
-            top[j] += t;
-            for (int i = k + 1; i < height; ++i)
-                a[i * width + j] += a[i * width + k] * t;
-        }
+        reflect(a, k, height, width, q);
     }
     return true;
 }

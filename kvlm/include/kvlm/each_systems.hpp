@@ -24,8 +24,8 @@ public:
     void load(int first, int objects)
     {
         this->in = this->source.load(first, objects);
-        this->out =
-            factors.load(first, objects); // what a Cholesky decomposition leaves alone must stand in a copy, too
+        // What a Cholesky decomposition leaves alone must stand in a copy, too.
+        this->out = factors.load(first, objects);
         if constexpr (Factor::hasPivots)
             this->pivot = pivots + static_cast<std::ptrdiff_t>(first) * this->n;
     }
@@ -96,10 +96,7 @@ public:
 private:
     bool isSolved(int i) const
     {
-        bool isFiniteAll = true;
-        for (int r = 0; r < this->width; ++r)
-            isFiniteAll &= isFinite(x(i, r, 0));
-        return isFiniteAll;
+        return forAll(this->width, [&](int r) { return isFinite(x(i, r, 0)); });
     }
 
     Block<B> right;

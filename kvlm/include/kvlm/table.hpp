@@ -88,6 +88,18 @@ constexpr auto forType(F of32f, D of64f)
         return of64f;
 }
 
+template <>
+struct Functions<Operation::AffineTransform3DH, code("mva")> {
+    template <class T, Description D>
+    static constexpr auto get()
+    {
+        if constexpr (D == Description::standard && std::is_same_v<T, float>)
+            return kvlmAffineTransform3DH_mva_32f;
+        else
+            return nullptr;
+    }
+};
+
 /// That of a list is given, the other two are by the name alone.
 #define KVLM_FUNCTIONS(operation, letters, list)                                                                       \
     template <>                                                                                                        \
@@ -160,19 +172,6 @@ KVLM_OBJECT(EigenValues, m)             KVLM_ARRAY(EigenValues, ma)
 KVLM_OBJECT(EigenValuesVectors, m)      KVLM_ARRAY(EigenValuesVectors, ma)
 KVLM_OBJECT(EigenValuesVectorsRight, m) KVLM_ARRAY(EigenValuesVectorsRight, ma)
 KVLM_OBJECT(EigenValuesVectorsLeft, m)  KVLM_ARRAY(EigenValuesVectorsLeft, ma)
-    // clang-format on
-
-    template <>
-    struct Functions<Operation::AffineTransform3DH, code("mva")> {
-    template <class T, Description D>
-    static constexpr auto get()
-    {
-        if constexpr (D == Description::standard && std::is_same_v<T, float>)
-            return kvlmAffineTransform3DH_mva_32f;
-        else
-            return nullptr;
-    }
-};
 
 /// Copies are named by the descriptions of source and destination.
 #define KVLM_COPY(letters, from, fromLetter, to, toLetter)                                                             \
@@ -198,6 +197,7 @@ KVLM_OBJECT(EigenValuesVectorsLeft, m)  KVLM_ARRAY(EigenValuesVectorsLeft, ma)
     };
 KVLM_COPIES(va)
 KVLM_COPIES(ma)
+// clang-format on
 
 #undef KVLM_COPIES
 #undef KVLM_COPY

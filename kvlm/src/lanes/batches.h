@@ -3,7 +3,7 @@
 #ifndef KVLM_LANES_BATCHES_H
 #define KVLM_LANES_BATCHES_H
 
-#include "lanes/objects.h"
+#include "lanes/groups.h"
 
 namespace kvlm {
 
