@@ -49,15 +49,10 @@ public:
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
-    bool areGood(int objects) const
+    bool areGood(int i, int objects) const
     {
-        return isByCofactors() && areBounded(this->in, objects, n, n, mostSquares<T>) &&
-               areBounded(out, objects, n, n, mostInverseSquares<T>);
-    }
-    bool isGood(int i) const
-    {
-        return isByCofactors() && isBounded(this->in, i, n, n, mostSquares<T>) &&
-               isBounded(out, i, n, n, mostInverseSquares<T>);
+        return isByCofactors() && areBounded(this->in, i, objects, n, n, mostSquares<T>) &&
+               areBounded(out, i, objects, n, n, mostInverseSquares<T>);
     }
     KvlStatus again(int i)
     {
@@ -120,12 +115,14 @@ public:
     }
     void mark(int i) { out[i] = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out[i]); }
-    bool areGood(int objects) const
+    bool areGood(int i, int objects) const
     {
-        return areBounded(this->in, objects, n, n, mostSquares<T>) &&
-               forAll(objects, [this](int i) { return hasValue(i); });
+        // Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
+        Middling<T> magnitudes(sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400));
+        for (int k = i; k < i + objects; ++k)
+            magnitudes.add(out[k]);
+        return 3 <= n && n <= 6 && magnitudes.areAll() && areBounded(this->in, i, objects, n, n, mostSquares<T>);
     }
-    bool isGood(int i) const { return hasValue(i) && isBounded(this->in, i, n, n, mostSquares<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -135,12 +132,6 @@ public:
     }
 
 private:
-    /// Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
-    bool hasValue(int i) const
-    {
-        constexpr T least = sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400);
-        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
-    }
     double value(double *a)
     {
         int *const rows = this->rowNumbers, *const columns = this->columnNumbers;

@@ -67,11 +67,11 @@ public:
     void store(int start, int objects) { solution.store(start, objects); }
 
     void complete(int objects) { this->substitute(b, x, objects); }
-    bool areGood(int objects) const
+    bool areGood(int i, int objects) const
     {
-        return Factor::areGood(objects) && areBounded(x, objects, this->width, 1, greatest<T>);
+        return Factor::areGood(i, objects) &&
+               (areBounded(x, i, objects, this->width, 1, greatest<T>) || (objects == 1 && isSolved(i)));
     }
-    bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
     KvlStatus again(int i)
     {
         const int rows = this->height;
