@@ -144,7 +144,7 @@ public:
     static constexpr int capacity = InPlace;
 
 private:
-    alignas(16) T inPlace[numberOf(InPlace)];
+    alignas(std::max(alignof(T), std::size_t(16))) T inPlace[numberOf(InPlace)];
     std::unique_ptr<T[]> heap;
     std::size_t size = 0;
 };
