@@ -64,6 +64,8 @@ struct Strided {
     int object = 0, row = 0, element = 0;
 
     T &operator()(int i, int r, int c) const { return *moved(static_cast<std::ptrdiff_t>(i) * object + offset(r, c)); }
+    /// Column c as vectors.
+    Strided column(int c) const { return {moved(offset(0, c)), object, row, element}; }
     Strided from(int i) const { return {moved(static_cast<std::ptrdiff_t>(i) * object), object, row, element}; }
     bool isPacked(int rows, int columns) const
     {

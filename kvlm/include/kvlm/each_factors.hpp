@@ -7,6 +7,7 @@
 
 #include "each_block.hpp"
 #include "each_dense.hpp"
+#include "each_two.hpp"
 
 #include <tuple>
 
@@ -145,6 +146,8 @@ public:
 
     KvlStatus call(int i, int objects)
     {
+        if (n == 2)
+            return factorTwo(this->in.from(i), pivot + 2 * i, out.from(i), objects), kvlOk;
         return callWith(Systems<T>::lu, matrices(this->in.from(i)), std::tuple(pivot + i * n), matrices(out.from(i)),
                         std::tuple(n, objects));
     }
@@ -180,7 +183,11 @@ protected:
     template <class B, class X>
     void substitute(const Strided<B> &b, const Strided<X> &x, int objects)
     {
-        callWith(Systems<T>::solveLU, matrices(out), std::tuple(pivot), vectors(b), vectors(x), std::tuple(n, objects));
+        if (n == 2)
+            substituteTwo(out, pivot, b, x, objects);
+        else
+            callWith(Systems<T>::solveLU, matrices(out), std::tuple(pivot), vectors(b), vectors(x),
+                     std::tuple(n, objects));
     }
     /// From a, as read, and b, which the solution replaces; `behind` has room for `extra` elements.
     bool solveAgain(double *a, double *b, double *behind)
