@@ -45,7 +45,12 @@ public:
     {
     }
     int count() const { return source.count(); }
-    int most() const { return std::max(1, copies.capacity / (n * n)); }
+    /// Whole groups, as the C functions form them.
+    int most() const
+    {
+        const int fitting = std::max(1, copies.capacity / (n * n));
+        return fitting > 16 ? fitting - fitting % 16 : fitting;
+    }
     int work() const { return 4 * n * n + 4 * n; }
     bool isAsked() const { return false; }
     void complete(int) {}
