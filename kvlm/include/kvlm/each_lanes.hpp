@@ -119,14 +119,14 @@ inline __m256d rootOf(__m256d x)
     return _mm256_sqrt_pd(x);
 }
 #endif
-#ifdef __AVX512DQ__
+#ifdef __AVX512DQ__ // zeros for no lane: the plain form warns of what gcc 12 leaves undefined
 inline __m512 rootOf(__m512 x)
 {
-    return _mm512_sqrt_ps(x);
+    return _mm512_maskz_sqrt_ps(0xffff, x);
 }
 inline __m512d rootOf(__m512d x)
 {
-    return _mm512_sqrt_pd(x);
+    return _mm512_maskz_sqrt_pd(0xff, x);
 }
 #endif
 template <class T>
