@@ -63,6 +63,10 @@
  *
  * **Failures.** An operation stops at the first object that fails, as in C. kvlm/each.hpp has decompositions, solvers
  * and eigenproblems with a status for each object, whose answers hold for elements of any size.
+ *
+ * **Threads.** As in C, but that a call on arrays inside a parallel region of OpenMP, while kvlSetNumThreads allows for
+ * teams, is refused with insideParallelRegion, where a call in C can leave objects undone and return kvlOk. The region
+ * is the one that the program's OpenMP runtime tells of.
  */
 #ifndef KVLM_HPP
 #define KVLM_HPP

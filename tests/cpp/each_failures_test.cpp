@@ -327,6 +327,37 @@ TYPED_TEST(EachFailures, StridesNeedNotBeMultiplesOfTheElement)
     }
 }
 
+/// A row that is twice another one leaves a last pivot of zero, or nearly, wherever it stands in memory.
+TYPED_TEST(EachFailures, LastPivotsOfZeroAreSingular)
+{
+    using T = TypeParam;
+    for (int n = 2; n <= 8; ++n) {
+        const int count = 500, square = n * n;
+        Batch<T> batch({"random", fillRandom}, n, count);
+        Random random(n);
+        std::vector<char> isBad(count);
+        for (int i = 0; i < count; i += 1 + static_cast<int>(random() % 4)) {
+            T *const row = &batch.a[i * square];
+            const int one = static_cast<int>(random() % n), step = 1 + static_cast<int>(random() % (n - 1));
+            for (int c = 0; c < n; ++c)
+                row[one * n + c] = 2 * row[(one + step) % n * n + c];
+            isBad[i] = 1;
+        }
+        std::vector<T> factors(batch.a.size());
+        std::vector<int> pivots(count * n);
+        const auto a = packed(batch.a, n, n), f = packed(factors, n, n);
+        EXPECT_GT(each::lu(a, f, pivots.data(), batch.statuses.data()), 0);
+        for (int i = 0; i < count; ++i) {
+            EXPECT_TRUE(isBad[i] || batch.statuses[i] == kvlOk) << n << " " << i;
+            for (int k = 0; k < n; ++k)
+                ASSERT_NE(f(i, pivots[i * n + k], k), 0) << n << " " << i;
+        }
+        each::solve(a, packed(batch.b, n), packed(batch.x, n), batch.statuses.data());
+        for (int i = 0; i < count; ++i)
+            EXPECT_TRUE(batch.statuses[i] == kvlOk ? std::isfinite(batch.x[i * n]) : isBad[i]) << n << " " << i;
+    }
+}
+
 /// Columns of right-hand sides have the solutions of each alone, in place too; an object has failed if one of them has.
 TYPED_TEST(EachFailures, SidesAreColumns)
 {

@@ -13,6 +13,14 @@
 #include <cstring>
 #include <vector>
 
+// In front of the runtime's.
+static bool isInRegion = false;
+extern "C" int omp_in_parallel(void);
+int omp_in_parallel(void)
+{
+    return isInRegion;
+}
+
 namespace {
 
 using namespace kvlm;
@@ -314,6 +322,25 @@ TEST(Calls, Statuses)
         EXPECT_EQ(error.status(), kvlErrSingular);
         EXPECT_STREQ(error.what(), "kvlErrSingular: the matrix is singular to working precision");
     }
+}
+
+TEST(Calls, AreRefusedInsideParallelRegions)
+{
+    float a[2][3][3] = {{{1}}}, dst[2][3][3] = {};
+    for (const int threads : {1, 4})
+        for (const bool isInside : {false, true}) {
+            const bool isRefused = threads > 1 && isInside;
+            kvlSetNumThreads(threads);
+            isInRegion = isInside;
+            dst[0][0][0] = 0;
+            EXPECT_EQ(add(matrices(a), matrices(a), matrices(dst)), isRefused ? insideParallelRegion : kvlOk);
+            EXPECT_EQ(dst[0][0][0], isRefused ? 0 : 2);
+            EXPECT_TRUE(add(matrix(a[0]), matrix(a[0]), matrix(dst[0])).ok()); // no array
+            EXPECT_TRUE(transpose(matrices(a), matrices(dst)).ok());           // never for teams
+        }
+    kvlSetNumThreads(1);
+    isInRegion = false;
+    EXPECT_STREQ(Status(insideParallelRegion).name(), "insideParallelRegion");
 }
 
 } // namespace

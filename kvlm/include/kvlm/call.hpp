@@ -9,6 +9,8 @@
 #include "status.hpp"
 #include "table.hpp"
 
+#include <kvlcore.h>
+
 #include <tuple>
 #include <type_traits>
 
@@ -298,6 +300,18 @@ constexpr Fault faultOf()
     return hasFunction<O, Dst, Sources...> ? Fault::none : Fault::noFunction;
 }
 
+/// What a program's OpenMP runtime says, if it has one that this library knows.
+extern "C" int kvlmOmpInParallel(void) __asm__("omp_in_parallel") __attribute__((weak));
+
+/// Whether a team would be smaller than what a call is split for.
+KVLM_HPP_INLINE bool mayLoseObjects()
+{
+    return threads_omp_of_n_kvl > 1 && kvlmOmpInParallel && kvlmOmpInParallel();
+}
+template <Operation O>
+inline constexpr bool isForTeams =
+    O != Operation::Copy &&O != Operation::Extract &&O != Operation::LoadIdentity &&O != Operation::Transpose;
+
 /// An operation on operands: tells at compile time what is wrong with them, then calls. The destination is one vector
 /// (Kind::v) or matrix (Kind::m), or an array of them as soon as a source is one.
 template <Operation O, Kind DstKind, class Dst, class... Sources>
@@ -321,10 +335,12 @@ struct Form : Sizes<faultOf<O, DstKind, Dst, Sources...>() == Fault::none> {
     template <class... Parts>
     KVLM_HPP_INLINE static Status call([[maybe_unused]] bool fits, const Parts &...parts)
     {
-        if constexpr (fault == Fault::none)
+        if constexpr (fault == Fault::none) {
+            if (isForTeams<O> && anyArray<Sources...> && mayLoseObjects())
+                return insideParallelRegion;
             return fits ? Status(std::apply(functionOf<O, Dst, Sources...>, std::tuple_cat(described<T>(parts)...)))
                         : Status(kvlErrSizeMatch);
-        else
+        } else
             return kvlOk;
     }
 };

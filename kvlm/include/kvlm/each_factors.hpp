@@ -154,11 +154,13 @@ public:
     void mark(int i) { pivot[i * n] = -1; }
     bool isMarked(int i) const { return pivot[i * n] == -1; }
     /// What overflows, or is infinite, comes to a pivot, and can vanish there. What underflows is small beside the
-    /// least pivot that the C functions accept.
+    /// least pivot that the C functions accept; in place of the last one they test what stands last in memory.
     bool areGood(int i, int objects) const
     {
-        return areBounded(out, i, objects, n, n, greatest<T>) ||
-               (objects == 1 && forAll(n, [&](int k) { return isFinite(out(i, pivot[i * n + k], k)); }));
+        const auto pivotOf = [&](int at, int k) { return out(at, pivot[at * n + k], k); };
+        return forAll(objects, [&](int k) { return isWithin(pivotOf(i + k, n - 1), leastPivot, greatest<T>); }) &&
+               (areBounded(out, i, objects, n, n, greatest<T>) ||
+                (objects == 1 && forAll(n, [&](int k) { return isFinite(pivotOf(i, k)); })));
     }
     KvlStatus again(int i)
     {
@@ -203,6 +205,7 @@ protected:
     }
     int extra() const { return n; }
 
+    static constexpr T leastPivot = 2 * std::numeric_limits<T>::min();
     /// Where the factors go, n*n elements and n ints an object.
     Strided<T> out;
     int *pivot = nullptr;

@@ -12,6 +12,10 @@
 
 namespace kvlm {
 
+/** Of C++ alone: a call on arrays inside a parallel region of OpenMP, while threads_omp_of_n_kvl is above 1. The team
+ * that it could get there would leave objects undone, so nothing was read or written. kvlm::each works there. */
+inline constexpr KvlStatus insideParallelRegion = -1000;
+
 /** The result of a call: a KvlStatus, which must not be dropped. Compare it with the constants of kvlm.h. */
 class [[nodiscard]] Status {
 public:
@@ -20,9 +24,15 @@ public:
     constexpr bool ok() const noexcept { return code == kvlOk; }
     constexpr KvlStatus value() const noexcept { return code; }
     /** "kvlErrSize" and the like. */
-    const char *name() const noexcept { return kvlmStatusName(code); }
+    const char *name() const noexcept
+    {
+        return code == insideParallelRegion ? "insideParallelRegion" : kvlmStatusName(code);
+    }
     /** What it means, in a sentence. */
-    const char *text() const noexcept { return kvlmStatusText(code); }
+    const char *text() const noexcept
+    {
+        return code == insideParallelRegion ? "teams are allowed inside a parallel region" : kvlmStatusText(code);
+    }
 
     friend constexpr bool operator==(Status a, Status b) noexcept { return a.code == b.code; }
     friend constexpr bool operator!=(Status a, Status b) noexcept { return a.code != b.code; }
