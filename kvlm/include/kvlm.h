@@ -55,6 +55,11 @@
 extern "C" {
 #endif
 
+/**
+ * @defgroup kvlm_library Statuses and version
+ * What every call returns, and which library this is.
+ * @{
+ */
 /** The result of a call: kvlOk or one of the negative values below. No function returns a positive value. */
 typedef int KvlStatus;
 
@@ -89,9 +94,11 @@ typedef struct KvlLibraryVersion {
 /** The constant version record: the same pointer at every call, from any thread. Its texts are not the caller's to
  * free. */
 KVLM_API const KvlLibraryVersion *kvlmGetLibVersion(void);
+/** @} */
 
 /**
- * @name Add: vectors
+ * @defgroup kvlm_add_vectors Add: vectors
+ * @ingroup kvlm_sums
  * dst(j) = src1(j) + src2(j), or src(j) + val, rounded once. vc adds one constant, passed by value.
  *
  * Checks: pointers, len, strides (_P: shifts). Always kvlOk after them. dst may overlap a source in any way, and then
@@ -118,7 +125,8 @@ KVLM_API KvlStatus kvlmAdd_vc_64f_P(const double *const *src, int srcShift, doub
 /** @} */
 
 /**
- * @name Add: arrays of vectors and constants
+ * @defgroup kvlm_add_vector_arrays Add: arrays of vectors and constants
+ * @ingroup kvlm_sums
  * dst(i, j) = A(i, j) + B(i, j), rounded once. Operand v is one vector and c one constant for all objects, va an array
  * of vectors, ca an array of `count` constants, one for each object: val points to them, valStride bytes from one to
  * the next, in the standard and the pointer description; in _L val is a list of pointers to them, with a shift.
@@ -216,7 +224,8 @@ KVLM_API KvlStatus kvlmAdd_vaca_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Add: one matrix and one matrix
+ * @defgroup kvlm_add_matrices Add: one matrix and one matrix
+ * @ingroup kvlm_sums
  * dst(r, c) = A(r, c) + B(r, c), A being src1 and B src2, each read as its letter says. Rounded once. There is no mt
  * form: exchange the operands of tm.
  *
@@ -259,7 +268,8 @@ KVLM_API KvlStatus kvlmAdd_tt_64f_P(const double *const *src1, int src1Shift, co
 /** @} */
 
 /**
- * @name Add: an array of matrices and one matrix
+ * @defgroup kvlm_add_array_matrix Add: an array of matrices and one matrix
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) + B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks: pointers, count, sizes, strides, shifts; in the standard mam forms pointers, count, strides, sizes. Always
@@ -362,7 +372,8 @@ KVLM_API KvlStatus kvlmAdd_tat_64f_L(const double *const *src1, int src1Shift, i
 /** @} */
 
 /**
- * @name Add: an array of matrices and an array of matrices
+ * @defgroup kvlm_add_arrays Add: an array of matrices and an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) + B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once. There is
  * no mata form: exchange the operands of tama.
  *
@@ -441,7 +452,8 @@ KVLM_API KvlStatus kvlmAdd_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Sub: vectors
+ * @defgroup kvlm_sub_vectors Sub: vectors
+ * @ingroup kvlm_sums
  * dst(j) = src1(j) - src2(j), src(j) - val (vc) or val - src(j) (cv), rounded once. In cv the vector stands before the
  * constant all the same; it is the difference itself, not that of vc negated (a zero keeps its sign).
  *
@@ -477,7 +489,8 @@ KVLM_API KvlStatus kvlmSub_cv_64f_P(const double *const *src, int srcShift, doub
 /** @} */
 
 /**
- * @name Sub: arrays of vectors and constants
+ * @defgroup kvlm_sub_vector_arrays Sub: arrays of vectors and constants
+ * @ingroup kvlm_sums
  * dst(i, j) = A(i, j) - B(i, j), rounded once, the operands in the order of the letters and each as in Add of arrays of
  * vectors and constants. In the arguments a vector always stands before the constants: in cva, cav and cava it is the
  * second operand all the same.
@@ -634,7 +647,8 @@ KVLM_API KvlStatus kvlmSub_cava_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Sub: one matrix minus one matrix
+ * @defgroup kvlm_sub_matrices Sub: one matrix minus one matrix
+ * @ingroup kvlm_sums
  * dst(r, c) = A(r, c) - B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks, statuses and aliasing as in Add of one matrix and one matrix.
@@ -686,7 +700,8 @@ KVLM_API KvlStatus kvlmSub_tt_64f_P(const double *const *src1, int src1Shift, co
 /** @} */
 
 /**
- * @name Sub: an array of matrices minus one matrix
+ * @defgroup kvlm_sub_array_matrix Sub: an array of matrices minus one matrix
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) - B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks (those of mam included), statuses and aliasing as in Add of an array of matrices and one matrix.
@@ -786,7 +801,8 @@ KVLM_API KvlStatus kvlmSub_tat_64f_L(const double *const *src1, int src1Shift, i
 /** @} */
 
 /**
- * @name Sub: one matrix minus an array of matrices
+ * @defgroup kvlm_sub_matrix_array Sub: one matrix minus an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(r, c) - B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once: the
  * difference itself, not the negated difference of the mirror form (a zero keeps its sign).
  *
@@ -888,7 +904,8 @@ KVLM_API KvlStatus kvlmSub_tta_64f_L(const double *src1, int src1RowStride, int 
 /** @} */
 
 /**
- * @name Sub: an array of matrices minus an array of matrices
+ * @defgroup kvlm_sub_arrays Sub: an array of matrices minus an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) - B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks, statuses and aliasing as in Add of an array and an array.
@@ -988,7 +1005,8 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Mul: matrices by a constant
+ * @defgroup kvlm_mul_matrix_constant Mul: matrices by a constant
+ * @ingroup kvlm_products
  * dst(r, c) = A(r, c)*val, A being src read as its letter says; one rounded product per element. val is a constant of
  * the element type, passed by value. `width` and `height` are those of dst: a t source has `height` columns and `width`
  * rows.
@@ -1055,7 +1073,8 @@ KVLM_API KvlStatus kvlmMul_tac_64f_L(const double *const *src, int srcShift, int
 /** @} */
 
 /**
- * @name Mul: vectors by constants
+ * @defgroup kvlm_mul_vector_constant Mul: vectors by constants
+ * @ingroup kvlm_products
  * dst(j) = src(j)*val, or dst[i](j) = src[i](j)*val[i]: c is one constant by value, ca an array of `count` constants.
  * val is then a pointer to them with valStride bytes from one to the next, in the standard and the pointer description;
  * in _L a list of pointers to them with a shift. One rounded product per element.
@@ -1120,7 +1139,8 @@ KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Mul: matrices by vectors
+ * @defgroup kvlm_mul_matrix_vector Mul: matrices by vectors
+ * @ingroup kvlm_products
  * dst(i) = sum over k of A(i, k)*x(k), A being src1 read as its letter says and x being src2. `width` and `height` are
  * the columns and rows of src1 as it is stored; `len` is the length of src2, which must be `width` for m and `height`
  * for t. dst has the other length.
@@ -1283,7 +1303,8 @@ KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Mul: matrices by matrices
+ * @defgroup kvlm_mul_matrices Mul: matrices by matrices
+ * @ingroup kvlm_products
  * dst = A*B, A being src1 and B src2, each read as its letter says. Each operand has its own shape, as it is stored:
  * src1Width columns and src1Height rows. The inner sizes must match: src1Width or, for t, src1Height on the left, and
  * src2Height or, for t, src2Width on the right.
@@ -1650,7 +1671,8 @@ KVLM_API KvlStatus kvlmMul_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Gaxpy
+ * @defgroup kvlm_gaxpy Gaxpy
+ * @ingroup kvlm_products
  * dst = A*x + b: A is src1, of `width` columns and `height` rows, x is src2 of length src2Len = `width`, b is src3 of
  * length src3Len = `height`. In mva both vectors are arrays, in mvav src3 is single.
  *
@@ -1732,7 +1754,8 @@ KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, i
 /** @} */
 
 /**
- * @name Homogeneous transform of points
+ * @defgroup kvlm_transform Homogeneous transform of points
+ * @ingroup kvlm_products
  * Maps points by a homogeneous transform with perspective division. src1 is a 4 x 4 matrix a whose fourth column is the
  * translation, src2 an array of points of three elements, dst an array of the same.
  *
@@ -1752,7 +1775,8 @@ KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1Row
 /** @} */
 
 /**
- * @name Dot product
+ * @defgroup kvlm_dot Dot product
+ * @ingroup kvlm_measures
  * dst[i] is the sum of the products p(k) = src1(i, k)*src2(i, k), each product and each sum rounded in the element
  * type. dst is one element, in the array forms a plain array of `count` elements, in every description.
  *
@@ -1817,7 +1841,8 @@ KVLM_API KvlStatus kvlmDotProduct_vava_64f_L(const double *const *src1, int src1
 /** @} */
 
 /**
- * @name Euclidean norm
+ * @defgroup kvlm_l2norm Euclidean norm
+ * @ingroup kvlm_measures
  * dst[i] is the square root of the sum of src(i, k)*src(i, k), in the element type and without scaling: squares
  * overflow and underflow as they do. dst is one element, in the array forms a plain array of `count` elements.
  *
@@ -1852,7 +1877,8 @@ KVLM_API KvlStatus kvlmL2Norm_va_64f_L(const double *const *src, int srcShift, i
 /** @} */
 
 /**
- * @name Cross product
+ * @defgroup kvlm_cross Cross product
+ * @ingroup kvlm_products
  * dst = src1 x src2, of vectors of three elements: dst(0) = src1(1)*src2(2) - src1(2)*src2(1), and so on around; each
  * product rounded, then the difference.
  *
@@ -1929,7 +1955,8 @@ KVLM_API KvlStatus kvlmCrossProduct_vava_64f_L(const double *const *src1, int sr
 /** @} */
 
 /**
- * @name Saxpy
+ * @defgroup kvlm_saxpy Saxpy
+ * @ingroup kvlm_sums
  * dst(i, j) = src1(i, j)*val + src2(i, j): the product is rounded, then the sum. val is passed by value. Nothing is
  * left out where val is 0: an infinite element then gives NaN.
  *
@@ -2006,7 +2033,8 @@ KVLM_API KvlStatus kvlmSaxpy_vava_64f_L(const double *const *src1, int src1Shift
 /** @} */
 
 /**
- * @name Linear combination
+ * @defgroup kvlm_lcomb Linear combination
+ * @ingroup kvlm_sums
  * dst(i, j) = src1(i, j)*val1 + src2(i, j)*val2: the products are rounded, then the sum. There is no vva form: exchange
  * the operands of vav.
  *
@@ -2062,7 +2090,8 @@ KVLM_API KvlStatus kvlmLComb_vava_64f_L(const double *const *src1, int src1Shift
 /** @} */
 
 /**
- * @name Trace
+ * @defgroup kvlm_trace Trace
+ * @ingroup kvlm_measures
  * dst[i] = a(0, 0) + a(1, 1) + ... of the square matrix i of src, of order widthHeight, from left to right; the sum
  * begins with +0 but at orders 3 to 6. dst is one element, in the array forms a plain array of `count` elements.
  *
@@ -2090,7 +2119,8 @@ KVLM_API KvlStatus kvlmTrace_ma_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Frobenius norm
+ * @defgroup kvlm_frobnorm Frobenius norm
+ * @ingroup kvlm_measures
  * dst[i] is the square root of the sum of the squares of all elements of matrix i of src, in the element type and
  * without scaling. dst is one element, in the array forms a plain array of `count` elements.
  *
@@ -2125,7 +2155,8 @@ KVLM_API KvlStatus kvlmFrobNorm_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name Determinant
+ * @defgroup kvlm_det Determinant
+ * @ingroup kvlm_systems
  * dst[i] is the determinant of matrix i of src, of order widthHeight = n. dst is one element, in the array forms a
  * plain array of `count` elements, in every description.
  *
@@ -2171,7 +2202,8 @@ KVLM_API KvlStatus kvlmDet_ma_64f_L(const double *const *src, int srcShift, int 
 /** @} */
 
 /**
- * @name LU decomposition
+ * @defgroup kvlm_lu LU decomposition
+ * @ingroup kvlm_systems
  * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), for square
  * matrices of order widthHeight = n. No row is moved: `pivot` holds n ints per object, a run for each behind one
  * another in every description, and pivot[k] is the number of the row of dst that step k took as pivot row, from 0.
@@ -2229,7 +2261,8 @@ KVLM_API KvlStatus kvlmLUDecomp_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name LU solver
+ * @defgroup kvlm_lu_solve LU solver
+ * @ingroup kvlm_systems
  * A*x = b from the factors and pivots that kvlmLUDecomp left: src1 and `pivot`, n ints per matrix. src2 is b in the
  * order of the rows of A, dst is x in natural order. mv is one system, mva one matrix and an array of vectors, mava an
  * array of matrices with a vector each. In kvlmLUBackSubst_mva_..._L src1 is no list.
@@ -2306,7 +2339,8 @@ KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_L(const double *const *src1, int src
 /** @} */
 
 /**
- * @name Inverse
+ * @defgroup kvlm_invert Inverse
+ * @ingroup kvlm_systems
  * dst is the inverse of src, of order widthHeight = n, by determinants: cofactors at orders 3 to 6 (Cramer's rule); at
  * all others, the determinant and each of the n*n minors by an elimination with partial pivoting, order n^5. At 32f,
  * with adjacent elements, orders 5 and 6 go by blocks: one or two pivots and the Schur complement of order 4 (Golub and
@@ -2361,7 +2395,8 @@ KVLM_API KvlStatus kvlmInvert_ma_64f_L(const double *const *src, int srcShift, i
 /** @} */
 
 /**
- * @name Copy: an array from one description into another
+ * @defgroup kvlm_copy Copy: an array from one description into another
+ * @ingroup kvlm_moves
  * dst(i, j) = src(i, j), or dst(i, r, c) = src(i, r, c). The two letters at the end of a name are the descriptions of
  * source and destination: S standard, P pointers (as _P elsewhere), L list (as _L).
  *
@@ -2468,7 +2503,8 @@ KVLM_API KvlStatus kvlmCopy_ma_64f_PL(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Extract: into one packed buffer
+ * @defgroup kvlm_extract Extract: into one packed buffer
+ * @ingroup kvlm_moves
  * dst is a plain array of the element type without gaps: the elements of a vector, or of a matrix row by row, object
  * after object, in every description. t is read transposed; `width` and `height` are those of the result.
  *
@@ -2542,7 +2578,8 @@ KVLM_API KvlStatus kvlmExtract_ta_64f_L(const double *const *src, int srcShift, 
 /** @} */
 
 /**
- * @name LoadIdentity: an array of identity matrices
+ * @defgroup kvlm_identity LoadIdentity: an array of identity matrices
+ * @ingroup kvlm_moves
  * dst(i, r, c) = 1 where r = c, else +0. Matrices need not be square: a tall one has zero rows below, a wide one zero
  * columns at its right.
  *
@@ -2568,7 +2605,8 @@ KVLM_API KvlStatus kvlmLoadIdentity_ma_64f_L(double *const *dst, int dstShift, i
 /** @} */
 
 /**
- * @name Transpose
+ * @defgroup kvlm_transpose Transpose
+ * @ingroup kvlm_moves
  * dst(c, r) = src(r, c), of one matrix or of each matrix of an array. `width` and `height` are here the columns and
  * rows of src, and stand before dst: the result has `width` rows and `height` columns. In _P the table of src is
  * indexed r*width + c, that of dst c*height + r.
@@ -2613,7 +2651,8 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
 /** @} */
 
 /**
- * @name Eigenvalues of symmetric matrices
+ * @defgroup kvlm_eigenvalues_sym Eigenvalues of symmetric matrices
+ * @ingroup kvlm_eigen
  * dst holds the eigenvalues of src, of order widthHeight = n: n adjacent elements per object, the objects' runs behind
  * one another, in every description. They descend; settled: at order 2 with a negative trace they ascend. That src is
  * symmetric is not tested; order 2 reads the element right of the diagonal only.
@@ -2670,7 +2709,8 @@ KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int src
 /** @} */
 
 /**
- * @name Eigenvalues and eigenvectors of symmetric matrices
+ * @defgroup kvlm_eigenvectors_sym Eigenvalues and eigenvectors of symmetric matrices
+ * @ingroup kvlm_eigen
  * dstValues as dst of the eigenvalues alone, and dstVectors, a matrix of order n in the description of the call: column
  * i, elements (0, i) to (n-1, i), is the vector of value i. The columns are orthonormal up to rounding; their signs are
  * as the rotations leave them.
@@ -2722,7 +2762,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f_L(const double *const *src, 
 /** @} */
 
 /**
- * @name Scratch of general eigenproblems
+ * @defgroup kvlm_eigen_scratch Scratch of general eigenproblems
+ * @ingroup kvlm_eigen
  * *size gets the bytes that `buffer` must have for matrices of order widthHeight = n, for a single object and for an
  * array alike: n*(n + 5) elements for the eigenvalues alone, n*(3*n + 5) for eigenvalues and vectors. The product wraps
  * at 32 bits, as n reaches ten thousands.
@@ -2737,7 +2778,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *si
 /** @} */
 
 /**
- * @name Eigenvalues of general matrices
+ * @defgroup kvlm_eigenvalues Eigenvalues of general matrices
+ * @ingroup kvlm_eigen
  * dstRe and dstIm hold the real and imaginary parts of the eigenvalues of src, of order widthHeight = n: n adjacent
  * elements each per object, the objects' runs behind one another, in every description. Complex pairs stand side by
  * side, the value with the positive imaginary part first. There is no other order: the values come as the diagonal
@@ -2790,7 +2832,8 @@ KVLM_API KvlStatus kvlmEigenValues_ma_64f_L(const double *const *src, int srcShi
 /** @} */
 
 /**
- * @name Eigenvalues and both sets of eigenvectors of general matrices
+ * @defgroup kvlm_eigenvectors Eigenvalues and both sets of eigenvectors of general matrices
+ * @ingroup kvlm_eigen
  * dstRe and dstIm as in the eigenvalues alone, and two matrices of order n in the description of the call,
  * dstVectorsRight and dstVectorsLeft. Their columns are vectors of Euclidean length 1, up to rounding:
  *
@@ -2877,7 +2920,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f_L(const double *const *src, int
 /** @} */
 
 /**
- * @name Eigenvalues and one set of eigenvectors of general matrices
+ * @defgroup kvlm_eigenvectors_side Eigenvalues and one set of eigenvectors of general matrices
+ * @ingroup kvlm_eigen
  * dst gets the columns of dstVectorsRight or those of dstVectorsLeft above, bit for bit, dstRe and dstIm the same
  * values. `buffer`, method, statuses and accuracy are those of both sets; kvlErrSmallPivot and the silent end come from
  * the one substitution that is made.
@@ -2961,7 +3005,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_L(const double *const *src,
 /** @} */
 
 /**
- * @name Cholesky decomposition
+ * @defgroup kvlm_cholesky Cholesky decomposition
+ * @ingroup kvlm_systems
  * A = L * L^T for symmetric positive definite A, of order widthHeight = n, without pivoting (Golub and Van Loan, Matrix
  * Computations, 4.2). Of src only the elements on and below the diagonal are read: symmetry is taken for granted. dst
  * gets L below the diagonal and the *reciprocals* of L's diagonal on it, as kvlmCholeskyBackSubst wants them; above it
@@ -3015,7 +3060,8 @@ KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_L(const double *const *src, int src
 /** @} */
 
 /**
- * @name Cholesky solver
+ * @defgroup kvlm_cholesky_solve Cholesky solver
+ * @ingroup kvlm_systems
  * A*x = b from the factor that kvlmCholeskyDecomp left in src1, of which nothing above the diagonal is read. src2 is b,
  * dst is x. mv is one system, mva one matrix and an array of vectors, mava an array of matrices with a vector each. In
  * kvlmCholeskyBackSubst_mva_..._L src1 is no list.
@@ -3091,7 +3137,8 @@ KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_L(const double *const *src1, i
 /** @} */
 
 /**
- * @name QR decomposition
+ * @defgroup kvlm_qr QR decomposition
+ * @ingroup kvlm_systems
  * A = Q*R for matrices of `height` rows and `width` columns, width <= height, by Householder reflections (Golub and Van
  * Loan, Matrix Computations, 5.2), all shapes by the same steps. dst gets R on and above the diagonal; below it column
  * k holds v_k(i), i > k, of the reflector I + b*v*v^T with v_k(k) = 1 and b = -2/(v, v). A square matrix has no
@@ -3145,7 +3192,8 @@ KVLM_API KvlStatus kvlmQRDecomp_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name QR solver
+ * @defgroup kvlm_qr_solve QR solver
+ * @ingroup kvlm_systems
  * A*x = b, for height > width in the sense of least squares, from what kvlmQRDecomp left in src1: src2 is b with
  * `height` elements, dst is x with `width`. mv is one system, mva one matrix and an array of vectors, mava an array of
  * matrices with a vector each. In kvlmQRBackSubst_mva_..._L src1 is no list.
