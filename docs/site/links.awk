@@ -30,6 +30,8 @@ function linked(text, target,    anchor, at) {
         return "@ref " pageOf(target) (anchor != "" ? "_" anchor : "") " \"" text "\""
     if (target ~ /include\/.*\.(h|hpp)$/) {
         sub(/.*include\//, "", target)
+        if (anchor != "")
+            target = anchor
         return "@ref " target " \"" text "\""
     }
     return target ~ /^examples\// ? "<a href=\"" target "\">" text "</a>" : text
