@@ -36,6 +36,7 @@ function linked(text, target,    anchor, at) {
     }
     return target ~ /^examples\// ? "<a href=\"" target "\">" text "</a>" : text
 }
+BEGIN { languages["c"] = "C"; languages["cpp"] = "C++"; languages["python"] = "Python" }
 FNR == 1 {
     path = FILENAME
     if (index(path, ENVIRON["PWD"] "/") == 1)
@@ -43,7 +44,11 @@ FNR == 1 {
     folder = path
     sub(/[^\/]*$/, "", folder)
 }
-/^```/ { isCode = !isCode }
+/^```/ {
+    isCode = !isCode
+    if (isCode && substr($0, 4) in languages)
+        print "<div class=\"language\">" languages[substr($0, 4)] "</div>\n"
+}
 isCode { print; next }
 /^#+ / {
     # A level that was left out is one too many for Doxygen.

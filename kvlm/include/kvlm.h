@@ -32,15 +32,27 @@
  * checked. What a group calls settled is kept for compatibility with existing callers.
  *
  * **Aliasing.** The destination must not overlap a source, unless a group says otherwise. In which order the elements
- * of one destination object are written is not defined; of objects that overlap, the later one is written last, but
- * for objects that different threads of a team write.
+ * of one destination object are written is not defined; of objects that overlap, the later one is written last, but for
+ * objects that different threads of a team write. `buffer` and `pivot` overlap nothing.
+ *
+ * **Failures.** "Always kvlOk" in a group means: once the checks are passed. All others, on arrays, stop at the first
+ * object that fails, unless a group says otherwise: earlier ones are complete, later ones untouched, and the group says
+ * what stands in its own place. In a team this is so in the part of each thread, and the status is the first that
+ * arrives.
+ *
+ * **Accuracy.** One operation, one rounding, in the element type. With u the unit roundoff, 2^-24 (32f) or 2^-53 (64f),
+ * a sum of n products is off by n*u times the sum of their magnitudes at most, in whatever order it is formed (Golub
+ * and Van Loan, Matrix Computations, 2.7). Nothing is scaled: what overflows is infinite, what underflows is denormal
+ * or zero. A result has the same bits on both ABIs, in every description and number of threads, unless a group says
+ * otherwise.
  *
  * **Threads.** Every function may be called from any number of threads at once, on destinations that do not overlap.
  * The library makes threads only for arrays, and as many as threads_omp_of_n_kvl of the core library says (1 at first:
- * see kvlcore.h). Which calls go to the team is a fixed estimate of the work, the same for every machine: large arrays,
- * and some products at 32f from 6 elements on, as their groups say. A call
- * made inside an OpenMP parallel region gets a smaller team than it asked for and then leaves objects undone without
- * any status: keep threads_omp_of_n_kvl at 1 in a program that makes its own teams.
+ * see kvlcore.h). Such a team takes a call whose count is no less than its threads, if the work W of the call, a fixed
+ * estimate, reaches what its group gives as *Team*: a number without a description is for the standard one with
+ * adjacent elements, and for whatever is not named. W wraps at 32 bits; single operands count in it once. A call made
+ * inside an OpenMP parallel region gets a smaller team than it asked for and then leaves objects undone without any
+ * status: keep threads_omp_of_n_kvl at 1 in a program that makes its own teams.
  */
 #ifndef KVLM_H
 #define KVLM_H
@@ -138,6 +150,9 @@ KVLM_API KvlStatus kvlmAdd_vc_64f_P(const double *const *src, int srcShift, doub
  * dst may be an array of vectors among the sources, with the same strides (_P: the same table, shift and object
  * stride); it must not overlap another source. Destination objects that overlap each other hold what objects written
  * one after the other would leave.
+ *
+ * Team: from 20001 on, 32f in _L 40001; W = len*(2*`count` + 1) of vac and vav, 3*len*`count` of vava, len*(`count` +
+ * 1) + `count` of vca, (2*len + 1)*`count` of vaca.
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
@@ -276,6 +291,8 @@ KVLM_API KvlStatus kvlmAdd_tt_64f_P(const double *const *src1, int src1Shift, co
  * kvlOk after them. dst may be src1 where that is ma, with the same strides (_P: the same table, shift and object
  * stride); it must not overlap src2. Destination objects that overlap each other hold what objects written one after
  * the other would leave.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_mam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -379,6 +396,8 @@ KVLM_API KvlStatus kvlmAdd_tat_64f_L(const double *const *src1, int src1Shift, i
  *
  * Checks: pointers, count, sizes, strides, shifts. Always kvlOk after them. dst may be a source of letters ma with the
  * same strides (_P: the same table, shift and object stride).
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = 3*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_mama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -498,6 +517,10 @@ KVLM_API KvlStatus kvlmSub_cv_64f_P(const double *const *src, int srcShift, doub
  * Checks as there, vav included. Settled: kvlmSub_cav_32f_P does not check its shifts; kvlmSub_vva_64f_P stays on the
  * caller's thread; cva goes to the team by its count alone, however long the vectors are. Statuses and aliasing as
  * there.
+ *
+ * Team: from 20001 on, 32f in _L 40001; W = len*(2*`count` + 1) of vac and vav, 3*len*`count` of vava, len*(`count` +
+ * 1) + `count` of vca, (2*len + 1)*`count` of vaca, likewise with the operands in the other order, but settled:
+ * 2*`count` + 1 of cva, and kvlmSub_vva_64f_P never.
  * @{
  */
 KVLM_API KvlStatus kvlmSub_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
@@ -705,6 +728,8 @@ KVLM_API KvlStatus kvlmSub_tt_64f_P(const double *const *src1, int src1Shift, co
  * dst(i, r, c) = A(i, r, c) - B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks (those of mam included), statuses and aliasing as in Add of an array of matrices and one matrix.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -808,6 +833,8 @@ KVLM_API KvlStatus kvlmSub_tat_64f_L(const double *const *src1, int src1Shift, i
  *
  * Checks: pointers, count, sizes, strides, shifts; in the standard mma forms pointers, count, strides, sizes. Statuses
  * and aliasing as in the mirror form, with src1 and src2 exchanged.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mma_32f(const float *src1, int src1RowStride, int src1ElemStride, const float *src2,
@@ -909,6 +936,8 @@ KVLM_API KvlStatus kvlmSub_tta_64f_L(const double *src1, int src1RowStride, int 
  * dst(i, r, c) = A(i, r, c) - B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks, statuses and aliasing as in Add of an array and an array.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = 3*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -1013,6 +1042,8 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
  *
  * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst may be src, of letter m, with the
  * same strides.
+ *
+ * Team: from 35001 on, _P 17001, 32f in _L with other strides 15001; W = 2*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mc_32f(const float *src, int srcRowStride, int srcElemStride, float val, float *dst,
@@ -1080,8 +1111,10 @@ KVLM_API KvlStatus kvlmMul_tac_64f_L(const double *const *src, int srcShift, int
  * in _L a list of pointers to them with a shift. One rounded product per element.
  *
  * Checks: pointers (val too where it is one), `count`, len, strides (valStride too), shifts (valShift too). Always
- * kvlOk after them. dst may be src, an array if dst is one, with the same strides. Settled: at 32f an array by one
- * constant goes to the team if it moves more than 6 elements, nearly always; all others only if they are large.
+ * kvlOk after them. dst may be src, an array if dst is one, with the same strides.
+ *
+ * Team: from 36865 on, _L 18433, _P 9217, vac with other strides 18433; settled: vac at 32f from 7 on, nearly always. W
+ * = the elements of src and dst, and of val where it is an array.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
@@ -1160,7 +1193,10 @@ KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, in
  * 16 bytes. Results may then depend on the alignment of the operands. For the same bits everywhere use another form.
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
- * must overlap neither source. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * must overlap neither source.
+ *
+ * Team: 32f from 7 on, nearly always; 64f from 36865 on, other strides and _L 18433, _P 9217; W = the elements of both
+ * sources and of dst. Source: Golub and Van Loan, Matrix Computations, 1.1.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
@@ -1330,7 +1366,10 @@ KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, 
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
  * must overlap no source; in _P, where all four sizes are equal and 3 to 6, each object of dst may be that of a source,
- * position by position. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * position by position.
+ *
+ * Team: 32f from 7 on, nearly always; 64f from 36865 on, other strides and _L 18433, _P 9217; W = the elements of both
+ * sources and of dst. Source: Golub and Van Loan, Matrix Computations, 1.1.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mm_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
@@ -1687,6 +1726,8 @@ KVLM_API KvlStatus kvlmMul_tata_64f_L(const double *const *src1, int src1Shift, 
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
  * may be src3, an array in mva, with the same strides; it must not overlap src1 or src2. Source of the name: Golub and
  * Van Loan, Matrix Computations, 1.1.
+ *
+ * Team: from 5001 on; W = the elements of x, b and dst. Settled: those of A do not count.
  * @{
  */
 KVLM_API KvlStatus kvlmGaxpy_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
@@ -1767,6 +1808,9 @@ KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, i
  * and the next point follows: every point is worked in any case. A NaN in w is no zero divisor.
  *
  * Checks: pointers, `count`, strides. dst may be src2 with the same strides.
+ *
+ * Accuracy: the reciprocal of w is rounded, then each product with it. Team: from 2001 on; W = 2*`count` + 16. Source:
+ * Foley, van Dam, Feiner and Hughes, Computer Graphics, 5.
  * @{
  */
 KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1RowStride, int src1ElemStride,
@@ -1797,6 +1841,9 @@ KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1Row
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them: sums that overflow are infinite. dst must
  * overlap no source.
+ *
+ * Team: from 40001 on, other strides, and _P at 32f, 20001; W = the elements of both sources. Source: Golub and Van
+ * Loan, Matrix Computations, 1.1 and 2.7.
  * @{
  */
 KVLM_API KvlStatus kvlmDotProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
@@ -1855,6 +1902,9 @@ KVLM_API KvlStatus kvlmDotProduct_vava_64f_L(const double *const *src1, int src1
  * processor to processor, and a zero vector has the norm NaN.
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Accuracy: (len/2 + 1)*u relative, short vectors at 32f with the approximate root some 4*u where squares neither
+ * overflow nor underflow. Team: from 20001 on; W = len*`count`. Source: Golub and Van Loan, Matrix Computations, 2.2.
  * @{
  */
 KVLM_API KvlStatus kvlmL2Norm_v_32f(const float *src, int srcElemStride, float *dst, int len);
@@ -1882,9 +1932,12 @@ KVLM_API KvlStatus kvlmL2Norm_va_64f_L(const double *const *src, int srcShift, i
  * dst = src1 x src2, of vectors of three elements: dst(0) = src1(1)*src2(2) - src1(2)*src2(1), and so on around; each
  * product rounded, then the difference.
  *
- * Checks: pointers, `count`, strides, shifts; in vav pointers, strides, shifts, `count`. Always kvlOk after them.
- * Settled: kvlmCrossProduct_vva_64f_P stays on the caller's thread. dst must overlap no source. Destination objects
- * that overlap each other hold what objects written one after the other would leave.
+ * Checks: pointers, `count`, strides, shifts; in vav pointers, strides, shifts, `count`. Always kvlOk after them. dst
+ * must overlap no source. Destination objects that overlap each other hold what objects written one after the other
+ * would leave.
+ *
+ * Accuracy: each element within 2*u times the sum of the magnitudes of its two products. Team: from 20001 on, 32f in _L
+ * 40001; W = 3*`count`, with a single vector 2*`count` + 1. Settled: kvlmCrossProduct_vva_64f_P never.
  * @{
  */
 KVLM_API KvlStatus kvlmCrossProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
@@ -1963,6 +2016,8 @@ KVLM_API KvlStatus kvlmCrossProduct_vava_64f_L(const double *const *src1, int sr
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst may be a source, an array if dst is
  * one, with the same strides; it must not overlap one otherwise. Source of the name: Golub and Van Loan, Matrix
  * Computations, 1.1.
+ *
+ * Team: from 40001 on; W = 3*len*`count`, with a single vector len*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSaxpy_vv_32f(const float *src1, int src1ElemStride, float val, const float *src2,
@@ -2039,6 +2094,8 @@ KVLM_API KvlStatus kvlmSaxpy_vava_64f_L(const double *const *src1, int src1Shift
  * the operands of vav.
  *
  * Checks, statuses and aliasing as in Saxpy.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W as in Saxpy.
  * @{
  */
 KVLM_API KvlStatus kvlmLComb_vv_32f(const float *src1, int src1ElemStride, float val1, const float *src2,
@@ -2096,6 +2153,8 @@ KVLM_API KvlStatus kvlmLComb_vava_64f_L(const double *const *src1, int src1Shift
  * begins with +0 but at orders 3 to 6. dst is one element, in the array forms a plain array of `count` elements.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = widthHeight*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmTrace_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *dst);
@@ -2131,6 +2190,10 @@ KVLM_API KvlStatus kvlmTrace_ma_64f_L(const double *const *src, int srcShift, in
  * gives 0 there: norms below 3.45e-4 are lost. So does NaN.
  *
  * Checks: pointers, `count`, width and height, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Accuracy: (width*height/2 + 1)*u relative, with the approximate root some 4*u for orders up to 6, above the bound.
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = width*height*`count`. Source: Golub and Van Loan,
+ * Matrix Computations, 2.3.
  * @{
  */
 KVLM_API KvlStatus kvlmFrobNorm_m_32f(const float *src, int srcRowStride, int srcElemStride, int width, int height,
@@ -2177,6 +2240,9 @@ KVLM_API KvlStatus kvlmFrobNorm_ma_64f_L(const double *const *src, int srcShift,
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a singular matrix has the
  * determinant 0 and is no error. dst must overlap neither src nor buffer.
+ *
+ * Accuracy: the error is a small multiple of n*u times the product of the lengths of the rows. Team: from 20001 on, 32f
+ * in _L with adjacent elements 40001; W = n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmDet_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *buffer,
@@ -2225,11 +2291,10 @@ KVLM_API KvlStatus kvlmDet_ma_64f_L(const double *const *src, int srcShift, int 
  *   The interchange of step k stands in pivot.
  * - all others: dst holds what the steps before k made of src; the interchange of step k is not in pivot.
  *
- * An array stops at the first object that fails: earlier ones are complete, dst and pivot of later ones untouched. In a
- * team this is so in the part of each thread.
- *
  * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual P*A - L*U
  * is that of textbook partial pivoting, a small multiple of n times the unit roundoff times the norm of A.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = n*n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmLUDecomp_m_32f(const float *src, int srcRowStride, int srcElemStride, int *pivot, float *dst,
@@ -2274,6 +2339,9 @@ KVLM_API KvlStatus kvlmLUDecomp_ma_64f_L(const double *const *src, int srcShift,
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a zero on the diagonal gives
  * infinities or NaN. Entries of pivot are not checked. For orders 3 to 6 dst may be src2 with the same strides, for
  * others it must not overlap src2; it must never overlap src1.
+ *
+ * Accuracy: (A + E)*x = b with E a small multiple of n*u times the norm of L times that of U. Team: from 1701 on; W =
+ * n*(n + 2*`count`) of mva, n*(n + 2)*`count` of mava.
  * @{
  */
 KVLM_API KvlStatus kvlmLUBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, const int *pivot,
@@ -2354,17 +2422,20 @@ KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_L(const double *const *src1, int src
  * - orders 3 to 6: unless the determinant has a magnitude of at least 2n^3*m; by blocks, each pivot and the determinant
  *   of the complement. Settled: 4n^3*m at 64f with adjacent elements at orders 3 and 4. NaN fails.
  * - all others but 1: if a pivot is below 2n^3*m in magnitude, or the determinant at most that. Settled: a minor that
- * is judged to be zero by the same test becomes 2n^3*m, so a zero of the inverse comes out as that over the
- * determinant. NaN passes.
+ *   is judged to be zero by the same test becomes 2n^3*m, so a zero of the inverse comes out as that over the
+ *   determinant. NaN passes.
  * - order 1: if the element is at most 2m in magnitude. NaN fails in the forms on one matrix and passes in those on
- *   arrays. Never goes to a team.
+ *   arrays.
  *
  * After a failure dst is untouched, but where blocks were used: then row 0 (order 5) or rows 0 and 1 (order 6) hold
- * scratch. An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team
- * this is so in the part of each thread.
+ * scratch.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. For orders 3 to 6 dst may be src with the same strides; for
  * others it must not overlap src.
+ *
+ * Accuracy: for orders 3 to 6 the error of the inverse, beside its norm, is a small multiple of n*u times the condition
+ * number where that is small, and grows with its square; the reciprocal at 32f is within 4*u. Team: from 20001 on, 32f
+ * in _L with adjacent elements 40001, order 1 never; W = 2*n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmInvert_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer, float *dst,
@@ -2669,8 +2740,6 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * untouched; order 1: never); above order 2 dst then holds the values in no order. Settled: where the iteration goes
  * from the bottom, the product takes the current value of the diagonal again at each split that a search meets, and so
  * may differ from the determinant. kvlErrNoConvergence if 30 sweeps do not find an eigenvalue; dst then means nothing.
- * An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so
- * in the part of each thread.
  *
  * Values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps. Settled
  * exceptions: a sweep that ends with a tiny change may leave its last elements as they were. Of random matrices less
@@ -2681,6 +2750,8 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * every call.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = n*(n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
@@ -2722,6 +2793,8 @@ KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int src
  * 32f, so the last bits of the two differ.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. No destination may overlap src, buffer or another.
+ *
+ * Team: from 1701 on; W = n*(2*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
@@ -2801,11 +2874,12 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *si
  * elements: every call ends.
  *
  * kvlErrNoConvergence if 30*n sweeps in all do not suffice: the values that were found stand at the end of the object's
- * runs, the elements before them are untouched. An array stops at the first object that fails: earlier ones are
- * complete, later ones untouched. In a team this is so in the part of each thread.
+ * runs, the elements before them are untouched.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. dstRe, dstIm and buffer must overlap neither src nor each
  * other.
+ *
+ * Team: from 10001 on; W = n*(n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValues_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dstRe,
@@ -2866,6 +2940,8 @@ KVLM_API KvlStatus kvlmEigenValues_ma_64f_L(const double *const *src, int srcShi
  *
  * Checks: pointers, widthHeight, `count`, srcShift, strides of src, shifts of the destinations, their strides; in the
  * standard description: pointers, widthHeight, `count`, strides. No destination may overlap src, buffer or another.
+ *
+ * Team: from 7001 on; W = n*(3*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectors_m_32f(const float *src, int srcRowStride, int srcElemStride,
@@ -2927,6 +3003,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f_L(const double *const *src, int
  * the one substitution that is made.
  *
  * Checks: as for both sets.
+ *
+ * Team: from 7001 on; W = n*(3*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst,
@@ -3014,17 +3092,14 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_L(const double *const *src,
  *
  * Row by row, each element from the left: a(i, j) minus the products of the rows i and j of L, one at a time,
  * ascending; times the reciprocal in row j. On the diagonal 1/sqrt(s), s being what is left of a(i, i): at 64f rounded
- * twice, at 32f the processor's approximate reciprocal root y and one Newton step, (y * (s*y*y - 3)) * -0.5, which may
- * differ from processor to processor in the last bits.
+ * twice, at 32f the processor's approximate reciprocal root y and one Newton step, (y * (s*y*y - 3)) * -0.5, which is
+ * within 4*u and may differ from processor to processor in the last bits.
  *
  * kvlErrNotPositiveDefinite if some s is not above 0; NaN is not. Settled exceptions: 2^-23 takes the place of 0 at
  * order 3 in _P, at both types; 2^-52 in kvlmCholeskyDecomp_ma_64f with an element stride other than 8 at orders other
- * than 3, 4 and 5. After a failure in row i the rows before it stand in dst, and row i up to the diagonal. An array
- * stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so in the
- * part of each thread.
+ * than 3, 4 and 5. After a failure in row i the rows before it stand in dst, and row i up to the diagonal.
  *
- * Work is n*n*`count`; the team takes calls with more than 7500 (standard, 32f), 720 (_L, 64f, adjacent elements), 2000
- * (all others).
+ * Team: 32f standard from 7501 on; 64f in _L with adjacent elements 721; all others 2001; W = n*n*`count`.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual
  * A - L*L^T is a small multiple of n times the unit roundoff times the norm of A.
@@ -3070,8 +3145,9 @@ KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_L(const double *const *src, int src
  * terms subtracted one by one, forward ascending and backward descending. Nothing divides: a plain L, with its true
  * diagonal, gives wrong results.
  *
- * The team takes more than this much work: (n + 2*`count`)*n of mva above 1200 (standard, 32f) or 720, n*(n +
- * 2)*`count` of mava above 2050 (standard, 32f, adjacent elements; _P, 64f) or 1700.
+ * Accuracy: (A + E)*x = b with E a small multiple of n*u times the norm of A. Team: mva from 721 on, 32f standard 1201,
+ * W = n*(n + 2*`count`); mava from 1701 on, 32f standard with adjacent elements and 64f in _P 2051, W = n*(n +
+ * 2)*`count`.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts; settled in kvlmCholeskyBackSubst_mva_..._L: pointers,
  * strides, shifts, widthHeight, `count`. Always kvlOk after them. dst may be src2 with the same strides; it must not
@@ -3150,12 +3226,11 @@ KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_L(const double *const *src1, i
  *
  * kvlErrZeroDivisor if s is below 2^-23 (32f) or 2^-52 (64f): the squared length itself, not scaled by the matrix. The
  * last column of a square matrix is not tested; NaN passes. After a failure in column k dst holds the whole matrix with
- * the reflectors before k applied and stored. An array stops at the first object that fails: earlier ones are complete,
- * later ones untouched. In a team this is so in the part of each thread.
+ * the reflectors before k applied and stored.
  *
  * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
  *
- * Work is 2*width*height*`count`; the team takes calls with more than 2800 (standard) or 1800 (_P, _L).
+ * Team: from 2801 on, _P and _L 1801; W = 2*width*height*`count`.
  *
  * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). dst may be
  * src with the same strides. The residual A - Q*R and the departure of Q from orthogonality are small multiples of
@@ -3206,12 +3281,15 @@ KVLM_API KvlStatus kvlmQRDecomp_ma_64f_L(const double *const *src, int srcShift,
  *
  * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
  *
- * The team takes more than 2800 (standard) or 1800 (_P, _L) of work: width*height + (width + height)*`count` of mva,
- * (width*height + width + height)*`count` of mava.
+ * Accuracy: x is the least squares solution for some A + E and b + e, beside which E and e are a small multiple of
+ * `height`*`width`*u, as Golub and Van Loan, 5.3.
  *
  * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). Always kvlOk
  * after them: a zero on the diagonal of R gives infinities or NaN. dst may be src2 with the same strides; it must not
  * overlap src1.
+ *
+ * Team: from 2801 on, _P and _L 1801; W = width*height + (width + height)*`count` of mva, (width*height + width +
+ * height)*`count` of mava.
  * @{
  */
 KVLM_API KvlStatus kvlmQRBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, float *buffer,
