@@ -55,7 +55,7 @@ isCode { print; next }
     while (depth && levels[depth] >= length($1))
         depth--
     levels[++depth] = length($1)
-    heading = substr($0, length($1) + 2)
+    heading = path == "README.md" && depth == 1 ? "README" : substr($0, length($1) + 2)
     print substr("######", 1, depth) " " heading " {#" pageOf(path) (depth == 1 ? "" : "_" slug(heading)) "}"
     next
 }
