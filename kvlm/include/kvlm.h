@@ -23,7 +23,8 @@
  *
  * **Arguments** come in the order of the name: each source with its strides or shifts, the destination, the shape
  * (`width`, `height` or `len`), and `count` where there is an array. Where operands have shapes of their own, as in
- * products, each shape follows its operand.
+ * products, each shape follows its operand; in the determinant, trace, Frobenius norm and transpose the shape precedes
+ * the destination; `buffer` and `pivot` stand before dst, before src2, or last.
  *
  * **Checks.** A stride must be a positive multiple of the element size, a shift a non-negative one; an object may
  * overlap the next, and nothing is asked of the alignment of a base pointer (16 bytes are faster). Arguments are
