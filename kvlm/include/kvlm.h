@@ -2795,8 +2795,8 @@ KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int src
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. No destination may overlap src, buffer or another.
  *
- * Accuracy: the columns are orthonormal within a small multiple of n*u; A*v - w*v is as small as the errors of the values
- * are. Team: from 1701 on; W = n*(2*n + 1)*`count`.
+ * Accuracy: the columns are orthonormal within a small multiple of n*u; A*v - w*v is as small as the errors of the
+ * values are. Team: from 1701 on; W = n*(2*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
