@@ -1,4 +1,5 @@
-"""Every relative link of the pages leads to a file of the tree, and every anchor to a heading. usage: links.py ROOT"""
+"""Every relative link of the pages leads to a file of the tree, every anchor to a heading; every function of kvlm.h stands
+in a group, every group in one of groups.dox. usage: links.py ROOT"""
 import re
 import sys
 from pathlib import Path
@@ -38,6 +39,12 @@ for page in pages:
             broken.append(f"{page.relative_to(root)}: there is no {path}")
         elif anchor and anchor not in anchors(file):
             broken.append(f"{page.relative_to(root)}: there is no heading {target}")
-print(*broken, sep="\n")
+header = (root / "kvlm/include/kvlm.h").read_text()
+ungrouped = re.findall(r"^KVLM_API .*", re.sub(r"@\{.*?@\}", "", header, flags=re.S), re.M)
+broken += [f"kvlm.h: in no group: {line}" for line in ungrouped]
+roofs = re.findall(r"@defgroup (\w+)", (root / "docs/site/groups.dox").read_text())
+broken += [f"kvlm.h: there is no group {name}" for name in re.findall(r"@ingroup (\w+)", header) if name not in roofs]
+if broken:
+    print(*broken, sep="\n")
 if broken or links < 50:
-    sys.exit(f"{len(broken)} of {links} links lead nowhere." if broken else f"Only {links} links were found.")
+    sys.exit(f"{len(broken)} faults in {links} links and {len(roofs)} groups.")
