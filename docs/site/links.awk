@@ -60,6 +60,8 @@ isCode { print; next }
     next
 }
 {
+    while (/\[[^]]*$/ && (getline more) > 0) # a link goes on in the next line
+        $0 = $0 " " more
     rest = $0
     line = ""
     while (match(rest, /!?\[[^]]*\]\([^ )]+\)/)) {
