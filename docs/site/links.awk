@@ -69,6 +69,7 @@ isCode { print; next }
         line = line substr(rest, 1, RSTART - 1)
         rest = substr(rest, RSTART + RLENGTH)
         if (found ~ /^!/) {
+            sub(/\]\(.*\//, "](", found) # pictures are found by their names
             line = line found
         } else {
             split(found, part, /\]\(/)
