@@ -32,8 +32,8 @@ def remark(order):
     shape = [x for x in order if x in ("width", "height", "widthHeight", "len")]
     results = [x for x in order if x.startswith("dst")]
     found = []
-    if any(x in ("src1Width", "src2Len", "width") and order.index(x) < order.index("src2") for x in order
-           if "src2" in order):
+    between = order[order.index("src1"):order.index("src2")] if "src2" in order else ()
+    if any(x.lower().endswith("width") for x in between):
         found.append("own shapes")
     elif shape and results and order.index(shape[0]) < order.index(results[0]):
         found.append("shape first")
