@@ -327,6 +327,51 @@ TYPED_TEST(EachFailures, StridesNeedNotBeMultiplesOfTheElement)
     }
 }
 
+/// Columns of right-hand sides have the solutions of each alone, in place too; an object has failed if one of them has.
+TYPED_TEST(EachFailures, SidesAreColumns)
+{
+    using T = TypeParam;
+    constexpr int sides = 3, count = 300;
+    for (int n : {1, 2, 3, 5, 7}) {
+        Batch<T> batch(regular, n, count, true);
+        Random random(n);
+        const auto a = packed(batch.a, n, n);
+        std::vector<T> b(count * n * sides), x(b.size());
+        for (T &value : b)
+            value = static_cast<T>(normal(random));
+        const T most = std::numeric_limits<T>::max();
+        std::fill_n(&b[17 * n * sides], n * sides, most / 4); // the products of one overflow, the solution doesn't
+        b[40 * n * sides + 1] = std::numeric_limits<T>::infinity();
+        const auto right = packed(b, n, sides), solution = packed(x, n, sides);
+        const auto compare = [&](auto solve) {
+            std::vector<KvlStatus> st(count), one(count);
+            EXPECT_EQ(solve(a, right, solution, st.data()), 1);
+            std::vector<T> inPlace = b;
+            solve(a, packed(inPlace, n, sides), packed(inPlace, n, sides), st.data());
+            EXPECT_EQ(std::memcmp(inPlace.data(), x.data(), x.size() * sizeof(T)), 0);
+            for (int k = 0; k < sides; ++k) {
+                for (int i = 0; i < count; ++i)
+                    for (int r = 0; r < n; ++r)
+                        batch.b[i * n + r] = right(i, r, k);
+                solve(a, packed(batch.b, n), packed(batch.x, n), one.data());
+                for (int i = 0; i < count; ++i) {
+                    EXPECT_EQ(st[i] == kvlOk, i != 40);
+                    for (int r = 0; r < n; ++r)
+                        if (i == 40)
+                            ASSERT_TRUE(std::isnan(solution(i, r, k)));
+                        else
+                            ASSERT_EQ(solution(i, r, k), batch.x[i * n + r]) << n << " " << i << " " << r << " " << k;
+                }
+            }
+        };
+        compare([](auto &&...arguments) { return each::solve(arguments...); });
+        compare([](auto &&...arguments) { return each::solvePositiveDefinite(arguments...); });
+        compare([](auto &&...arguments) { return each::leastSquares(arguments...); });
+        std::vector<KvlStatus> st(count);
+        EXPECT_EQ(each::solve(a, right, packed(batch.x, n), st.data()), kvlErrSizeMatch);
+    }
+}
+
 /// Values are named if the type can't hold them; R isn't singular for what is small beside the rest of its column.
 TYPED_TEST(EachFailures, LimitsOfTheTypeAreTold)
 {

@@ -64,6 +64,8 @@ struct Strided {
     int object = 0, row = 0, element = 0;
 
     T &operator()(int i, int r, int c) const { return *moved(static_cast<std::ptrdiff_t>(i) * object + offset(r, c)); }
+    /// Column c as vectors.
+    Strided column(int c) const { return {moved(offset(0, c)), object, row, element}; }
     Strided from(int i) const { return {moved(static_cast<std::ptrdiff_t>(i) * object), object, row, element}; }
     bool isPacked(int rows, int columns) const
     {
@@ -144,7 +146,7 @@ public:
     static constexpr int capacity = InPlace;
 
 private:
-    alignas(16) T inPlace[numberOf(InPlace)];
+    alignas(std::max(alignof(T), std::size_t(16))) T inPlace[numberOf(InPlace)];
     std::unique_ptr<T[]> heap;
     std::size_t size = 0;
 };
@@ -173,8 +175,12 @@ public:
         if (direct && destination.direct && overlap(whole, destination.whole, view.count(), rows, columns))
             direct = false;
     }
-    /// The objects that fit a block.
-    int most() const { return direct ? 128 : std::max(1, std::min(128, Room<T>::capacity / (rows * columns))); }
+    /// The objects that fit a block: what is read twice stays in the cache of the first level.
+    int most() const
+    {
+        constexpr int inCache = 16384 / sizeof(T);
+        return std::max(1, (direct ? inCache : Room<T>::capacity) / (rows * columns));
+    }
 
     /// The objects from `first` on, to be written.
     auto open(int first, int count)
@@ -269,24 +275,23 @@ bool forAll(int n, Is is)
     return all;
 }
 
-/// Whether the squares of object i's elements have a sum up to `limit`; at least as many do as of all of n objects.
+/// Whether the squares of the elements of n objects, from object i on, have a sum up to `limit`: then those of each
+/// have.
 template <class T, class Limit>
-bool isBounded(const Strided<T> &x, int i, int rows, int columns, Limit limit)
+bool areBounded(const Strided<T> &x, int i, int n, int rows, int columns, Limit limit)
 {
+    Limit sum = 0;
     if (x.isPacked(rows, columns))
-        return isWithin(squares<Limit>(&x(i, 0, 0), numberOf(rows, columns)), Limit(0), limit);
-    std::remove_const_t<T> sum = 0;
-    for (int r = 0; r < rows; ++r)
-        for (int c = 0; c < columns; ++c)
-            sum += x(i, r, c) * x(i, r, c);
+        sum = squares<Limit>(&x(i, 0, 0), numberOf(n, rows, columns));
+    else
+        for (int r = 0; r < rows; ++r)
+            for (int c = 0; c < columns; ++c)
+                if (x.object == sizeof(T))
+                    sum += squares<Limit>(&x(i, r, c), numberOf(n));
+                else
+                    for (int k = 0; k < n; ++k)
+                        sum += x(i + k, r, c) * x(i + k, r, c);
     return isWithin(sum, Limit(0), limit);
-}
-template <class T, class Limit>
-bool areBounded(const Strided<T> &x, int n, int rows, int columns, Limit limit)
-{
-    if (x.isPacked(rows, columns))
-        return isWithin(squares<Limit>(x.base, numberOf(n, rows, columns)), Limit(0), limit);
-    return forAll(n, [&](int i) { return isBounded(x, i, rows, columns, limit); });
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a
@@ -316,11 +321,38 @@ bool callAll(Op &op, int n, KvlStatus *status)
     return !areMarked;
 }
 
+inline bool isOk(KvlStatus status)
+{
+    return status == kvlOk;
+}
+
 /// What goes to a team takes more work than this; a block is for the caller's thread.
 inline constexpr int leastOfTeams = 1700;
 
-/// Each block: load, call and complete, check, a second attempt for what failed or is not good, store. Returns how many
-/// failed.
+/// A second attempt for each of n objects from object i on that is not good, as a check of many at once tells, then of
+/// some, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
+template <class Op>
+int settle(Op &op, int i, int n, KvlStatus *status)
+{
+    const bool areGood = n == 0 || op.areGood(i, n);
+    if (areGood && !op.isAsked())
+        return 0;
+    int failures = 0;
+    if (areGood || n == 1) {
+        for (const int end = i + n; i < end; ++i) {
+            if (!areGood)
+                status[i] = op.again(i);
+            op.finish(i, status[i]);
+            failures += status[i] != kvlOk;
+        }
+    } else {
+        const int part = (n + 7) / 8;
+        for (int k = 0; k < n; k += part)
+            failures += settle(op, i + k, std::min(part, n - k), status);
+    }
+    return failures;
+}
+/// Each block: load, call and complete, settle, store. Returns how many failed.
 template <class Op>
 int run(Op &&op, KvlStatus *statuses)
 {
@@ -337,14 +369,17 @@ int run(Op &&op, KvlStatus *statuses)
         op.load(first, n);
         const bool hasCompleted = callAll(op, n, status);
         op.complete(n);
-        const bool areGood = hasCompleted && op.areGood(n);
-        if (!areGood || op.isAsked())
-            for (int i = 0; i < n; ++i) {
-                if (status[i] != kvlOk || !(areGood || op.isGood(i)))
-                    status[i] = op.again(i);
-                op.finish(i, status[i]);
-                failures += status[i] != kvlOk;
+        // Those between two that failed, and the one that did.
+        for (int i = 0; i < n; ++i) {
+            const int end =
+                hasCompleted ? n : static_cast<int>(std::find_if_not(status + i, status + n, isOk) - status);
+            failures += settle(op, i, end - i, status);
+            if (end < n) {
+                op.finish(end, status[end] = op.again(end));
+                failures += status[end] != kvlOk;
             }
+            i = end;
+        }
         op.store(first, n);
     }
     return failures;

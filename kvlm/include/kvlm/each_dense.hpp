@@ -20,6 +20,8 @@ inline int exponentOf(const double *x, int count, int stride = 1)
     double largest = 0;
     for (int k = 0; k < count; ++k)
         largest = std::max(largest, std::fabs(x[static_cast<std::ptrdiff_t>(k) * stride]));
+    if (largest >= std::numeric_limits<double>::min())
+        return static_cast<int>(magnitudeBits(largest) >> 52) - 1022;
     int exponent = 0;
     std::frexp(largest, &exponent);
     return exponent;

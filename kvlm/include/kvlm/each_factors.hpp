@@ -7,6 +7,7 @@
 
 #include "each_block.hpp"
 #include "each_dense.hpp"
+#include "each_two.hpp"
 
 #include <tuple>
 
@@ -50,14 +51,24 @@ KvlStatus callWith(Function *function, const Parts &...parts)
     return std::apply(function, std::tuple_cat(parts...));
 }
 
-/// Results of a magnitude from here on come from elements far above the smallest ones.
+/// A root from here on is that of a normal number; that of one far above the smallest ones.
 template <class T>
-constexpr T leastSafe = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
-/// The same of what was squared, or a root was taken of.
+constexpr T leastRoot = sizeof(T) == 4 ? T(0x1p-63) : T(0x1p-511);
 template <class T>
 constexpr T leastSafeRoot = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
 template <class T>
 constexpr T greatest = std::numeric_limits<T>::max();
+
+/// Whether Middling holds for elements (k, k) of so many objects from object i on, for k in [begin, end).
+template <class T>
+bool isDiagonalMiddling(const Strided<T> &x, int i, int objects, int begin, int end, T low)
+{
+    Middling<T> elements(low);
+    for (int k = begin; k < end; ++k)
+        for (int at = i; at < i + objects; ++at)
+            elements.add(x(at, k, k));
+    return elements.areAll();
+}
 
 /// What all operations on matrices share: how the source is read, what stands where an object failed.
 template <class A>
@@ -135,19 +146,19 @@ public:
 
     KvlStatus call(int i, int objects)
     {
+        if (n == 2)
+            return factorTwo(this->in.from(i), pivot + 2 * i, out.from(i), objects), kvlOk;
         return callWith(Systems<T>::lu, matrices(this->in.from(i)), std::tuple(pivot + i * n), matrices(out.from(i)),
                         std::tuple(n, objects));
     }
     void mark(int i) { pivot[i * n] = -1; }
     bool isMarked(int i) const { return pivot[i * n] == -1; }
-    bool areGood(int objects) const
+    /// What overflows, or is infinite, comes to a pivot, and can vanish there. What underflows is small beside the
+    /// least pivot that the C functions accept.
+    bool areGood(int i, int objects) const
     {
-        return forAll(objects, [this](int i) { return isGood(i); });
-    }
-    /// What overflows, or is infinite, comes to a pivot, and can vanish there.
-    bool isGood(int i) const
-    {
-        return forAll(n, [&](int k) { return isWithin(out(i, pivot[i * n + k], k), leastSafe<T>, greatest<T>); });
+        return areBounded(out, i, objects, n, n, greatest<T>) ||
+               (objects == 1 && forAll(n, [&](int k) { return isFinite(out(i, pivot[i * n + k], k)); }));
     }
     KvlStatus again(int i)
     {
@@ -172,7 +183,11 @@ protected:
     template <class B, class X>
     void substitute(const Strided<B> &b, const Strided<X> &x, int objects)
     {
-        callWith(Systems<T>::solveLU, matrices(out), std::tuple(pivot), vectors(b), vectors(x), std::tuple(n, objects));
+        if (n == 2)
+            substituteTwo(out, pivot, b, x, objects);
+        else
+            callWith(Systems<T>::solveLU, matrices(out), std::tuple(pivot), vectors(b), vectors(x),
+                     std::tuple(n, objects));
     }
     /// From a, as read, and b, which the solution replaces; `behind` has room for `extra` elements.
     bool solveAgain(double *a, double *b, double *behind)
@@ -211,15 +226,9 @@ public:
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
-    bool areGood(int objects) const
-    {
-        return forAll(objects, [this](int i) { return isGood(i); });
-    }
-    bool isGood(int i) const
-    {
-        // Reciprocal roots.
-        return forAll(n, [&](int k) { return isWithin(out(i, k, k), leastSafeRoot<T>, 1 / leastSafeRoot<T>); });
-    }
+    /// The diagonal has reciprocal roots of pivots, which are no denormal numbers; what overflows beside one makes it
+    /// negative.
+    bool areGood(int i, int objects) const { return isDiagonalMiddling(out, i, objects, 0, n, leastRoot<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -297,13 +306,13 @@ public:
     }
     void mark(int i) { out(i, h - 1, w - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, h - 1, w - 1)); }
-    /// Squares of what is too long may have overflowed unseen.
-    bool areGood(int objects) const
+    /// Squares of what is too long may have overflowed unseen. The C functions test the squares of all columns that are
+    /// reflected, not what is left of the last one of a square matrix.
+    bool areGood(int i, int objects) const
     {
-        return areBounded(this->in, objects, h, w, greatest<T>) &&
-               forAll(objects, [this](int i) { return hasFactors(i); });
+        return areBounded(this->in, i, objects, h, w, greatest<T>) &&
+               isDiagonalMiddling(out, i, objects, reflectors, w, leastSafeRoot<T>);
     }
-    bool isGood(int i) const { return hasFactors(i) && isBounded(this->in, i, h, w, greatest<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -344,14 +353,9 @@ protected:
     int extra() const { return 0; }
 
     Strided<T> out;
-    const int w = this->width, h = this->height;
+    const int w = this->width, h = this->height, reflectors = h > w ? w : w - 1;
 
 private:
-    bool hasFactors(int i) const
-    {
-        return forAll(w, [&](int k) { return isWithin(out(i, k, k), leastSafeRoot<T>, greatest<T>); });
-    }
-
     /// Of columns of magnitudes near 1: reflectors don't know the length of their column, R is scaled with it.
     bool factor(double *a)
     {

@@ -45,7 +45,12 @@ public:
     {
     }
     int count() const { return source.count(); }
-    int most() const { return std::max(1, copies.capacity / (n * n)); }
+    /// Whole groups, as the C functions form them.
+    int most() const
+    {
+        const int fitting = std::max(1, copies.capacity / (n * n));
+        return fitting > 16 ? fitting - fitting % 16 : fitting;
+    }
     int work() const { return 4 * n * n + 4 * n; }
     bool isAsked() const { return false; }
     void complete(int) {}
@@ -111,8 +116,18 @@ public:
     void mark(int i) { marked(i) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(marked(i)); }
 
-    bool areGood(int objects) { return areGood(0, objects); }
-    bool isGood(int i) { return areGood(i, 1); }
+    bool areGood(int first, int objects)
+    {
+        // Larger values may be too large when they are scaled back.
+        const T most = std::numeric_limits<T>::max() / static_cast<T>(4 * n);
+        if (!forAll(objects, [&](int i) { return powers[first + i].reciprocal <= most; }))
+            return false;
+        if constexpr (which == Vectors::none)
+            return forAll(objects, [&](int i) { return haveTraces(first + i); });
+        else
+            return (!hasRight || haveVectors(right, first, objects, false)) &&
+                   (!hasLeft || haveVectors(left, first, objects, true));
+    }
     KvlStatus again(int i)
     {
         const std::size_t square = numberOf(n, n);
@@ -199,18 +214,6 @@ private:
         const T tolerance = static_cast<T>(8 * n) * std::numeric_limits<T>::epsilon();
         return isFinite(sumOfSquares) && sum * sum <= tolerance * tolerance * norm &&
                std::fabs(sumOfSquares) <= tolerance * norm && nearest > 4 * tolerance * norm;
-    }
-    bool areGood(int first, int objects)
-    {
-        // Larger values may be too large when they are scaled back.
-        const T most = std::numeric_limits<T>::max() / static_cast<T>(4 * n);
-        if (!forAll(objects, [&](int i) { return powers[first + i].reciprocal <= most; }))
-            return false;
-        if constexpr (which == Vectors::none)
-            return forAll(objects, [&](int i) { return haveTraces(first + i); });
-        else
-            return (!hasRight || haveVectors(right, first, objects, false)) &&
-                   (!hasLeft || haveVectors(left, first, objects, true));
     }
     /// Whether A*X - X*W, or its like from the left, is small, and all vectors have length 1.
     bool haveVectors(const Strided<T> &vectors, int first, int objects, bool isLeft)

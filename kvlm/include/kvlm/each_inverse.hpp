@@ -43,21 +43,18 @@ public:
     {
         if (!isByCofactors())
             return kvlOk;
+        if (n == 2)
+            return invertTwo(this->in.from(i), out.from(i), objects), kvlOk;
         T unused[1];
         return callWith(Systems<T>::invert, matrices(this->in.from(i)), std::tuple(unused + 0), matrices(out.from(i)),
                         std::tuple(n, objects));
     }
     void mark(int i) { out(i, n - 1, n - 1) = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
-    bool areGood(int objects) const
+    bool areGood(int i, int objects) const
     {
-        return isByCofactors() && areBounded(this->in, objects, n, n, mostSquares<T>) &&
-               areBounded(out, objects, n, n, mostInverseSquares<T>);
-    }
-    bool isGood(int i) const
-    {
-        return isByCofactors() && isBounded(this->in, i, n, n, mostSquares<T>) &&
-               isBounded(out, i, n, n, mostInverseSquares<T>);
+        return isByCofactors() && areBounded(this->in, i, objects, n, n, mostSquares<T>) &&
+               areBounded(out, i, objects, n, n, mostInverseSquares<T>);
     }
     KvlStatus again(int i)
     {
@@ -86,9 +83,9 @@ public:
     }
 
 private:
-    /// The C functions serve orders 3 to 6; the others they make slowly, and without zeros. Who asks for conditions
+    /// The C functions serve orders 3 to 6; larger ones they make slowly, and without zeros. Who asks for conditions
     /// gets the inverse that they are taken from.
-    bool isByCofactors() const { return 3 <= n && n <= 6 && !this->conditions; }
+    bool isByCofactors() const { return 2 <= n && n <= 6 && !this->conditions; }
 
     Block<F> destination;
     Strided<T> out;
@@ -113,6 +110,8 @@ public:
 
     KvlStatus call(int i, int objects)
     {
+        for (int k = i; n == 2 && k < i + objects; ++k)
+            out[k] = static_cast<T>(determinantOfTwo(this->in, k));
         T unused[1];
         return n < 3 || n > 6 ? kvlOk
                               : callWith(Systems<T>::determinant, matrices(this->in.from(i)),
@@ -120,12 +119,14 @@ public:
     }
     void mark(int i) { out[i] = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out[i]); }
-    bool areGood(int objects) const
+    bool areGood(int i, int objects) const
     {
-        return areBounded(this->in, objects, n, n, mostSquares<T>) &&
-               forAll(objects, [this](int i) { return hasValue(i); });
+        // Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
+        Middling<T> magnitudes(sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400));
+        for (int k = i; k < i + objects; ++k)
+            magnitudes.add(out[k]);
+        return 2 <= n && n <= 6 && magnitudes.areAll() && areBounded(this->in, i, objects, n, n, mostSquares<T>);
     }
-    bool isGood(int i) const { return hasValue(i) && isBounded(this->in, i, n, n, mostSquares<T>); }
     KvlStatus again(int i)
     {
         double *a, *behind;
@@ -135,12 +136,6 @@ public:
     }
 
 private:
-    /// Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
-    bool hasValue(int i) const
-    {
-        constexpr T least = sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400);
-        return 3 <= n && n <= 6 && isWithin(out[i], least, 1 / least);
-    }
     double value(double *a)
     {
         int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
@@ -173,13 +168,13 @@ private:
 } // namespace detail
 
 /**
- * The inverse. Orders 3 to 6 are kvlmInvert's, fast, with an error of a small multiple of n*epsilon*condition for
- * matrices that are not ill-conditioned; for those that are it grows with the square of the condition. By cofactors the
- * condition is that of the matrix with rows and columns of like sizes; floats of order 5 and 6 whose elements are
- * adjacent are inverted by blocks, with a pivot from the first row alone, where it is the condition of the matrix as it
- * is. What products of n elements could underflow or overflow in, and all other orders, and all if `conditions` is
- * given, are by LU factors in double of the matrix with rows and columns scaled by powers of two, which is as exact as
- * the condition allows.
+ * The inverse. Orders 2 to 6 are by cofactors, those from 3 on kvlmInvert's, fast, with an error of a small multiple of
+ * n*epsilon*condition for matrices that are not ill-conditioned; for those that are it grows with the square of the
+ * condition. By cofactors the condition is that of the matrix with rows and columns of like sizes; floats of order 5
+ * and 6 whose elements are adjacent are inverted by blocks, with a pivot from the first row alone, where it is the
+ * condition of the matrix as it is. What products of n elements could underflow or overflow in, and all other orders,
+ * and all if `conditions` is given, are by LU factors in double of the matrix with rows and columns scaled by powers of
+ * two, which is as exact as the condition allows.
  *
  * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
  * one, NaN for what is not finite. Objects below epsilon then count as singular, too.
@@ -200,8 +195,8 @@ int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementO
  * error, with status kvlOk; one that the type can't hold is infinite or 0; only what is not finite gets kvlErrSingular,
  * and NaN.
  *
- * Orders 3 to 6 are kvlmDet's, by minors, if the value is far from the limits of the type; all else is by LU factors in
- * double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.
+ * Orders 2 to 6 are by minors, those from 3 on kvlmDet's, if the value is far from the limits of the type; all else is
+ * by LU factors in double. The error is a small multiple of n*epsilon times the product of the lengths of the rows.
  */
 template <class A>
 int determinant(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)

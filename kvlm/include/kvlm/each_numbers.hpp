@@ -64,6 +64,21 @@ bool isMark(T x)
     return magnitudeBits(x) == magnitudeBits(markOf<T>());
 }
 
+/// Whether magnitudes are at least `low`, at most 1, and not far above it, by less than half of all exponents. They are
+/// collected in two instructions each.
+template <class T>
+class Middling {
+public:
+    explicit Middling(T low) : least(magnitudeBits(low)) {}
+    void add(T x) { seen |= 2 * (magnitudeBits(x) - least); }
+    bool areAll() const { return seen >> (8 * sizeof(T) - 1) == 0; }
+
+private:
+    using Bits = decltype(magnitudeBits(T()));
+    const Bits least;
+    Bits seen = 0;
+};
+
 /// A power of two, factor, that brings a magnitude to about 1, and its reciprocal; both are normal numbers.
 template <class T>
 struct Power {

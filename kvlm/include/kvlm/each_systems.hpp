@@ -36,7 +36,7 @@ private:
     int *const pivots;
 };
 
-/// Factors that stay here, for one right-hand side each.
+/// Factors that stay here. Right-hand sides and solutions are the columns of b and x.
 template <class Factor, class B, class X>
 class Solve : public Conditioned<Factor> {
 public:
@@ -44,8 +44,8 @@ public:
     static constexpr KvlStatus failure = Factor::failure;
 
     template <class A>
-    Solve(const A &a, const B &sides, const X &solutions, T *numbers)
-        : Conditioned<Factor>(a, numbers), right(sides), solution(solutions)
+    Solve(const A &a, const B &rightSides, const X &solutions, T *numbers)
+        : Conditioned<Factor>(a, numbers), right(rightSides), solution(solutions), sides(columnsOf(rightSides))
     {
         right.avoid(solution);
     }
@@ -66,23 +66,30 @@ public:
     }
     void store(int start, int objects) { solution.store(start, objects); }
 
-    void complete(int objects) { this->substitute(b, x, objects); }
-    bool areGood(int objects) const
+    void complete(int objects)
     {
-        return Factor::areGood(objects) && areBounded(x, objects, this->width, 1, greatest<T>);
+        for (int k = 0; k < sides; ++k)
+            this->substitute(b.column(k), x.column(k), objects);
     }
-    bool isGood(int i) const { return Factor::isGood(i) && isSolved(i); }
+    bool areGood(int i, int objects) const
+    {
+        return Factor::areGood(i, objects) &&
+               (areBounded(x, i, objects, this->width, sides, greatest<T>) || (objects == 1 && isSolved(i)));
+    }
     KvlStatus again(int i)
     {
         const int rows = this->height;
-        double *a, *behind;
-        bool isDone = this->read(i, a, behind, rows + this->extra());
-        for (int r = 0; r < rows; ++r)
-            behind[r] = b(i, r, 0);
-        isDone = isDone && areFinite(behind, rows) && this->solveAgain(a, behind, behind + rows);
-        for (int r = 0; isDone && r < this->width; ++r)
-            x(i, r, 0) = static_cast<T>(behind[r]);
-        return isDone && isSolved(i) ? kvlOk : failure;
+        for (int k = 0; k < sides; ++k) {
+            double *a, *behind;
+            const bool isInput = this->read(i, a, behind, rows + this->extra());
+            for (int r = 0; r < rows; ++r)
+                behind[r] = b(i, r, k);
+            if (!isInput || !areFinite(behind, rows) || !this->solveAgain(a, behind, behind + rows))
+                return failure;
+            for (int r = 0; r < this->width; ++r)
+                x(i, r, k) = static_cast<T>(behind[r]);
+        }
+        return isSolved(i) ? kvlOk : failure;
     }
     /// A failure of any kind leaves NaN.
     void finish(int i, KvlStatus &status)
@@ -90,13 +97,13 @@ public:
         if (!this->isRegular(first, i) && status == kvlOk)
             status = kvlErrSingular;
         if (status != kvlOk)
-            this->writeNaN(x, i, this->width, 1);
+            this->writeNaN(x, i, this->width, sides);
     }
 
 private:
     bool isSolved(int i) const
     {
-        return forAll(this->width, [&](int r) { return isFinite(x(i, r, 0)); });
+        return forAll(this->width * sides, [&](int k) { return isFinite(x(i, k / sides, k % sides)); });
     }
 
     Block<B> right;
@@ -105,6 +112,7 @@ private:
     Strided<T> x;
     Room<T> factors;
     Room<int, 384> pivots;
+    const int sides;
     int first = 0;
 };
 
@@ -112,8 +120,8 @@ private:
 template <class Factor, class A, class B, class X>
 int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> *conditions, bool hasShape)
 {
-    const bool doFit =
-        hasShape && b.size() == a.rows() && x.size() == a.columns() && b.count() == a.count() && x.count() == a.count();
+    const bool doFit = hasShape && rowsOf(b) == a.rows() && rowsOf(x) == a.columns() && columnsOf(b) == columnsOf(x) &&
+                       columnsOf(b) > 0 && b.count() == a.count() && x.count() == a.count();
     const KvlStatus status =
         check(statuses && isThere(a) && isThere(b) && isThere(x), a.count(), std::min(a.rows(), a.columns()), doFit);
     return status != kvlOk ? status : run(Solve<Factor, B, X>(a, b, x, conditions), statuses);
@@ -174,7 +182,8 @@ int qr(const A &a, const F &factors, KvlStatus *statuses)
 }
 
 /**
- * A*x = b by LU factors, which are not kept, one right-hand side for each object. x may be b.
+ * A*x = b by LU factors, which are not kept. b and x are vectors, or matrices of as many columns: right-hand sides and
+ * their solutions, all of which have failed if one has. x may be b.
  *
  * kvlErrSingular for a zero pivot, for what is not finite in A or b, for a solution that the type can't hold; and, if
  * `conditions` is given, for a reciprocal condition number below epsilon: it gets 1/(|A|*|A^-1|) in the 1-norm, from
@@ -201,7 +210,7 @@ int solvePositiveDefinite(const A &a, const B &b, const X &x, KvlStatus *statuse
 
 /**
  * The x with the least |A*x - b|, rows() >= columns(), by QR factors, which are not kept (Golub and Van Loan, Matrix
- * Computations, 5.3). b has rows() elements, x columns().
+ * Computations, 5.3). b has rows() elements, or rows, x columns().
  *
  * kvlErrSingular for a zero on the diagonal of R, for what is not finite, for a solution that the type can't hold; and,
  * if `conditions` is given, for a reciprocal condition number of R, in the 1-norm, below epsilon. The second attempt
