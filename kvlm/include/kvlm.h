@@ -23,7 +23,8 @@
  *
  * **Arguments** come in the order of the name: each source with its strides or shifts, the destination, the shape
  * (`width`, `height` or `len`), and `count` where there is an array. Where operands have shapes of their own, as in
- * products, each shape follows its operand.
+ * products, each shape follows its operand; in the determinant, trace, Frobenius norm and transpose the shape precedes
+ * the destination; `buffer` and `pivot` stand before dst, before src2, or last.
  *
  * **Checks.** A stride must be a positive multiple of the element size, a shift a non-negative one; an object may
  * overlap the next, and nothing is asked of the alignment of a base pointer (16 bytes are faster). Arguments are
@@ -32,15 +33,27 @@
  * checked. What a group calls settled is kept for compatibility with existing callers.
  *
  * **Aliasing.** The destination must not overlap a source, unless a group says otherwise. In which order the elements
- * of one destination object are written is not defined; of objects that overlap, the later one is written last, but
- * for objects that different threads of a team write.
+ * of one destination object are written is not defined; of objects that overlap, the later one is written last, but for
+ * objects that different threads of a team write. `buffer` and `pivot` overlap nothing.
+ *
+ * **Failures.** "Always kvlOk" in a group means: once the checks are passed. All others, on arrays, stop at the first
+ * object that fails, unless a group says otherwise: earlier ones are complete, later ones untouched, and the group says
+ * what stands in its own place. In a team this is so in the part of each thread, and the status is the first that
+ * arrives.
+ *
+ * **Accuracy.** One operation, one rounding, in the element type. With u the unit roundoff, 2^-24 (32f) or 2^-53 (64f),
+ * a sum of n products is off by n*u times the sum of their magnitudes at most, in whatever order it is formed (Golub
+ * and Van Loan, Matrix Computations, 2.7). Nothing is scaled: what overflows is infinite, what underflows is denormal
+ * or zero. A result has the same bits on both ABIs, in every description and number of threads, unless a group says
+ * otherwise.
  *
  * **Threads.** Every function may be called from any number of threads at once, on destinations that do not overlap.
  * The library makes threads only for arrays, and as many as threads_omp_of_n_kvl of the core library says (1 at first:
- * see kvlcore.h). Which calls go to the team is a fixed estimate of the work, the same for every machine: large arrays,
- * and some products at 32f from 6 elements on, as their groups say. A call
- * made inside an OpenMP parallel region gets a smaller team than it asked for and then leaves objects undone without
- * any status: keep threads_omp_of_n_kvl at 1 in a program that makes its own teams.
+ * see kvlcore.h). Such a team takes a call whose count is no less than its threads, if the work W of the call, a fixed
+ * estimate, reaches what its group gives as *Team*: a number without a description is for the standard one with
+ * adjacent elements, and for whatever is not named. W wraps at 32 bits; single operands count in it once. A call made
+ * inside an OpenMP parallel region gets a smaller team than it asked for and then leaves objects undone without any
+ * status: keep threads_omp_of_n_kvl at 1 in a program that makes its own teams.
  */
 #ifndef KVLM_H
 #define KVLM_H
@@ -55,6 +68,11 @@
 extern "C" {
 #endif
 
+/**
+ * @defgroup kvlm_library Statuses and version
+ * What every call returns, and which library this is.
+ * @{
+ */
 /** The result of a call: kvlOk or one of the negative values below. No function returns a positive value. */
 typedef int KvlStatus;
 
@@ -89,9 +107,11 @@ typedef struct KvlLibraryVersion {
 /** The constant version record: the same pointer at every call, from any thread. Its texts are not the caller's to
  * free. */
 KVLM_API const KvlLibraryVersion *kvlmGetLibVersion(void);
+/** @} */
 
 /**
- * @name Add: vectors
+ * @defgroup kvlm_add_vectors Add: vectors
+ * @ingroup kvlm_sums
  * dst(j) = src1(j) + src2(j), or src(j) + val, rounded once. vc adds one constant, passed by value.
  *
  * Checks: pointers, len, strides (_P: shifts). Always kvlOk after them. dst may overlap a source in any way, and then
@@ -118,7 +138,8 @@ KVLM_API KvlStatus kvlmAdd_vc_64f_P(const double *const *src, int srcShift, doub
 /** @} */
 
 /**
- * @name Add: arrays of vectors and constants
+ * @defgroup kvlm_add_vector_arrays Add: arrays of vectors and constants
+ * @ingroup kvlm_sums
  * dst(i, j) = A(i, j) + B(i, j), rounded once. Operand v is one vector and c one constant for all objects, va an array
  * of vectors, ca an array of `count` constants, one for each object: val points to them, valStride bytes from one to
  * the next, in the standard and the pointer description; in _L val is a list of pointers to them, with a shift.
@@ -130,6 +151,9 @@ KVLM_API KvlStatus kvlmAdd_vc_64f_P(const double *const *src, int srcShift, doub
  * dst may be an array of vectors among the sources, with the same strides (_P: the same table, shift and object
  * stride); it must not overlap another source. Destination objects that overlap each other hold what objects written
  * one after the other would leave.
+ *
+ * Team: from 20001 on, 32f in _L 40001; W = len*(2*`count` + 1) of vac and vav, 3*len*`count` of vava, len*(`count` +
+ * 1) + `count` of vca, (2*len + 1)*`count` of vaca.
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
@@ -216,7 +240,8 @@ KVLM_API KvlStatus kvlmAdd_vaca_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Add: one matrix and one matrix
+ * @defgroup kvlm_add_matrices Add: one matrix and one matrix
+ * @ingroup kvlm_sums
  * dst(r, c) = A(r, c) + B(r, c), A being src1 and B src2, each read as its letter says. Rounded once. There is no mt
  * form: exchange the operands of tm.
  *
@@ -259,13 +284,16 @@ KVLM_API KvlStatus kvlmAdd_tt_64f_P(const double *const *src1, int src1Shift, co
 /** @} */
 
 /**
- * @name Add: an array of matrices and one matrix
+ * @defgroup kvlm_add_array_matrix Add: an array of matrices and one matrix
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) + B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks: pointers, count, sizes, strides, shifts; in the standard mam forms pointers, count, strides, sizes. Always
  * kvlOk after them. dst may be src1 where that is ma, with the same strides (_P: the same table, shift and object
  * stride); it must not overlap src2. Destination objects that overlap each other hold what objects written one after
  * the other would leave.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_mam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -362,12 +390,15 @@ KVLM_API KvlStatus kvlmAdd_tat_64f_L(const double *const *src1, int src1Shift, i
 /** @} */
 
 /**
- * @name Add: an array of matrices and an array of matrices
+ * @defgroup kvlm_add_arrays Add: an array of matrices and an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) + B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once. There is
  * no mata form: exchange the operands of tama.
  *
  * Checks: pointers, count, sizes, strides, shifts. Always kvlOk after them. dst may be a source of letters ma with the
  * same strides (_P: the same table, shift and object stride).
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = 3*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmAdd_mama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -441,7 +472,8 @@ KVLM_API KvlStatus kvlmAdd_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Sub: vectors
+ * @defgroup kvlm_sub_vectors Sub: vectors
+ * @ingroup kvlm_sums
  * dst(j) = src1(j) - src2(j), src(j) - val (vc) or val - src(j) (cv), rounded once. In cv the vector stands before the
  * constant all the same; it is the difference itself, not that of vc negated (a zero keeps its sign).
  *
@@ -477,7 +509,8 @@ KVLM_API KvlStatus kvlmSub_cv_64f_P(const double *const *src, int srcShift, doub
 /** @} */
 
 /**
- * @name Sub: arrays of vectors and constants
+ * @defgroup kvlm_sub_vector_arrays Sub: arrays of vectors and constants
+ * @ingroup kvlm_sums
  * dst(i, j) = A(i, j) - B(i, j), rounded once, the operands in the order of the letters and each as in Add of arrays of
  * vectors and constants. In the arguments a vector always stands before the constants: in cva, cav and cava it is the
  * second operand all the same.
@@ -485,6 +518,10 @@ KVLM_API KvlStatus kvlmSub_cv_64f_P(const double *const *src, int srcShift, doub
  * Checks as there, vav included. Settled: kvlmSub_cav_32f_P does not check its shifts; kvlmSub_vva_64f_P stays on the
  * caller's thread; cva goes to the team by its count alone, however long the vectors are. Statuses and aliasing as
  * there.
+ *
+ * Team: from 20001 on, 32f in _L 40001; W = len*(2*`count` + 1) of vac and vav, 3*len*`count` of vava, len*(`count` +
+ * 1) + `count` of vca, (2*len + 1)*`count` of vaca, likewise with the operands in the other order, but settled:
+ * 2*`count` + 1 of cva, and kvlmSub_vva_64f_P never.
  * @{
  */
 KVLM_API KvlStatus kvlmSub_vac_32f(const float *src, int srcObjStride, int srcElemStride, float val, float *dst,
@@ -634,7 +671,8 @@ KVLM_API KvlStatus kvlmSub_cava_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Sub: one matrix minus one matrix
+ * @defgroup kvlm_sub_matrices Sub: one matrix minus one matrix
+ * @ingroup kvlm_sums
  * dst(r, c) = A(r, c) - B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks, statuses and aliasing as in Add of one matrix and one matrix.
@@ -686,10 +724,13 @@ KVLM_API KvlStatus kvlmSub_tt_64f_P(const double *const *src1, int src1Shift, co
 /** @} */
 
 /**
- * @name Sub: an array of matrices minus one matrix
+ * @defgroup kvlm_sub_array_matrix Sub: an array of matrices minus one matrix
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) - B(r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks (those of mam included), statuses and aliasing as in Add of an array of matrices and one matrix.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mam_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -786,12 +827,15 @@ KVLM_API KvlStatus kvlmSub_tat_64f_L(const double *const *src1, int src1Shift, i
 /** @} */
 
 /**
- * @name Sub: one matrix minus an array of matrices
+ * @defgroup kvlm_sub_matrix_array Sub: one matrix minus an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(r, c) - B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once: the
  * difference itself, not the negated difference of the mirror form (a zero keeps its sign).
  *
  * Checks: pointers, count, sizes, strides, shifts; in the standard mma forms pointers, count, strides, sizes. Statuses
  * and aliasing as in the mirror form, with src1 and src2 exchanged.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = width*height*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mma_32f(const float *src1, int src1RowStride, int src1ElemStride, const float *src2,
@@ -888,10 +932,13 @@ KVLM_API KvlStatus kvlmSub_tta_64f_L(const double *src1, int src1RowStride, int 
 /** @} */
 
 /**
- * @name Sub: an array of matrices minus an array of matrices
+ * @defgroup kvlm_sub_arrays Sub: an array of matrices minus an array of matrices
+ * @ingroup kvlm_sums
  * dst(i, r, c) = A(i, r, c) - B(i, r, c), A being src1 and B src2, each read as its letter says. Rounded once.
  *
  * Checks, statuses and aliasing as in Add of an array and an array.
+ *
+ * Team: from 36864 on, other strides and _L 18432, _P 9216; W = 3*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmSub_mama_32f(const float *src1, int src1ObjStride, int src1RowStride, int src1ElemStride,
@@ -988,13 +1035,16 @@ KVLM_API KvlStatus kvlmSub_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Mul: matrices by a constant
+ * @defgroup kvlm_mul_matrix_constant Mul: matrices by a constant
+ * @ingroup kvlm_products
  * dst(r, c) = A(r, c)*val, A being src read as its letter says; one rounded product per element. val is a constant of
  * the element type, passed by value. `width` and `height` are those of dst: a t source has `height` columns and `width`
  * rows.
  *
  * Checks: pointers, `count`, sizes, strides, shifts. Always kvlOk after them. dst may be src, of letter m, with the
  * same strides.
+ *
+ * Team: from 35001 on, _P 17001, 32f in _L with other strides 15001; W = 2*width*height*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mc_32f(const float *src, int srcRowStride, int srcElemStride, float val, float *dst,
@@ -1055,14 +1105,17 @@ KVLM_API KvlStatus kvlmMul_tac_64f_L(const double *const *src, int srcShift, int
 /** @} */
 
 /**
- * @name Mul: vectors by constants
+ * @defgroup kvlm_mul_vector_constant Mul: vectors by constants
+ * @ingroup kvlm_products
  * dst(j) = src(j)*val, or dst[i](j) = src[i](j)*val[i]: c is one constant by value, ca an array of `count` constants.
  * val is then a pointer to them with valStride bytes from one to the next, in the standard and the pointer description;
  * in _L a list of pointers to them with a shift. One rounded product per element.
  *
  * Checks: pointers (val too where it is one), `count`, len, strides (valStride too), shifts (valShift too). Always
- * kvlOk after them. dst may be src, an array if dst is one, with the same strides. Settled: at 32f an array by one
- * constant goes to the team if it moves more than 6 elements, nearly always; all others only if they are large.
+ * kvlOk after them. dst may be src, an array if dst is one, with the same strides.
+ *
+ * Team: from 36865 on, _L 18433, _P 9217, vac with other strides 18433; settled: vac at 32f from 7 on, nearly always. W
+ * = the elements of src and dst, and of val where it is an array.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_vc_32f(const float *src, int srcElemStride, float val, float *dst, int dstElemStride,
@@ -1120,7 +1173,8 @@ KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Mul: matrices by vectors
+ * @defgroup kvlm_mul_matrix_vector Mul: matrices by vectors
+ * @ingroup kvlm_products
  * dst(i) = sum over k of A(i, k)*x(k), A being src1 read as its letter says and x being src2. `width` and `height` are
  * the columns and rows of src1 as it is stored; `len` is the length of src2, which must be `width` for m and `height`
  * for t. dst has the other length.
@@ -1140,7 +1194,10 @@ KVLM_API KvlStatus kvlmMul_vaca_64f_L(const double *const *src, int srcShift, in
  * 16 bytes. Results may then depend on the alignment of the operands. For the same bits everywhere use another form.
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
- * must overlap neither source. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * must overlap neither source.
+ *
+ * Team: 32f from 7 on, nearly always; 64f from 36865 on, other strides and _L 18433, _P 9217; W = the elements of both
+ * sources and of dst. Source: Golub and Van Loan, Matrix Computations, 1.1.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
@@ -1283,7 +1340,8 @@ KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Mul: matrices by matrices
+ * @defgroup kvlm_mul_matrices Mul: matrices by matrices
+ * @ingroup kvlm_products
  * dst = A*B, A being src1 and B src2, each read as its letter says. Each operand has its own shape, as it is stored:
  * src1Width columns and src1Height rows. The inner sizes must match: src1Width or, for t, src1Height on the left, and
  * src2Height or, for t, src2Width on the right.
@@ -1309,7 +1367,10 @@ KVLM_API KvlStatus kvlmMul_tava_64f_L(const double *const *src1, int src1Shift, 
  *
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
  * must overlap no source; in _P, where all four sizes are equal and 3 to 6, each object of dst may be that of a source,
- * position by position. At 32f a batch goes to the team if it moves more than 6 elements: nearly always.
+ * position by position.
+ *
+ * Team: 32f from 7 on, nearly always; 64f from 36865 on, other strides and _L 18433, _P 9217; W = the elements of both
+ * sources and of dst. Source: Golub and Van Loan, Matrix Computations, 1.1.
  * @{
  */
 KVLM_API KvlStatus kvlmMul_mm_32f(const float *src1, int src1RowStride, int src1ElemStride, int src1Width,
@@ -1650,7 +1711,8 @@ KVLM_API KvlStatus kvlmMul_tata_64f_L(const double *const *src1, int src1Shift, 
 /** @} */
 
 /**
- * @name Gaxpy
+ * @defgroup kvlm_gaxpy Gaxpy
+ * @ingroup kvlm_products
  * dst = A*x + b: A is src1, of `width` columns and `height` rows, x is src2 of length src2Len = `width`, b is src3 of
  * length src3Len = `height`. In mva both vectors are arrays, in mvav src3 is single.
  *
@@ -1665,6 +1727,8 @@ KVLM_API KvlStatus kvlmMul_tata_64f_L(const double *const *src1, int src1Shift, 
  * Checks: pointers, `count`, sizes, that they match (kvlErrSizeMatch), strides, shifts. Always kvlOk after them. dst
  * may be src3, an array in mva, with the same strides; it must not overlap src1 or src2. Source of the name: Golub and
  * Van Loan, Matrix Computations, 1.1.
+ *
+ * Team: from 5001 on; W = the elements of x, b and dst. Settled: those of A do not count.
  * @{
  */
 KVLM_API KvlStatus kvlmGaxpy_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, int width, int height,
@@ -1732,7 +1796,8 @@ KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, i
 /** @} */
 
 /**
- * @name Homogeneous transform of points
+ * @defgroup kvlm_transform Homogeneous transform of points
+ * @ingroup kvlm_products
  * Maps points by a homogeneous transform with perspective division. src1 is a 4 x 4 matrix a whose fourth column is the
  * translation, src2 an array of points of three elements, dst an array of the same.
  *
@@ -1744,6 +1809,9 @@ KVLM_API KvlStatus kvlmGaxpy_mvav_64f_L(const double *src1, int src1RowStride, i
  * and the next point follows: every point is worked in any case. A NaN in w is no zero divisor.
  *
  * Checks: pointers, `count`, strides. dst may be src2 with the same strides.
+ *
+ * Accuracy: the reciprocal of w is rounded, then each product with it. Team: from 2001 on; W = 2*`count` + 16. Source:
+ * Foley, van Dam, Feiner and Hughes, Computer Graphics, 5.
  * @{
  */
 KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1RowStride, int src1ElemStride,
@@ -1752,7 +1820,8 @@ KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1Row
 /** @} */
 
 /**
- * @name Dot product
+ * @defgroup kvlm_dot Dot product
+ * @ingroup kvlm_measures
  * dst[i] is the sum of the products p(k) = src1(i, k)*src2(i, k), each product and each sum rounded in the element
  * type. dst is one element, in the array forms a plain array of `count` elements, in every description.
  *
@@ -1773,6 +1842,9 @@ KVLM_API KvlStatus kvlmAffineTransform3DH_mva_32f(const float *src1, int src1Row
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them: sums that overflow are infinite. dst must
  * overlap no source.
+ *
+ * Team: from 40001 on, other strides, and _P at 32f, 20001; W = the elements of both sources. Source: Golub and Van
+ * Loan, Matrix Computations, 1.1 and 2.7.
  * @{
  */
 KVLM_API KvlStatus kvlmDotProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
@@ -1817,7 +1889,8 @@ KVLM_API KvlStatus kvlmDotProduct_vava_64f_L(const double *const *src1, int src1
 /** @} */
 
 /**
- * @name Euclidean norm
+ * @defgroup kvlm_l2norm Euclidean norm
+ * @ingroup kvlm_measures
  * dst[i] is the square root of the sum of src(i, k)*src(i, k), in the element type and without scaling: squares
  * overflow and underflow as they do. dst is one element, in the array forms a plain array of `count` elements.
  *
@@ -1830,6 +1903,9 @@ KVLM_API KvlStatus kvlmDotProduct_vava_64f_L(const double *const *src1, int src1
  * processor to processor, and a zero vector has the norm NaN.
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Accuracy: (len/2 + 1)*u relative, short vectors at 32f with the approximate root some 4*u where squares neither
+ * overflow nor underflow. Team: from 20001 on; W = len*`count`. Source: Golub and Van Loan, Matrix Computations, 2.2.
  * @{
  */
 KVLM_API KvlStatus kvlmL2Norm_v_32f(const float *src, int srcElemStride, float *dst, int len);
@@ -1852,13 +1928,17 @@ KVLM_API KvlStatus kvlmL2Norm_va_64f_L(const double *const *src, int srcShift, i
 /** @} */
 
 /**
- * @name Cross product
+ * @defgroup kvlm_cross Cross product
+ * @ingroup kvlm_products
  * dst = src1 x src2, of vectors of three elements: dst(0) = src1(1)*src2(2) - src1(2)*src2(1), and so on around; each
  * product rounded, then the difference.
  *
- * Checks: pointers, `count`, strides, shifts; in vav pointers, strides, shifts, `count`. Always kvlOk after them.
- * Settled: kvlmCrossProduct_vva_64f_P stays on the caller's thread. dst must overlap no source. Destination objects
- * that overlap each other hold what objects written one after the other would leave.
+ * Checks: pointers, `count`, strides, shifts; in vav pointers, strides, shifts, `count`. Always kvlOk after them. dst
+ * must overlap no source. Destination objects that overlap each other hold what objects written one after the other
+ * would leave.
+ *
+ * Accuracy: each element within 2*u times the sum of the magnitudes of its two products. Team: from 20001 on, 32f in _L
+ * 40001; W = 3*`count`, with a single vector 2*`count` + 1. Settled: kvlmCrossProduct_vva_64f_P never.
  * @{
  */
 KVLM_API KvlStatus kvlmCrossProduct_vv_32f(const float *src1, int src1ElemStride, const float *src2, int src2ElemStride,
@@ -1929,13 +2009,16 @@ KVLM_API KvlStatus kvlmCrossProduct_vava_64f_L(const double *const *src1, int sr
 /** @} */
 
 /**
- * @name Saxpy
+ * @defgroup kvlm_saxpy Saxpy
+ * @ingroup kvlm_sums
  * dst(i, j) = src1(i, j)*val + src2(i, j): the product is rounded, then the sum. val is passed by value. Nothing is
  * left out where val is 0: an infinite element then gives NaN.
  *
  * Checks: pointers, `count`, len, strides, shifts. Always kvlOk after them. dst may be a source, an array if dst is
  * one, with the same strides; it must not overlap one otherwise. Source of the name: Golub and Van Loan, Matrix
  * Computations, 1.1.
+ *
+ * Team: from 40001 on; W = 3*len*`count`, with a single vector len*(2*`count` + 1).
  * @{
  */
 KVLM_API KvlStatus kvlmSaxpy_vv_32f(const float *src1, int src1ElemStride, float val, const float *src2,
@@ -2006,11 +2089,14 @@ KVLM_API KvlStatus kvlmSaxpy_vava_64f_L(const double *const *src1, int src1Shift
 /** @} */
 
 /**
- * @name Linear combination
+ * @defgroup kvlm_lcomb Linear combination
+ * @ingroup kvlm_sums
  * dst(i, j) = src1(i, j)*val1 + src2(i, j)*val2: the products are rounded, then the sum. There is no vva form: exchange
  * the operands of vav.
  *
  * Checks, statuses and aliasing as in Saxpy.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W as in Saxpy.
  * @{
  */
 KVLM_API KvlStatus kvlmLComb_vv_32f(const float *src1, int src1ElemStride, float val1, const float *src2,
@@ -2062,11 +2148,14 @@ KVLM_API KvlStatus kvlmLComb_vava_64f_L(const double *const *src1, int src1Shift
 /** @} */
 
 /**
- * @name Trace
+ * @defgroup kvlm_trace Trace
+ * @ingroup kvlm_measures
  * dst[i] = a(0, 0) + a(1, 1) + ... of the square matrix i of src, of order widthHeight, from left to right; the sum
  * begins with +0 but at orders 3 to 6. dst is one element, in the array forms a plain array of `count` elements.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = widthHeight*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmTrace_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *dst);
@@ -2090,7 +2179,8 @@ KVLM_API KvlStatus kvlmTrace_ma_64f_L(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Frobenius norm
+ * @defgroup kvlm_frobnorm Frobenius norm
+ * @ingroup kvlm_measures
  * dst[i] is the square root of the sum of the squares of all elements of matrix i of src, in the element type and
  * without scaling. dst is one element, in the array forms a plain array of `count` elements.
  *
@@ -2101,6 +2191,10 @@ KVLM_API KvlStatus kvlmTrace_ma_64f_L(const double *const *src, int srcShift, in
  * gives 0 there: norms below 3.45e-4 are lost. So does NaN.
  *
  * Checks: pointers, `count`, width and height, strides, shifts. Always kvlOk after them. dst must not overlap src.
+ *
+ * Accuracy: (width*height/2 + 1)*u relative, with the approximate root some 4*u for orders up to 6, above the bound.
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = width*height*`count`. Source: Golub and Van Loan,
+ * Matrix Computations, 2.3.
  * @{
  */
 KVLM_API KvlStatus kvlmFrobNorm_m_32f(const float *src, int srcRowStride, int srcElemStride, int width, int height,
@@ -2125,7 +2219,8 @@ KVLM_API KvlStatus kvlmFrobNorm_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name Determinant
+ * @defgroup kvlm_det Determinant
+ * @ingroup kvlm_systems
  * dst[i] is the determinant of matrix i of src, of order widthHeight = n. dst is one element, in the array forms a
  * plain array of `count` elements, in every description.
  *
@@ -2146,6 +2241,9 @@ KVLM_API KvlStatus kvlmFrobNorm_ma_64f_L(const double *const *src, int srcShift,
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a singular matrix has the
  * determinant 0 and is no error. dst must overlap neither src nor buffer.
+ *
+ * Accuracy: the error is a small multiple of n*u times the product of the lengths of the rows. Team: from 20001 on, 32f
+ * in _L with adjacent elements 40001; W = n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmDet_m_32f(const float *src, int srcRowStride, int srcElemStride, int widthHeight, float *buffer,
@@ -2171,7 +2269,8 @@ KVLM_API KvlStatus kvlmDet_ma_64f_L(const double *const *src, int srcShift, int 
 /** @} */
 
 /**
- * @name LU decomposition
+ * @defgroup kvlm_lu LU decomposition
+ * @ingroup kvlm_systems
  * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), for square
  * matrices of order widthHeight = n. No row is moved: `pivot` holds n ints per object, a run for each behind one
  * another in every description, and pivot[k] is the number of the row of dst that step k took as pivot row, from 0.
@@ -2193,11 +2292,10 @@ KVLM_API KvlStatus kvlmDet_ma_64f_L(const double *const *src, int srcShift, int 
  *   The interchange of step k stands in pivot.
  * - all others: dst holds what the steps before k made of src; the interchange of step k is not in pivot.
  *
- * An array stops at the first object that fails: earlier ones are complete, dst and pivot of later ones untouched. In a
- * team this is so in the part of each thread.
- *
  * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual P*A - L*U
  * is that of textbook partial pivoting, a small multiple of n times the unit roundoff times the norm of A.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = n*n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmLUDecomp_m_32f(const float *src, int srcRowStride, int srcElemStride, int *pivot, float *dst,
@@ -2229,7 +2327,8 @@ KVLM_API KvlStatus kvlmLUDecomp_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name LU solver
+ * @defgroup kvlm_lu_solve LU solver
+ * @ingroup kvlm_systems
  * A*x = b from the factors and pivots that kvlmLUDecomp left: src1 and `pivot`, n ints per matrix. src2 is b in the
  * order of the rows of A, dst is x in natural order. mv is one system, mva one matrix and an array of vectors, mava an
  * array of matrices with a vector each. In kvlmLUBackSubst_mva_..._L src1 is no list.
@@ -2241,6 +2340,9 @@ KVLM_API KvlStatus kvlmLUDecomp_ma_64f_L(const double *const *src, int srcShift,
  * Checks: pointers, `count`, widthHeight, strides, shifts. Always kvlOk after them: a zero on the diagonal gives
  * infinities or NaN. Entries of pivot are not checked. For orders 3 to 6 dst may be src2 with the same strides, for
  * others it must not overlap src2; it must never overlap src1.
+ *
+ * Accuracy: (A + E)*x = b with E a small multiple of n*u times the norm of L times that of U. Team: from 1701 on; W =
+ * n*(n + 2*`count`) of mva, n*(n + 2)*`count` of mava.
  * @{
  */
 KVLM_API KvlStatus kvlmLUBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, const int *pivot,
@@ -2306,7 +2408,8 @@ KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_L(const double *const *src1, int src
 /** @} */
 
 /**
- * @name Inverse
+ * @defgroup kvlm_invert Inverse
+ * @ingroup kvlm_systems
  * dst is the inverse of src, of order widthHeight = n, by determinants: cofactors at orders 3 to 6 (Cramer's rule); at
  * all others, the determinant and each of the n*n minors by an elimination with partial pivoting, order n^5. At 32f,
  * with adjacent elements, orders 5 and 6 go by blocks: one or two pivots and the Schur complement of order 4 (Golub and
@@ -2320,17 +2423,20 @@ KVLM_API KvlStatus kvlmLUBackSubst_mava_64f_L(const double *const *src1, int src
  * - orders 3 to 6: unless the determinant has a magnitude of at least 2n^3*m; by blocks, each pivot and the determinant
  *   of the complement. Settled: 4n^3*m at 64f with adjacent elements at orders 3 and 4. NaN fails.
  * - all others but 1: if a pivot is below 2n^3*m in magnitude, or the determinant at most that. Settled: a minor that
- * is judged to be zero by the same test becomes 2n^3*m, so a zero of the inverse comes out as that over the
- * determinant. NaN passes.
+ *   is judged to be zero by the same test becomes 2n^3*m, so a zero of the inverse comes out as that over the
+ *   determinant. NaN passes.
  * - order 1: if the element is at most 2m in magnitude. NaN fails in the forms on one matrix and passes in those on
- *   arrays. Never goes to a team.
+ *   arrays.
  *
  * After a failure dst is untouched, but where blocks were used: then row 0 (order 5) or rows 0 and 1 (order 6) hold
- * scratch. An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team
- * this is so in the part of each thread.
+ * scratch.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. For orders 3 to 6 dst may be src with the same strides; for
  * others it must not overlap src.
+ *
+ * Accuracy: for orders 3 to 6 the error of the inverse, beside its norm, is a small multiple of n*u times the condition
+ * number where that is small, and grows with its square; the reciprocal at 32f is within 4*u. Team: from 20001 on, 32f
+ * in _L with adjacent elements 40001, order 1 never; W = 2*n*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmInvert_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer, float *dst,
@@ -2361,7 +2467,8 @@ KVLM_API KvlStatus kvlmInvert_ma_64f_L(const double *const *src, int srcShift, i
 /** @} */
 
 /**
- * @name Copy: an array from one description into another
+ * @defgroup kvlm_copy Copy: an array from one description into another
+ * @ingroup kvlm_moves
  * dst(i, j) = src(i, j), or dst(i, r, c) = src(i, r, c). The two letters at the end of a name are the descriptions of
  * source and destination: S standard, P pointers (as _P elsewhere), L list (as _L).
  *
@@ -2468,7 +2575,8 @@ KVLM_API KvlStatus kvlmCopy_ma_64f_PL(const double *const *src, int srcShift, in
 /** @} */
 
 /**
- * @name Extract: into one packed buffer
+ * @defgroup kvlm_extract Extract: into one packed buffer
+ * @ingroup kvlm_moves
  * dst is a plain array of the element type without gaps: the elements of a vector, or of a matrix row by row, object
  * after object, in every description. t is read transposed; `width` and `height` are those of the result.
  *
@@ -2542,7 +2650,8 @@ KVLM_API KvlStatus kvlmExtract_ta_64f_L(const double *const *src, int srcShift, 
 /** @} */
 
 /**
- * @name LoadIdentity: an array of identity matrices
+ * @defgroup kvlm_identity LoadIdentity: an array of identity matrices
+ * @ingroup kvlm_moves
  * dst(i, r, c) = 1 where r = c, else +0. Matrices need not be square: a tall one has zero rows below, a wide one zero
  * columns at its right.
  *
@@ -2568,7 +2677,8 @@ KVLM_API KvlStatus kvlmLoadIdentity_ma_64f_L(double *const *dst, int dstShift, i
 /** @} */
 
 /**
- * @name Transpose
+ * @defgroup kvlm_transpose Transpose
+ * @ingroup kvlm_moves
  * dst(c, r) = src(r, c), of one matrix or of each matrix of an array. `width` and `height` are here the columns and
  * rows of src, and stand before dst: the result has `width` rows and `height` columns. In _P the table of src is
  * indexed r*width + c, that of dst c*height + r.
@@ -2613,7 +2723,8 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
 /** @} */
 
 /**
- * @name Eigenvalues of symmetric matrices
+ * @defgroup kvlm_eigenvalues_sym Eigenvalues of symmetric matrices
+ * @ingroup kvlm_eigen
  * dst holds the eigenvalues of src, of order widthHeight = n: n adjacent elements per object, the objects' runs behind
  * one another, in every description. They descend; settled: at order 2 with a negative trace they ascend. That src is
  * symmetric is not tested; order 2 reads the element right of the diagonal only.
@@ -2630,8 +2741,6 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * untouched; order 1: never); above order 2 dst then holds the values in no order. Settled: where the iteration goes
  * from the bottom, the product takes the current value of the diagonal again at each split that a search meets, and so
  * may differ from the determinant. kvlErrNoConvergence if 30 sweeps do not find an eigenvalue; dst then means nothing.
- * An array stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so
- * in the part of each thread.
  *
  * Values are within a small multiple of n times the unit roundoff times the norm of src, but not below eps. Settled
  * exceptions: a sweep that ends with a tiny change may leave its last elements as they were. Of random matrices less
@@ -2642,6 +2751,8 @@ KVLM_API KvlStatus kvlmTranspose_ma_64f_L(const double *const *src, int srcShift
  * every call.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. dst and buffer must overlap neither src nor each other.
+ *
+ * Team: from 20001 on, 32f in _L with adjacent elements 40001; W = n*(n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
@@ -2670,7 +2781,8 @@ KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int src
 /** @} */
 
 /**
- * @name Eigenvalues and eigenvectors of symmetric matrices
+ * @defgroup kvlm_eigenvectors_sym Eigenvalues and eigenvectors of symmetric matrices
+ * @ingroup kvlm_eigen
  * dstValues as dst of the eigenvalues alone, and dstVectors, a matrix of order n in the description of the call: column
  * i, elements (0, i) to (n-1, i), is the vector of value i. The columns are orthonormal up to rounding; their signs are
  * as the rotations leave them.
@@ -2682,6 +2794,9 @@ KVLM_API KvlStatus kvlmEigenValuesSym_ma_64f_L(const double *const *src, int src
  * 32f, so the last bits of the two differ.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. No destination may overlap src, buffer or another.
+ *
+ * Accuracy: the columns are orthonormal within a small multiple of n*u; A*v - w*v is as small as the errors of the
+ * values are. Team: from 1701 on; W = n*(2*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectorsSym_m_32f(const float *src, int srcRowStride, int srcElemStride, float *buffer,
@@ -2722,7 +2837,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsSym_ma_64f_L(const double *const *src, 
 /** @} */
 
 /**
- * @name Scratch of general eigenproblems
+ * @defgroup kvlm_eigen_scratch Scratch of general eigenproblems
+ * @ingroup kvlm_eigen
  * *size gets the bytes that `buffer` must have for matrices of order widthHeight = n, for a single object and for an
  * array alike: n*(n + 5) elements for the eigenvalues alone, n*(3*n + 5) for eigenvalues and vectors. The product wraps
  * at 32 bits, as n reaches ten thousands.
@@ -2737,7 +2853,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *si
 /** @} */
 
 /**
- * @name Eigenvalues of general matrices
+ * @defgroup kvlm_eigenvalues Eigenvalues of general matrices
+ * @ingroup kvlm_eigen
  * dstRe and dstIm hold the real and imaginary parts of the eigenvalues of src, of order widthHeight = n: n adjacent
  * elements each per object, the objects' runs behind one another, in every description. Complex pairs stand side by
  * side, the value with the positive imaginary part first. There is no other order: the values come as the diagonal
@@ -2759,11 +2876,12 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsGetBufSize_64f(int widthHeight, int *si
  * elements: every call ends.
  *
  * kvlErrNoConvergence if 30*n sweeps in all do not suffice: the values that were found stand at the end of the object's
- * runs, the elements before them are untouched. An array stops at the first object that fails: earlier ones are
- * complete, later ones untouched. In a team this is so in the part of each thread.
+ * runs, the elements before them are untouched.
  *
  * Checks: pointers, widthHeight, `count`, shifts, strides. dstRe, dstIm and buffer must overlap neither src nor each
  * other.
+ *
+ * Team: from 10001 on; W = n*(n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValues_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dstRe,
@@ -2790,7 +2908,8 @@ KVLM_API KvlStatus kvlmEigenValues_ma_64f_L(const double *const *src, int srcShi
 /** @} */
 
 /**
- * @name Eigenvalues and both sets of eigenvectors of general matrices
+ * @defgroup kvlm_eigenvectors Eigenvalues and both sets of eigenvectors of general matrices
+ * @ingroup kvlm_eigen
  * dstRe and dstIm as in the eigenvalues alone, and two matrices of order n in the description of the call,
  * dstVectorsRight and dstVectorsLeft. Their columns are vectors of Euclidean length 1, up to rounding:
  *
@@ -2823,6 +2942,8 @@ KVLM_API KvlStatus kvlmEigenValues_ma_64f_L(const double *const *src, int srcShi
  *
  * Checks: pointers, widthHeight, `count`, srcShift, strides of src, shifts of the destinations, their strides; in the
  * standard description: pointers, widthHeight, `count`, strides. No destination may overlap src, buffer or another.
+ *
+ * Team: from 7001 on; W = n*(3*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectors_m_32f(const float *src, int srcRowStride, int srcElemStride,
@@ -2877,12 +2998,15 @@ KVLM_API KvlStatus kvlmEigenValuesVectors_ma_64f_L(const double *const *src, int
 /** @} */
 
 /**
- * @name Eigenvalues and one set of eigenvectors of general matrices
+ * @defgroup kvlm_eigenvectors_side Eigenvalues and one set of eigenvectors of general matrices
+ * @ingroup kvlm_eigen
  * dst gets the columns of dstVectorsRight or those of dstVectorsLeft above, bit for bit, dstRe and dstIm the same
  * values. `buffer`, method, statuses and accuracy are those of both sets; kvlErrSmallPivot and the silent end come from
  * the one substitution that is made.
  *
  * Checks: as for both sets.
+ *
+ * Team: from 7001 on; W = n*(3*n + 1)*`count`.
  * @{
  */
 KVLM_API KvlStatus kvlmEigenValuesVectorsRight_m_32f(const float *src, int srcRowStride, int srcElemStride, float *dst,
@@ -2961,7 +3085,8 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_L(const double *const *src,
 /** @} */
 
 /**
- * @name Cholesky decomposition
+ * @defgroup kvlm_cholesky Cholesky decomposition
+ * @ingroup kvlm_systems
  * A = L * L^T for symmetric positive definite A, of order widthHeight = n, without pivoting (Golub and Van Loan, Matrix
  * Computations, 4.2). Of src only the elements on and below the diagonal are read: symmetry is taken for granted. dst
  * gets L below the diagonal and the *reciprocals* of L's diagonal on it, as kvlmCholeskyBackSubst wants them; above it
@@ -2969,17 +3094,14 @@ KVLM_API KvlStatus kvlmEigenValuesVectorsLeft_ma_64f_L(const double *const *src,
  *
  * Row by row, each element from the left: a(i, j) minus the products of the rows i and j of L, one at a time,
  * ascending; times the reciprocal in row j. On the diagonal 1/sqrt(s), s being what is left of a(i, i): at 64f rounded
- * twice, at 32f the processor's approximate reciprocal root y and one Newton step, (y * (s*y*y - 3)) * -0.5, which may
- * differ from processor to processor in the last bits.
+ * twice, at 32f the processor's approximate reciprocal root y and one Newton step, (y * (s*y*y - 3)) * -0.5, which is
+ * within 4*u and may differ from processor to processor in the last bits.
  *
  * kvlErrNotPositiveDefinite if some s is not above 0; NaN is not. Settled exceptions: 2^-23 takes the place of 0 at
  * order 3 in _P, at both types; 2^-52 in kvlmCholeskyDecomp_ma_64f with an element stride other than 8 at orders other
- * than 3, 4 and 5. After a failure in row i the rows before it stand in dst, and row i up to the diagonal. An array
- * stops at the first object that fails: earlier ones are complete, later ones untouched. In a team this is so in the
- * part of each thread.
+ * than 3, 4 and 5. After a failure in row i the rows before it stand in dst, and row i up to the diagonal.
  *
- * Work is n*n*`count`; the team takes calls with more than 7500 (standard, 32f), 720 (_L, 64f, adjacent elements), 2000
- * (all others).
+ * Team: 32f standard from 7501 on; 64f in _L with adjacent elements 721; all others 2001; W = n*n*`count`.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts. dst may be src with the same strides. The residual
  * A - L*L^T is a small multiple of n times the unit roundoff times the norm of A.
@@ -3015,7 +3137,8 @@ KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_L(const double *const *src, int src
 /** @} */
 
 /**
- * @name Cholesky solver
+ * @defgroup kvlm_cholesky_solve Cholesky solver
+ * @ingroup kvlm_systems
  * A*x = b from the factor that kvlmCholeskyDecomp left in src1, of which nothing above the diagonal is read. src2 is b,
  * dst is x. mv is one system, mva one matrix and an array of vectors, mava an array of matrices with a vector each. In
  * kvlmCholeskyBackSubst_mva_..._L src1 is no list.
@@ -3024,8 +3147,9 @@ KVLM_API KvlStatus kvlmCholeskyDecomp_ma_64f_L(const double *const *src, int src
  * terms subtracted one by one, forward ascending and backward descending. Nothing divides: a plain L, with its true
  * diagonal, gives wrong results.
  *
- * The team takes more than this much work: (n + 2*`count`)*n of mva above 1200 (standard, 32f) or 720, n*(n +
- * 2)*`count` of mava above 2050 (standard, 32f, adjacent elements; _P, 64f) or 1700.
+ * Accuracy: (A + E)*x = b with E a small multiple of n*u times the norm of A. Team: mva from 721 on, 32f standard 1201,
+ * W = n*(n + 2*`count`); mava from 1701 on, 32f standard with adjacent elements and 64f in _P 2051, W = n*(n +
+ * 2)*`count`.
  *
  * Checks: pointers, `count`, widthHeight, strides, shifts; settled in kvlmCholeskyBackSubst_mva_..._L: pointers,
  * strides, shifts, widthHeight, `count`. Always kvlOk after them. dst may be src2 with the same strides; it must not
@@ -3091,7 +3215,8 @@ KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_L(const double *const *src1, i
 /** @} */
 
 /**
- * @name QR decomposition
+ * @defgroup kvlm_qr QR decomposition
+ * @ingroup kvlm_systems
  * A = Q*R for matrices of `height` rows and `width` columns, width <= height, by Householder reflections (Golub and Van
  * Loan, Matrix Computations, 5.2), all shapes by the same steps. dst gets R on and above the diagonal; below it column
  * k holds v_k(i), i > k, of the reflector I + b*v*v^T with v_k(k) = 1 and b = -2/(v, v). A square matrix has no
@@ -3103,12 +3228,11 @@ KVLM_API KvlStatus kvlmCholeskyBackSubst_mava_64f_L(const double *const *src1, i
  *
  * kvlErrZeroDivisor if s is below 2^-23 (32f) or 2^-52 (64f): the squared length itself, not scaled by the matrix. The
  * last column of a square matrix is not tested; NaN passes. After a failure in column k dst holds the whole matrix with
- * the reflectors before k applied and stored. An array stops at the first object that fails: earlier ones are complete,
- * later ones untouched. In a team this is so in the part of each thread.
+ * the reflectors before k applied and stored.
  *
  * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
  *
- * Work is 2*width*height*`count`; the team takes calls with more than 2800 (standard) or 1800 (_P, _L).
+ * Team: from 2801 on, _P and _L 1801; W = 2*width*height*`count`.
  *
  * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). dst may be
  * src with the same strides. The residual A - Q*R and the departure of Q from orthogonality are small multiples of
@@ -3145,7 +3269,8 @@ KVLM_API KvlStatus kvlmQRDecomp_ma_64f_L(const double *const *src, int srcShift,
 /** @} */
 
 /**
- * @name QR solver
+ * @defgroup kvlm_qr_solve QR solver
+ * @ingroup kvlm_systems
  * A*x = b, for height > width in the sense of least squares, from what kvlmQRDecomp left in src1: src2 is b with
  * `height` elements, dst is x with `width`. mv is one system, mva one matrix and an array of vectors, mava an array of
  * matrices with a vector each. In kvlmQRBackSubst_mva_..._L src1 is no list.
@@ -3158,12 +3283,15 @@ KVLM_API KvlStatus kvlmQRDecomp_ma_64f_L(const double *const *src, int srcShift,
  *
  * `buffer` is scratch of `height` elements, one for all objects, and must not be null. Teams have their own.
  *
- * The team takes more than 2800 (standard) or 1800 (_P, _L) of work: width*height + (width + height)*`count` of mva,
- * (width*height + width + height)*`count` of mava.
+ * Accuracy: x is the least squares solution for some A + E and b + e, beside which E and e are a small multiple of
+ * `height`*`width`*u, as Golub and Van Loan, 5.3.
  *
  * Checks: pointers, `count`, width and height, strides, shifts, at last width <= height (kvlErrSizeMatch). Always kvlOk
  * after them: a zero on the diagonal of R gives infinities or NaN. dst may be src2 with the same strides; it must not
  * overlap src1.
+ *
+ * Team: from 2801 on, _P and _L 1801; W = width*height + (width + height)*`count` of mva, (width*height + width +
+ * height)*`count` of mava.
  * @{
  */
 KVLM_API KvlStatus kvlmQRBackSubst_mv_32f(const float *src1, int src1RowStride, int src1ElemStride, float *buffer,
