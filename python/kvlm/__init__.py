@@ -13,8 +13,8 @@ Types
 Memory
     Arrays at any positive byte strides are read and written where they lie: slices, planes, transposes, fields of
     structures. Copied are: negative strides, zero strides of broadcast_to(), addresses that are no multiple of the
-    element's size. `out` gets the results; one that overlaps a source, or is of another type, is filled by a copy in
-    the end.
+    element's size. `out` gets the results, of several ones as a tuple, in which None may stand for an array that is
+    not given; one that overlaps a source, or is of another type, is filled by a copy in the end.
 
 Failures
     numpy.linalg.LinAlgError, as numpy raises it; what is not finite gives NaN where it does so in numpy. With info=True
@@ -51,6 +51,24 @@ def _lower(a, UPLO):
     raise ValueError("UPLO argument must be 'L' or 'U'")
 
 
+def _into(out, result):
+    """result, one array or a tuple of some; or those of out, filled with it."""
+    if out is None:
+        return result
+    if isinstance(result, tuple):
+        if not isinstance(out, tuple) or len(out) != len(result):
+            raise ValueError(f"The 'out' argument must be a tuple of {len(result)} arrays")
+        return tuple(map(_into, out, result))
+    if isinstance(out, tuple) and len(out) == 1:
+        return _into(out[0], result)
+    if not isinstance(out, _np.ndarray):
+        raise TypeError("'out' must be an array")
+    if out.shape != _np.shape(result):
+        raise ValueError("The shape of 'out' is not that of the result")
+    _np.copyto(out, result)
+    return out
+
+
 def eigvalsh(a, UPLO="L", *, out=None, info=False):
     """Eigenvalues (..., n), ascending, of symmetric matrices (..., n, n), as numpy.linalg.eigvalsh.
 
@@ -74,42 +92,46 @@ def _complex(re, im):
     return w
 
 
-def eigvals(a, *, info=False):
-    """Eigenvalues (..., n) of matrices (..., n, n), as numpy.linalg.eigvals: complex if any value of the stack is."""
+def eigvals(a, *, out=None, info=False):
+    """Eigenvalues (..., n) of matrices (..., n, n), as numpy.linalg.eigvals: complex if any value of the stack is.
+
+    A complex `out` takes whatever comes; complex values raise TypeError if it is real.
+    """
     re, im, *rest = _core._eigvals(a, info=info)
-    w = _complex(re, im) if im.any() else re
+    w = _into(out, _complex(re, im) if im.any() else re)
     return (w, *rest) if info else w
 
 
-def eig(a, *, info=False):
+def eig(a, *, out=None, info=False):
     """(w, v) of matrices (..., n, n), as numpy.linalg.eig: a @ v[..., :, i] = w[..., i] * v[..., :, i], length 1.
 
-    Both are complex if any value of the stack is.
+    Both are complex if any value of the stack is. `out` is a tuple of two arrays, as in eigvals().
     """
-    re, im, v, *rest = _core._eig(a, info=info)
-    if not im.any():
-        return (re, v, *rest)
-    z = _np.empty(v.shape, _np.result_type(v, _np.complex64))
-    _core._complex_vectors(im, v, out=(z.real, z.imag))
-    return (_complex(re, im), z, *rest)
+    w, im, v, *rest = _core._eig(a, info=info)
+    if im.any():
+        z = _np.empty(v.shape, _np.result_type(v, _np.complex64))
+        _core._complex_vectors(im, v, out=(z.real, z.imag))
+        w, v = _complex(w, im), z
+    return (*_into(out, (w, v)), *rest)
 
 
-def qr(a, mode="reduced", *, info=False):
+def qr(a, mode="reduced", *, out=None, info=False):
     """(q, r) of matrices (..., m, n), as numpy.linalg.qr: q (..., m, k), r (..., k, n), k = min(m, n).
 
     mode "complete": k = m; "r": r alone. "raw" is not there. Any finite matrix has its factors, a singular one, too.
+    `out` is a tuple of two arrays, or r.
     """
     if mode == "r":
-        return _core._qr_r(a, info=info)
+        return _core._qr_r(a, out=out, info=info)
     if mode == "complete":
         a = _np.asarray(a)
         if a.shape[-1:] == (0,):
             q = _np.broadcast_to(_np.eye(a.shape[-2]), a.shape[:-1] + a.shape[-2:-1]).copy()
-            return (q, a.astype(q.dtype), *([_np.zeros(a.shape[:-2], _np.int32)] if info else []))
-        return _core._qr_complete(a, info=info)
+            return (*_into(out, (q, a.astype(q.dtype))), *([_np.zeros(a.shape[:-2], _np.int32)] if info else []))
+        return _core._qr_complete(a, out=out, info=info)
     if mode != "reduced":
         raise ValueError(f"Unrecognized mode '{mode}'")
-    return _core._qr_reduced(a, info=info)
+    return _core._qr_reduced(a, out=out, info=info)
 
 
 def _vectors(a, b):
@@ -117,7 +139,7 @@ def _vectors(a, b):
     return _np.ndim(b) == 1 or _np.ndim(b) == _np.ndim(a) - 1
 
 
-def lstsq(a, b, rcond=None, *, full=True, info=False):
+def lstsq(a, b, rcond=None, *, full=True, out=None, info=False):
     """(x, residuals, rank, s) with the least |a @ x - b| for matrices (..., m, n), as numpy.linalg.lstsq of a stack.
 
     b is vectors (..., m) or matrices (..., m, k), as in solve(). residuals (..., 1) or (..., k) are sums of squares, 0
@@ -126,7 +148,7 @@ def lstsq(a, b, rcond=None, *, full=True, info=False):
 
     Full rank and m >= n are the fast case, by QR decompositions; all others are done by numpy, one by one. Most of the
     time goes to s. With full=False x is all that is returned, many times faster; it is for m >= n alone, and only what
-    has a zero on the diagonal of R is an error.
+    has a zero on the diagonal of R is an error. `out` is a tuple of four arrays, with full=False that of x.
     """
     a = _np.asarray(a)
     b = _np.asarray(b)
@@ -154,7 +176,7 @@ def lstsq(a, b, rcond=None, *, full=True, info=False):
             raise ValueError("lstsq: full=False is for no more columns than rows")
         if not info and status.any():
             raise LinAlgError("Singular matrix")
-        x = x[..., 0] if isVectors else x
+        x = _into(out, x[..., 0] if isVectors else x)
         return (x, status) if info else x
 
     s, rank, other = _singular_values(a, rcond)
@@ -175,7 +197,7 @@ def lstsq(a, b, rcond=None, *, full=True, info=False):
                 residuals[i] = (difference * difference).sum(axis=0) if m > n else 0
     if not info and status.any():
         raise LinAlgError("SVD did not converge in Linear Least Squares")
-    result = (x[..., 0] if isVectors else x, residuals, rank, s)
+    result = _into(out, (x[..., 0] if isVectors else x, residuals, rank, s))
     return (*result, status) if info else result
 
 
@@ -205,17 +227,17 @@ def lu_solve(lu_and_piv, b, *, out=None):
     return _core._lu_solve(lu, _np.asarray(piv, _np.int32), b, out=out)
 
 
-def cho_factor(a, lower=False, *, info=False):
+def cho_factor(a, lower=False, *, out=None, info=False):
     """(c, lower) of positive definite matrices (..., n, n), for cho_solve, as scipy.linalg.cho_factor.
 
     c is upper triangular with c.T @ c = a, or lower triangular with c @ c.T = a; its other triangle is zero. Only the
-    triangle in question is read.
+    triangle in question is read. `out` is that of c.
     """
-    c, *rest = cholesky(a if lower else _turned(a), info=True)
+    to = out if lower or out is None else _turned(out)
+    c, *rest = cholesky(a if lower else _turned(a), out=to, info=True)
     if not info and rest[0].any():
         raise LinAlgError("Matrix is not positive definite")
-    result = (c if lower else _turned(c), lower)
-    return (*result, *rest) if info else result
+    return (c if lower else _turned(c) if out is None else out, lower, *(rest if info else ()))
 
 
 def cho_solve(c_and_lower, b, *, out=None):
@@ -224,7 +246,7 @@ def cho_solve(c_and_lower, b, *, out=None):
     return _core._cho_solve(c if lower else _turned(c), b, out=out)
 
 
-def norm(x, ord=None, axis=None, keepdims=False):
+def norm(x, ord=None, axis=None, keepdims=False, *, out=None):
     """Norms, as numpy.linalg.norm: of vectors along an axis, of matrices in two axes, of all x if axis is None.
 
     Euclidean norms of vectors and Frobenius norms of matrices are the library's; all other ones are numpy's.
@@ -234,8 +256,8 @@ def norm(x, ord=None, axis=None, keepdims=False):
     elif isinstance(axis, tuple) and len(axis) == 2 and ord in (None, "fro", "f") and axis[0] != axis[1]:
         result = _core._frobenius(x if axis == (-2, -1) else _np.moveaxis(_np.asarray(x), axis, (-2, -1)))
     else:
-        return _np.linalg.norm(x, ord, axis, keepdims)
-    return _np.expand_dims(result, axis) if keepdims else result
+        return _into(out, _np.linalg.norm(x, ord, axis, keepdims))
+    return _into(out, _np.expand_dims(result, axis) if keepdims else result)
 
 
 for _name in __all__:

@@ -123,8 +123,10 @@ def test_sizes_of_elements(rng, dtype, size):
         inverse = la.inv(a[:, :n, :n])
         ours = la.inv(huge[:, :n, :n]) * scale
         np.testing.assert_allclose(ours, inverse, rtol=0, atol=tolerance * np.abs(inverse).max())
-    for b in (a[..., 0], a):
-        np.testing.assert_allclose(la.solve(huge, b) * scale, la.solve(a, b), rtol=0, atol=tolerance)
+        for b in (a[:, :n, 0], a[:, :n]):
+            x = la.solve(a[:, :n, :n], b)
+            ours = la.solve(huge[:, :n, :n], b) * scale
+            np.testing.assert_allclose(ours, x, rtol=0, atol=tolerance * np.abs(x).max())
     s = a @ a.swapaxes(-1, -2)
     values = la.eigvalsh(s)
     np.testing.assert_allclose(la.eigvalsh(s * scale) / scale, values, rtol=0, atol=tolerance * values.max())
@@ -184,6 +186,42 @@ def test_out_of_other_types_and_read_only(rng):
     np.testing.assert_array_equal(la.inv(read_only), la.inv(a))
     with pytest.raises(ValueError, match="read-only"):
         la.inv(a, out=read_only)
+
+
+def test_out_of_several_results(rng):
+    a = rng.standard_normal((6, 4, 3))
+    square = a[:, :3] @ a[:, :3].swapaxes(-1, -2) + np.eye(3)
+    turned = a[:, :3] - a[:, :3].swapaxes(-1, -2)  # of imaginary eigenvalues
+    calls = [
+        lambda out: la.qr(a, out=out), lambda out: la.qr(a, "complete", out=out), lambda out: la.qr(a, "r", out=out),
+        lambda out: la.qr(a[..., :0], "complete", out=out), lambda out: la.eig(square, out=out),
+        lambda out: la.eig(turned, out=out), lambda out: la.eigvals(turned, out=out),
+        lambda out: la.lstsq(a, a[..., 0], out=out), lambda out: la.lstsq(a, a[..., 0], full=False, out=out),
+        lambda out: la.cho_factor(square, out=out and out[0])[:1], lambda out: la.norm(a, axis=-1, out=out),
+        lambda out: la.norm(a, 1, axis=(-2, -1), keepdims=True, out=out), lambda out: la.lu_factor(square, out=out),
+    ]
+    for call in calls:
+        expected = call(None)
+        if isinstance(expected, tuple):
+            out = tuple(np.full((*x.shape, 2), 7, x.dtype)[..., 0] for x in expected)
+            assert all(x is y for x, y in zip(call(out), out))
+            partly = call((out[0], *(None,) * (len(out) - 1)))
+            for x, y, z in zip(out, expected, partly):
+                np.testing.assert_array_equal(x, y)
+                np.testing.assert_array_equal(z, y)
+        else:
+            out = np.full((*expected.shape, 2), 7, expected.dtype)[..., 0]
+            assert call(out) is out and call((out,)) is out
+            np.testing.assert_array_equal(out, expected)
+    wide = np.empty((6, 3), complex)
+    np.testing.assert_array_equal(la.eigvals(square, out=wide), la.eigvals(square))
+    with pytest.raises(TypeError):
+        la.eigvals(turned, out=np.empty((6, 3)))
+    for wrong in (wide, (wide,), (wide, wide)):
+        with pytest.raises(ValueError):
+            la.eig(square, out=wrong)
+    with pytest.raises(ValueError, match="read-only"):
+        la.eigvals(square, out=np.broadcast_to(wide, wide.shape))
 
 
 @pytest.mark.parametrize("f, sources", [
