@@ -10,6 +10,8 @@ _Outs = Optional[Tuple[_Out, ...]]
 _Statuses = Any
 _Axis = Union[None, int, Tuple[int, int]]
 
+__version__: str
+
 # Without statuses.
 def matmul(a: ArrayLike, b: ArrayLike, *, out: _Out = ...) -> _Result: ...
 def matvec(a: ArrayLike, b: ArrayLike, *, out: _Out = ...) -> _Result: ...

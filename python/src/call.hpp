@@ -121,10 +121,13 @@ private:
             x.operand.isVector = true;
             --x.core;
         }
-        if (there < x.core)
-            raise((std::to_string(there) + "-dimensional array given. Array must be at least " +
-                   (x.core == 1 ? "one" : "two") + "-dimensional")
-                      .c_str());
+        if (there < x.core) {
+            const std::string text = std::to_string(there) + "-dimensional array given. Array must be at least " +
+                                     (x.core == 1 ? "one" : "two") + "-dimensional";
+            if (function.failure == Failure::none)
+                throw py::value_error(text);
+            raise(text.c_str());
+        }
         x.type = shape.isInteger ? Type::int32 : type;
         x.array = usable(std::move(x.array), x.type, x.core);
         int k = there - x.core;

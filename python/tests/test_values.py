@@ -324,12 +324,12 @@ def test_stacks_beyond_the_longest_call(rng):
              lambda: la.eigvals(a)]
     expected = [call() for call in calls]
     for most in (1, 4, 11):
-        la._core._set_most_objects(most)
+        la._core.set_most_objects(most)
         try:
             for call, one in zip(calls, expected):
                 close(call(), one)
         finally:
-            la._core._set_most_objects(2**30)
+            la._core.set_most_objects(2**30)
 
 
 def test_planes_are_not_copied(rng):
