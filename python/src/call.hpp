@@ -72,8 +72,7 @@ public:
         }
         Loops<mostOperands> loops;
         for (std::size_t k = 0; k < dims.size(); ++k) {
-            Leading<mostOperands> next;
-            next.size = dims[k];
+            Leading<mostOperands> next{dims[k], {}};
             for (int i = 0; i < count; ++i)
                 next.strides[i] = strideOf(operands[i], k);
             loops.push(next);
@@ -105,7 +104,16 @@ private:
 
     int &sizeOfLetter(char letter) { return sizes[letter & 15]; }
 
-    static py::object allocate(const Dims &dims, Type type) { return py::array(dtypeOf(type), dims); }
+    static py::object allocate(const Dims &dims, Type type)
+    {
+        const auto &api = py::detail::npy_api::get();
+        PyObject *const array =
+            api.PyArray_NewFromDescr_(api.PyArray_Type_, dtypeOf(type).release().ptr(), static_cast<int>(dims.size()),
+                                      dims.data(), nullptr, nullptr, 0, nullptr);
+        if (!array)
+            throw py::error_already_set();
+        return py::reinterpret_steal<py::object>(array);
+    }
 
     /// Finds which dimensions are there, and their sizes.
     void addSource(Prepared &x, const Shape &shape)
