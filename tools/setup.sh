@@ -6,7 +6,7 @@ runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these are for test and bench
 {
     pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest
-        python3-venv pybind11-dev)
+        python3-venv mypy pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
