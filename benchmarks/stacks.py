@@ -11,6 +11,7 @@ import pathlib
 import platform
 import re
 import statistics
+import textwrap
 import time
 
 import matplotlib
@@ -137,8 +138,7 @@ def figures(rows):
     cells = [(dtype, count) for dtype in ("float64", "float32") for count in counts]
     timed = ("float64", counts[len(counts) // 2])
     head = ["", "ns: {}, {:,}".format(*timed)] + ["{}, {:,}".format(*cell) for cell in cells]
-    yield conditions()
-    yield ""
+    yield textwrap.fill(conditions(), 120) + "\n"
     yield f"| {' | '.join(head)} |"
     yield "|---" * len(head) + "|"
     for name in FUNCTIONS:

@@ -111,7 +111,8 @@ def lu_factor(a, *, out=None, info=False):
 
 
 def _turned(a):
-    return _np.asarray(a).swapaxes(-1, -2)
+    a = _np.asarray(a)
+    return a.swapaxes(-1, -2) if a.ndim > 1 else a
 
 
 def _lower(a, UPLO):
@@ -196,11 +197,10 @@ def qr(a, mode="reduced", *, out=None, info=False):
     if mode == "r":
         return _core.qr_r(a, out, info)
     if mode == "complete":
-        a = _np.asarray(a)
-        if a.shape[-1:] == (0,):
-            q = _np.broadcast_to(_np.eye(a.shape[-2]), a.shape[:-1] + a.shape[-2:-1]).copy()
-            return (*_into(out, (q, a.astype(q.dtype))), *([_np.zeros(a.shape[:-2], _np.int32)] if info else []))
-        return _core.qr_complete(a, out, info)
+        result = _core.qr_complete(a, out, info)
+        if result[1].shape[-1] == 0:
+            result[0][...] = _np.eye(result[0].shape[-1])
+        return result
     if mode != "reduced":
         raise ValueError(f"Unrecognized mode '{mode}'")
     return _core.qr_reduced(a, out, info)
@@ -224,8 +224,9 @@ def lstsq(a, b, rcond=None, *, full=True, out=None, info=False):
     """
     a = _np.asarray(a)
     b = _np.asarray(b)
-    if a.ndim < 2:
-        raise LinAlgError(f"{a.ndim}-dimensional array given. Array must be at least two-dimensional")
+    for x, least in (a, "two"), (b, "one"):
+        if x.ndim < (1 if least == "one" else 2):
+            raise LinAlgError(f"{x.ndim}-dimensional array given. Array must be at least {least}-dimensional")
     isVectors = _vectors(a, b)
     b = b[..., None] if isVectors else b
     m, n = a.shape[-2:]

@@ -25,6 +25,21 @@ inline int failures(const Batch &batch)
     return batch.count - static_cast<int>(std::count(batch.statuses, batch.statuses + batch.count, kvlOk));
 }
 
+/// One side of some objects; of one side for all of them copies, as the library takes none.
+template <class T>
+VectorsView<T> sideOf(const Operand &b, int first, int column, int count, std::vector<T> &copies)
+{
+    const auto there = vectors<T>(from(b, first, column), count);
+    if (b.object != 0)
+        return there;
+    copies.resize(static_cast<std::size_t>(count) * b.rows);
+    const auto all = kvlm::vectors(copies.data(), b.rows, count);
+    for (int i = 0; i < count; ++i)
+        for (int r = 0; r < b.rows; ++r)
+            all(i, r) = there(0, r);
+    return all;
+}
+
 /// The same factors for all right-hand sides; what they leave that is not finite is solved alone.
 template <class T>
 int solve(const Batch &batch)
@@ -65,7 +80,7 @@ int solve(const Batch &batch)
             alone);
     if (sides == 1)
         return each::solve(a, vectors<T>(batch[1], batch.count), vectors<T>(batch[2], batch.count), batch.statuses);
-    std::vector<T> elements;
+    std::vector<T> elements, copies;
     std::vector<int> pivots;
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto factors = packed(elements, n, n, count);
@@ -74,7 +89,7 @@ int solve(const Batch &batch)
         bool areFinite = true;
         for (int k = 0; k < sides; ++k) {
             const auto solution = vectors<T>(from(batch[2], first, k), count);
-            (void)kvlm::luSolve(factors, pivots.data(), vectors<T>(from(batch[1], first, k), count), solution);
+            (void)kvlm::luSolve(factors, pivots.data(), sideOf(batch[1], first, k, count, copies), solution);
             for (int i = 0; i < count; ++i)
                 for (int r = 0; r < n; ++r)
                     areFinite &= isFinite(solution(i, r));
@@ -176,7 +191,7 @@ template <class T>
 int choleskySolve(const Batch &batch)
 {
     const int n = batch[0].rows;
-    std::vector<T> elements;
+    std::vector<T> elements, copies;
     KvlStatus status = kvlOk;
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto factors = packed(elements, n, n, count);
@@ -188,7 +203,7 @@ int choleskySolve(const Batch &batch)
                 factors(i, r, r) = 1 / l(i, r, r);
             }
         for (int k = 0; k < batch[1].columns && status == kvlOk; ++k)
-            status = kvlm::choleskySolve(factors, vectors<T>(from(batch[1], first, k), count),
+            status = kvlm::choleskySolve(factors, sideOf(batch[1], first, k, count, copies),
                                          vectors<T>(from(batch[2], first, k), count))
                          .value();
     });

@@ -50,11 +50,14 @@ def test_numbers_are_scalars():
 
 def test_shapes_that_do_not_fit():
     a, wide = np.eye(3), np.ones((2, 3))
-    for f in (la.inv, la.det, la.cholesky, la.eigh, la.eigvalsh, la.eig, la.eigvals, la.lu_factor):
+    for f in (la.inv, la.det, la.cholesky, la.eigh, la.eigvalsh, la.eig, la.eigvals, la.lu_factor, la.cho_factor):
         with pytest.raises(np.linalg.LinAlgError, match="square"):
             f(wide)
-        with pytest.raises(np.linalg.LinAlgError, match="at least two-dimensional"):
-            f(a[0])
+        for options in ({}, {"UPLO": "U"}) if f in (la.eigh, la.eigvalsh) else ({},):
+            with pytest.raises(np.linalg.LinAlgError, match="at least two-dimensional"):
+                f(a[0], **options)
+    with pytest.raises(np.linalg.LinAlgError, match="at least one-dimensional"):
+        la.lstsq(a, 1)
     for f, x, y in ((la.solve, a, wide), (la.matmul, wide, wide), (la.matvec, a, np.ones(4)),
                     (la.cross, a[0], wide[0, :2]), (la.add, a, wide),
                     (la.matmul, np.ones((2, 3, 3)), np.ones((4, 3, 3)))):
@@ -173,8 +176,8 @@ def test_empty_stacks(shape, sides):
             if f not in ("eigh", "eig", "qr"):
                 np.testing.assert_allclose(x, y, rtol=1e-13)
     np.testing.assert_array_equal(la.matmul(np.ones((3, 2, 0)), np.ones((3, 0, 4))), np.zeros((3, 2, 4)))
-    q, r = la.qr(np.ones((2, 3, 0)), "complete")
-    assert (q == np.eye(3)).all() and r.shape == (2, 3, 0)
+    q, r = la.qr(np.ones((2, 3, 0), np.float32), "complete")
+    assert (q == np.eye(3)).all() and r.shape == (2, 3, 0) and q.dtype == np.float32
 
 
 def test_out_of_other_types_and_read_only(rng):

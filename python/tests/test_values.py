@@ -306,6 +306,21 @@ def test_values_to_any_strides(rng):
     close(numbers, np.linalg.det(np.stack([a, 2 * a])))
 
 
+@pytest.mark.parametrize("n", (2, 3, 4, 9))
+def test_one_beside_many(rng, n):
+    a = positive(rng, (300,), n, np.float64)
+    for sides in (n, 1):
+        b = stack(rng, (300,), np.float64, n, sides)
+        solvers = [la.solve, lambda a, b: la.lu_solve(la.lu_factor(a), b), lambda a, b: la.lstsq(a, b)[0],
+                   lambda a, b: la.cho_solve(la.cho_factor(a), b)]
+        for x, y in ((a, b[:1]), (a[:1], b), (a[0], b), (a[:, None], b[:1, None]), (a[:7], b[:5, None])):
+            expected = np.linalg.solve(x, y)
+            for solve in solvers:
+                close(solve(x, y), expected, 10000)
+        for solve in solvers:
+            close(solve(a, b[0, :, 0]), np.linalg.solve(a, b[:1])[..., 0], 10000)
+
+
 def test_zero_strides(rng):
     for n in (3, 4, 9):
         a, b = regular(rng, (), n, np.float64), regular(rng, (6,), n, np.float64)
