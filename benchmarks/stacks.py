@@ -1,13 +1,17 @@
 #!/usr/bin/env python3
-"""The Python package beside numpy.linalg, scipy.linalg and tricks with einsum: stacks.py OUTDIR [COUNT]...
+"""The Python package beside numpy.linalg, scipy.linalg and tricks with einsum: stacks.py [--readme] OUTDIR [COUNT]...
 
-Leaves OUTDIR/python.csv, python.txt (a table, also printed) and python.svg.
+Leaves OUTDIR/python.csv, python.txt (a table, also printed) and python.svg; --readme: also the figures in
+python/README.md, and their picture.
 """
+import argparse
 import csv
 import os
 import pathlib
+import platform
+import re
 import statistics
-import sys
+import textwrap
 import time
 
 import matplotlib
@@ -19,6 +23,8 @@ import kvlm as la
 matplotlib.use("Agg")
 import matplotlib.pyplot as plt
 
+ROOT = pathlib.Path(__file__).resolve().parents[1]
+BEGIN, END = "<!-- by ./bench python --readme -->\n", "\n<!-- to here -->"
 ORDERS, TYPES, COUNTS = range(2, 7), (np.float32, np.float64), (100, 10**4, 10**6)
 
 
@@ -106,10 +112,16 @@ def overhead():
     return statistics.median(rounds)
 
 
+def conditions():
+    processor = re.search("model name.*: (.*)", pathlib.Path("/proc/cpuinfo").read_text()).group(1)
+    lapack = re.search(r"\S*/(\S+/lib(?:lapack|openblas)\S*)", pathlib.Path("/proc/self/maps").read_text()).group(1)
+    return (f"{time.strftime('%F')}, {processor}, Python {platform.python_version()}, numpy {np.__version__}, "
+            f"scipy {scipy.__version__}, {lapack} behind both. Medians of the processor time, one thread; load of the "
+            f"machine {os.getloadavg()[0]:.1f}. A call of inv of one matrix takes {overhead() * 1e6:.2f} microseconds.")
+
+
 def table(rows):
-    yield f"python, {time.strftime('%F')}, {os.uname().machine}, numpy {np.__version__}, scipy {scipy.__version__}"
-    yield f"Medians of the processor time, one thread; load of the machine {os.getloadavg()[0]:.1f}."
-    yield f"A call of inv of one matrix: {overhead() * 1e6:.2f} us."
+    yield conditions()
     yield "ns for an object; in brackets how many times faster kvlm is."
     for row in rows:
         if (row["order"], row["type"]) == (2, "float32"):
@@ -119,9 +131,27 @@ def table(rows):
         yield f"{row['type']:9}{row['count']:8}{row['order']:6} {row['kvlm']:9.1f} {peers}"
 
 
+def figures(rows):
+    """For the README: the time of kvlm for objects of order 3, 4, 6, and how many times faster than numpy it is."""
+    own = {(r["function"], r["type"], r["count"], r["order"]): r for r in rows}
+    counts = sorted({r["count"] for r in rows})
+    cells = [(dtype, count) for dtype in ("float64", "float32") for count in counts]
+    timed = ("float64", counts[len(counts) // 2])
+    head = ["", "ns: {}, {:,}".format(*timed)] + ["{}, {:,}".format(*cell) for cell in cells]
+    yield textwrap.fill(conditions(), 120) + "\n"
+    yield f"| {' | '.join(head)} |"
+    yield "|---" * len(head) + "|"
+    for name in FUNCTIONS:
+        times = " ".join(f"{own[(name, *timed, n)]['kvlm']:.0f}" for n in (3, 4, 6))
+        row = [" ".join(f"{r['numpy'] / r['kvlm']:.2g}" for r in (own[(name, *cell, n)] for n in ORDERS))
+               for cell in cells]
+        yield f"| `{name}` | {times} | {' | '.join(row)} |"
+
+
 def plot(rows, path):
+    plt.rcParams.update({"svg.fonttype": "none", "svg.hashsalt": ""})
     counts = sorted({row["count"] for row in rows})
-    figure, axes = plt.subplots(2, 5, figsize=(15, 6), sharex=True)
+    figure, axes = plt.subplots(2, 5, figsize=(14, 6), sharex=True, sharey=True)
     for axis, name in zip(axes.flat, FUNCTIONS):
         for count, mark in zip(counts, "osD"):
             for dtype, line in zip(TYPES, ("--", "-")):
@@ -133,29 +163,38 @@ def plot(rows, path):
         axis.axhline(1, color="k", lw=0.6)
         axis.set_yscale("log")
         axis.yaxis.set_major_formatter(matplotlib.ticker.ScalarFormatter())
-        axis.yaxis.set_minor_formatter(matplotlib.ticker.NullFormatter())
-        axis.set_yticks([1, 2, 5, 10, 20, 50])
+        axis.set_yticks([1, 2, 5, 10, 20, 50, 100])
+        axis.minorticks_off()
         axis.grid(axis="y", color="#dddddd")
         axis.set_title(name)
     axes[0, 0].legend(fontsize=7)
     figure.suptitle("kvlm beside numpy: how many times faster, against the order")
     figure.tight_layout()
-    figure.savefig(path)
+    figure.savefig(path, metadata={"Date": None})
 
 
-def main(outdir, *counts):
-    outdir = pathlib.Path(outdir)
-    outdir.mkdir(parents=True, exist_ok=True)
-    rows = [row for count in ([int(c) for c in counts] or COUNTS) for row in measure(count)]
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--readme", action="store_true")
+    parser.add_argument("outdir", type=pathlib.Path)
+    parser.add_argument("counts", type=int, nargs="*", default=COUNTS)
+    options = parser.parse_args()
+    options.outdir.mkdir(parents=True, exist_ok=True)
+    rows = [row for count in options.counts for row in measure(count)]
     rows.sort(key=lambda row: (list(FUNCTIONS).index(row["function"]), row["count"]))
-    with open(outdir / "python.csv", "w", newline="") as file:
+    with open(options.outdir / "python.csv", "w", newline="") as file:
         writer = csv.DictWriter(file, ("function", "type", "order", "count", *PEERS))
         writer.writeheader()
         writer.writerows(rows)
     text = "\n".join(table(rows)) + "\n"
-    (outdir / "python.txt").write_text(text)
+    (options.outdir / "python.txt").write_text(text)
     print(text)
-    plot(rows, outdir / "python.svg")
+    plot(rows, options.outdir / "python.svg")
+    if options.readme:
+        plot(rows, ROOT / "docs" / "stacks.svg")
+        readme = ROOT / "python" / "README.md"
+        before, rest = readme.read_text().split(BEGIN)
+        readme.write_text(before + BEGIN + "\n".join(figures(rows)) + END + rest.split(END)[1])
 
 
-main(*sys.argv[1:])
+main()

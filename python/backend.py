@@ -7,6 +7,7 @@ import base64
 import hashlib
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import sysconfig
@@ -14,6 +15,8 @@ import tempfile
 import zipfile
 
 NAME, VERSION = "kvlm", "5.2"
+PYTHON = f"cp{sys.version_info.major}{sys.version_info.minor}"
+TAG = "-".join([PYTHON, PYTHON, re.sub("[-.]", "_", sysconfig.get_platform())])
 METADATA = f"""Metadata-Version: 2.1
 Name: {NAME}
 Version: {VERSION}
@@ -23,11 +26,10 @@ Requires-Dist: numpy>=1.20
 """
 
 
-def _build(folder):
-    """What CMake installs for Python, below `folder`."""
+def _build(build):
+    """Builds in a folder; where there is what CMake installs of it for Python."""
     source = pathlib.Path(__file__).resolve().parent
-    build = pathlib.Path(folder) / "build"
-    prefix = pathlib.Path(folder) / "prefix"
+    prefix = pathlib.Path(build) / "prefix"
     run = lambda *arguments: subprocess.run(["cmake", *map(str, arguments)], check=True)
     options = ["-DCMAKE_BUILD_TYPE=Release", f"-DPython3_EXECUTABLE={sys.executable}"]
     run("-S", source, "-B", build, "-G", "Ninja", *options)
@@ -36,19 +38,28 @@ def _build(folder):
     return prefix
 
 
+def _write_about(folder):
+    """The folder DIST-INFO of the wheel in `folder`; its name."""
+    about = pathlib.Path(folder) / f"{NAME}-{VERSION}.dist-info"
+    about.mkdir()
+    (about / "METADATA").write_text(METADATA)
+    (about / "WHEEL").write_text(f"Wheel-Version: 1.0\nGenerator: {NAME}\nRoot-Is-Purelib: false\nTag: {TAG}\n")
+    return about.name
+
+
+def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
+    return _write_about(metadata_directory)
+
+
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
-    python = f"cp{sys.version_info.major}{sys.version_info.minor}"
-    platform = sysconfig.get_platform().replace("-", "_").replace(".", "_")
-    tag = f"{python}-{python}-{platform}"
-    wheel = f"{NAME}-{VERSION}-{tag}.whl"
-    about = f"{NAME}-{VERSION}.dist-info"
+    wheel = f"{NAME}-{VERSION}-{TAG}.whl"
     with tempfile.TemporaryDirectory() as folder:
         prefix = _build(folder)
-        files = {path.relative_to(prefix).as_posix(): path.read_bytes() for path in sorted(prefix.rglob("*.*"))}
-    files[f"{about}/METADATA"] = METADATA.encode()
-    files[f"{about}/WHEEL"] = f"Wheel-Version: 1.0\nGenerator: {NAME}\nRoot-Is-Purelib: false\nTag: {tag}\n".encode()
-    record = "".join(f"{name},sha256={_digest(content)},{len(content)}\n" for name, content in files.items())
-    files[f"{about}/RECORD"] = (record + f"{about}/RECORD,,\n").encode()
+        record = prefix / _write_about(prefix) / "RECORD"
+        files = {path.relative_to(prefix).as_posix(): path.read_bytes() for path in prefix.rglob("*") if path.is_file()}
+        lines = [f"{name},sha256={_digest(content)},{len(content)}\n" for name, content in files.items()]
+        name = record.relative_to(prefix).as_posix()
+        files[name] = "".join([*lines, f"{name},,\n"]).encode()
     with zipfile.ZipFile(os.path.join(wheel_directory, wheel), "w", zipfile.ZIP_DEFLATED) as archive:
         for name, content in files.items():
             archive.writestr(name, content)

@@ -6,7 +6,8 @@ runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these are for test and bench
 {
     docsPackages=(doxygen graphviz)
-    pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest pybind11-dev)
+    pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest
+        python3-venv mypy pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
@@ -88,12 +89,9 @@ quietly() {
 # configure PRESET [-DNAME=VALUE]...: where there is ccache, what was compiled before is not compiled again, wherever the
 # clone lies.
 configure() {
-    local launchers=()
-    if command -v ccache >/dev/null; then
-        export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-        launchers=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-    fi
-    quietly "build/$1.configure.log" cmake --preset "$@" "${launchers[@]}"
+    ! command -v ccache >/dev/null || export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 \
+        CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    quietly "build/$1.configure.log" cmake --preset "$@"
 }
 
 # buildPython: the package into build/x86_64/python, with the library that it stands on.

@@ -54,14 +54,18 @@ inline const py::detail::PyArrayDescr_Proxy &typeOf(const py::handle &a)
     throw py::error_already_set();
 }
 
+/// numpy.array of anything, with NumPy's flags and, if given, of a type.
+inline py::object converted(py::handle x, const py::object &dtype, int flags)
+{
+    PyObject *const array = py::detail::npy_api::get().PyArray_FromAny_(
+        x.ptr(), dtype ? py::object(dtype).release().ptr() : nullptr, 0, 0, flags, nullptr);
+    if (!array)
+        throw py::error_already_set();
+    return py::reinterpret_steal<py::object>(array);
+}
 inline py::object asArray(py::handle x)
 {
-    if (py::isinstance<py::array>(x))
-        return py::reinterpret_borrow<py::object>(x);
-    py::object a = py::array::ensure(x);
-    if (!a)
-        throw py::error_already_set();
-    return a;
+    return py::isinstance<py::array>(x) ? py::reinterpret_borrow<py::object>(x) : converted(x, {}, 0);
 }
 /// float is computed in float if nothing else is there; integers and all else in double.
 inline bool isShort(const py::handle &a)
@@ -88,14 +92,10 @@ inline py::object usable(py::object a, Type type, int core)
 {
     if (isUsable(a, type, core))
         return a;
-    auto &api = py::detail::npy_api::get();
-    constexpr int flags = py::detail::npy_api::NPY_ARRAY_C_CONTIGUOUS_ | py::detail::npy_api::NPY_ARRAY_ALIGNED_ |
-                          py::detail::npy_api::NPY_ARRAY_FORCECAST_ | py::detail::npy_api::NPY_ARRAY_ENSUREARRAY_;
-    py::object copy = py::reinterpret_steal<py::object>(
-        api.PyArray_FromAny_(a.ptr(), dtypeOf(type).release().ptr(), 0, 0, flags, nullptr));
-    if (!copy)
-        throw py::error_already_set();
-    return copy;
+    using Api = py::detail::npy_api;
+    return converted(a, dtypeOf(type),
+                     Api::NPY_ARRAY_C_CONTIGUOUS_ | Api::NPY_ARRAY_ALIGNED_ | Api::NPY_ARRAY_FORCECAST_ |
+                         Api::NPY_ARRAY_ENSUREARRAY_);
 }
 
 /// One operand of a call, as it was prepared.

@@ -72,8 +72,7 @@ public:
         }
         Loops<mostOperands> loops;
         for (std::size_t k = 0; k < dims.size(); ++k) {
-            Leading<mostOperands> next;
-            next.size = dims[k];
+            Leading<mostOperands> next{dims[k], {}};
             for (int i = 0; i < count; ++i)
                 next.strides[i] = strideOf(operands[i], k);
             loops.push(next);
@@ -105,7 +104,16 @@ private:
 
     int &sizeOfLetter(char letter) { return sizes[letter & 15]; }
 
-    static py::object allocate(const Dims &dims, Type type) { return py::array(dtypeOf(type), dims); }
+    static py::object allocate(const Dims &dims, Type type)
+    {
+        const auto &api = py::detail::npy_api::get();
+        PyObject *const array =
+            api.PyArray_NewFromDescr_(api.PyArray_Type_, dtypeOf(type).release().ptr(), static_cast<int>(dims.size()),
+                                      dims.data(), nullptr, nullptr, 0, nullptr);
+        if (!array)
+            throw py::error_already_set();
+        return py::reinterpret_steal<py::object>(array);
+    }
 
     /// Finds which dimensions are there, and their sizes.
     void addSource(Prepared &x, const Shape &shape)
@@ -121,10 +129,13 @@ private:
             x.operand.isVector = true;
             --x.core;
         }
-        if (there < x.core)
-            raise((std::to_string(there) + "-dimensional array given. Array must be at least " +
-                   (x.core == 1 ? "one" : "two") + "-dimensional")
-                      .c_str());
+        if (there < x.core) {
+            const std::string text = std::to_string(there) + "-dimensional array given. Array must be at least " +
+                                     (x.core == 1 ? "one" : "two") + "-dimensional";
+            if (function.failure == Failure::none)
+                throw py::value_error(text);
+            raise(text.c_str());
+        }
         x.type = shape.isInteger ? Type::int32 : type;
         x.array = usable(std::move(x.array), x.type, x.core);
         int k = there - x.core;

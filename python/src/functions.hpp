@@ -33,7 +33,6 @@ enum class Teams { ofLibrary, ofModule };
 struct Function {
     const char *name, *signature;
     Kernel kernels[2]; // of float, of double
-    const char *documentation;
     Teams teams = Teams::ofModule;
     Failure failure = Failure::none;
     const char *error = nullptr; // what is raised

@@ -47,12 +47,26 @@ inline Operand transposed(Operand x)
     std::swap(x.rows, x.columns);
     return x;
 }
+/// Order 2, for which the library has no fast way.
+template <class T>
+int productsOfTwo(const Batch &batch)
+{
+    const auto a = matrices<T>(batch[0], batch.count), b = matrices<T>(batch[1], batch.count);
+    const auto dst = matrices<T>(batch[2], batch.count);
+    for (int i = 0; i < batch.count; ++i)
+        for (int r = 0; r < 2; ++r)
+            for (int c = 0; c < 2; ++c)
+                dst(i, r, c) = a(i, r, 0) * b(i, 0, c) + a(i, r, 1) * b(i, 1, c);
+    return kvlOk;
+}
 /// Matrices by matrices; a vector on the right is a column, one on the left a row, which takes the transposed way.
 template <class T>
 int matmul(const Batch &batch)
 {
     if (batch[1].isVector)
         return productByVector<T>(batch);
+    if (batch[0].rows == 2 && batch[0].columns == 2 && batch[1].columns == 2 && !batch[0].isVector)
+        return productsOfTwo<T>(batch);
     if (!batch[0].isVector)
         return inItsForm<T, false, false>(batch, [](auto a, auto b, auto dst) { return multiply(a, b, dst); });
     Batch turned = batch;
@@ -108,30 +122,42 @@ int length(const Batch &batch)
     });
 }
 
-/// Order 2 by formulas in double, which layer two has for orders 3 to 6 alone: formula(i, det) where the determinant
-/// is so far from the limits that nothing can have been lost; other(i), one object by layer two, where it is not or the
-/// formula says no.
-template <class T, class Formula, class Other>
+/// Order 2 by formulas in double, which layer two has for orders 3 to 6 alone: formula(i), and other(i), one object by
+/// layer two, where the formula says no.
+template <class Formula, class Other>
 int orderTwo(const Batch &batch, Formula formula, Other other)
 {
     int failures = 0;
-    const auto a = matrices<T>(batch[0], batch.count);
     for (int i = 0; i < batch.count; ++i) {
-        const double det = double(a(i, 0, 0)) * a(i, 1, 1) - double(a(i, 0, 1)) * a(i, 1, 0);
         batch.statuses[i] = kvlOk;
-        if (!each::detail::isWithin(det, 0x1p-500, 0x1p500) || !formula(i, det))
+        if (!formula(i))
             failures += other(i);
     }
     return failures;
 }
+/// Whether a number is so far from the limits that nothing can have been lost.
+inline bool isSafe(double x)
+{
+    return each::detail::isWithin(x, 0x1p-500, 0x1p500);
+}
+template <class T>
+double determinantOfTwo(const MatricesView<T> &a, int i)
+{
+    return double(a(i, 0, 0)) * a(i, 1, 1) - double(a(i, 0, 1)) * a(i, 1, 0);
+}
 template <class T>
 int determinant(const Batch &batch)
 {
+    const auto a = matrices<T>(batch[0], batch.count);
     return numbers<T>(batch, 1, [&](T *values) {
         if (batch[0].rows != 2)
-            return each::determinant(matrices<T>(batch[0], batch.count), values, batch.statuses);
-        return orderTwo<T>(
-            batch, [&](int i, double det) { return each::detail::isFinite(values[i] = static_cast<T>(det)); },
+            return each::determinant(a, values, batch.statuses);
+        return orderTwo(
+            batch,
+            [&](int i) {
+                const double det = determinantOfTwo(a, i);
+                return isSafe(det) && each::detail::isFinite(values[i] = static_cast<T>(det));
+            },
             [&](int i) {
                 return each::determinant(matrices<T>(from(batch[0], i), 1), values + i, batch.statuses + i);
             });
@@ -143,16 +169,17 @@ int inverse(const Batch &batch)
     const auto a = matrices<T>(batch[0], batch.count), x = matrices<T>(batch[1], batch.count);
     if (batch[0].rows != 2)
         return each::inverse(a, x, batch.statuses);
-    return orderTwo<T>(
+    return orderTwo(
         batch,
-        [&](int i, double det) {
-            const double factor = 1 / det;
+        [&](int i) {
+            const double det = determinantOfTwo(a, i), factor = 1 / det;
             x(i, 0, 0) = static_cast<T>(a(i, 1, 1) * factor);
             x(i, 0, 1) = static_cast<T>(0 - a(i, 0, 1) * factor);
             x(i, 1, 0) = static_cast<T>(0 - a(i, 1, 0) * factor);
             x(i, 1, 1) = static_cast<T>(a(i, 0, 0) * factor);
             using each::detail::isFinite;
-            return isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) & isFinite(x(i, 1, 1));
+            return isSafe(det) & isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) &
+                   isFinite(x(i, 1, 1));
         },
         [&](int i) {
             return each::inverse(matrices<T>(from(batch[0], i), 1), matrices<T>(from(batch[1], i), 1),

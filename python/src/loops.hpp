@@ -16,8 +16,8 @@ namespace python {
 /// One leading dimension: its size, and the bytes that each operand moves by, 0 where it is broadcast.
 template <std::size_t N>
 struct Leading {
-    std::ptrdiff_t size = 1;
-    std::array<std::ptrdiff_t, N> strides{};
+    std::ptrdiff_t size;
+    std::array<std::ptrdiff_t, N> strides;
 };
 
 /// The leading dimensions of a call, outermost first.
@@ -44,7 +44,7 @@ public:
     template <class On>
     void run(std::ptrdiff_t longest, On on)
     {
-        Leading<N> objects;
+        Leading<N> objects{1, {}};
         int best = -1;
         for (int k = 0; k < count; ++k)
             if (fits(dimensions[k]) && dimensions[k].size >= objects.size) {

@@ -1,4 +1,4 @@
-// kvlm._core: each function of the table on numpy arrays.
+// kvlm._core: each function of the table on numpy arrays, called as f(sources..., out, info).
 #include "call.hpp"
 
 #include <memory>
@@ -26,25 +26,19 @@ py::object call(const Function &function, const Signature &signature, const py::
 void define(py::module_ &module, const Function &f)
 {
     const auto signature = std::make_shared<const Signature>(f.signature);
-    const auto out = py::arg("out") = py::none();
-    const auto info = py::arg("info") = false;
-    const char *const doc = f.documentation ? f.documentation : f.signature;
     using O = const py::object &;
     switch (signature->sources.size()) {
     case 1:
-        module.def(
-            f.name, [&f, signature](O a, O o, bool i) { return call(f, *signature, o, i, a); }, py::arg("a"),
-            py::kw_only(), out, info, doc);
+        module.def(f.name, [&f, signature](O a, O out, bool info) { return call(f, *signature, out, info, a); });
         break;
     case 2:
-        module.def(
-            f.name, [&f, signature](O a, O b, O o, bool i) { return call(f, *signature, o, i, a, b); }, py::arg("a"),
-            py::arg("b"), py::kw_only(), out, info, doc);
+        module.def(f.name,
+                   [&f, signature](O a, O b, O out, bool info) { return call(f, *signature, out, info, a, b); });
         break;
     default:
-        module.def(
-            f.name, [&f, signature](O a, O b, O c, O o, bool i) { return call(f, *signature, o, i, a, b, c); },
-            py::arg("a"), py::arg("b"), py::arg("c"), py::kw_only(), out, info, doc);
+        module.def(f.name, [&f, signature](O a, O b, O c, O out, bool info) {
+            return call(f, *signature, out, info, a, b, c);
+        });
     }
 }
 
@@ -55,18 +49,11 @@ void define(py::module_ &module, const Function &f)
 PYBIND11_MODULE(_core, module)
 {
     using namespace kvlm::python;
-    py::options options;
-    options.disable_function_signatures();
     for (const Function &function : functions)
         define(module, function);
-    module.def(
-        "set_threads", &kvlSetNumThreads, py::arg("n"),
-        "set_threads(n)\n\n"
-        "Threads that a call may use, for the whole process; 1 at first. Short stacks stay on the caller's thread.");
-    module.def("_set_most_objects", [](int n) { mostObjects = n; });
-    module.def(
-        "get_threads", [] { return threads_omp_of_n_kvl; }, "get_threads()\n\nWhat set_threads() was given, or 1.");
-    module.def(
-        "status_text", [](int status) { return kvlm::Status(static_cast<KvlStatus>(status)).text(); },
-        py::arg("status"), "status_text(status)\n\nWhat a status of info=True means, in a sentence.");
+    module.attr("version") = kvlmGetLibVersion()->versionText;
+    module.def("set_threads", &kvlSetNumThreads);
+    module.def("get_threads", [] { return threads_omp_of_n_kvl; });
+    module.def("status_text", [](int status) { return kvlm::Status(static_cast<KvlStatus>(status)).text(); });
+    module.def("set_most_objects", [](int n) { mostObjects = n; });
 }

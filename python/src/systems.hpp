@@ -25,43 +25,77 @@ inline int failures(const Batch &batch)
     return batch.count - static_cast<int>(std::count(batch.statuses, batch.statuses + batch.count, kvlOk));
 }
 
+/// One side of some objects; of one side for all of them copies, as the library takes none.
+template <class T>
+VectorsView<T> sideOf(const Operand &b, int first, int column, int count, std::vector<T> &copies)
+{
+    const auto there = vectors<T>(from(b, first, column), count);
+    if (b.object != 0)
+        return there;
+    copies.resize(static_cast<std::size_t>(count) * b.rows);
+    const auto all = kvlm::vectors(copies.data(), b.rows, count);
+    for (int i = 0; i < count; ++i)
+        for (int r = 0; r < b.rows; ++r)
+            all(i, r) = there(0, r);
+    return all;
+}
+
 /// The same factors for all right-hand sides; what they leave that is not finite is solved alone.
 template <class T>
 int solve(const Batch &batch)
 {
     const int n = batch[0].rows, sides = batch[1].columns;
+    const auto a = matrices<T>(batch[0], batch.count), b = matrices<T>(batch[1], batch.count),
+               x = matrices<T>(batch[2], batch.count);
+    using each::detail::isFinite;
+    const auto alone = [&](int i) {
+        KvlStatus worst = kvlOk, status;
+        for (int k = 0; k < sides; ++k) {
+            each::solve(matrices<T>(from(batch[0], i), 1), vectors<T>(from(batch[1], i, k), 1),
+                        vectors<T>(from(batch[2], i, k), 1), &status);
+            worst = std::min(worst, status);
+        }
+        batch.statuses[i] = worst;
+        for (int r = 0; worst != kvlOk && r < n; ++r)
+            for (int k = 0; k < sides; ++k)
+                x(i, r, k) = std::numeric_limits<T>::quiet_NaN();
+        return worst != kvlOk;
+    };
+    if (n == 2)
+        return orderTwo(
+            batch,
+            [&](int i) {
+                const int top = std::fabs(a(i, 1, 0)) > std::fabs(a(i, 0, 0)), low = 1 - top;
+                const double u = a(i, top, 0), v = a(i, top, 1), factor = a(i, low, 0) / u;
+                const double w = a(i, low, 1) - factor * v;
+                bool isDone = isSafe(u) & isSafe(w);
+                for (int k = 0; k < sides; ++k) {
+                    const double y = b(i, top, k), last = (b(i, low, k) - factor * y) / w;
+                    x(i, 0, k) = static_cast<T>((y - v * last) / u);
+                    x(i, 1, k) = static_cast<T>(last);
+                    isDone &= isFinite(x(i, 0, k)) & isFinite(x(i, 1, k));
+                }
+                return isDone;
+            },
+            alone);
     if (sides == 1)
-        return each::solve(matrices<T>(batch[0], batch.count), vectors<T>(batch[1], batch.count),
-                           vectors<T>(batch[2], batch.count), batch.statuses);
-    std::vector<T> elements;
+        return each::solve(a, vectors<T>(batch[1], batch.count), vectors<T>(batch[2], batch.count), batch.statuses);
+    std::vector<T> elements, copies;
     std::vector<int> pivots;
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto factors = packed(elements, n, n, count);
         pivots.resize(static_cast<std::size_t>(count) * n);
-        KvlStatus *const statuses = batch.statuses + first;
-        const Operand a = from(batch[0], first);
-        each::lu(matrices<T>(a, count), factors, pivots.data(), statuses);
+        each::lu(matrices<T>(from(batch[0], first), count), factors, pivots.data(), batch.statuses + first);
         bool areFinite = true;
         for (int k = 0; k < sides; ++k) {
-            const auto x = vectors<T>(from(batch[2], first, k), count);
-            (void)kvlm::luSolve(factors, pivots.data(), vectors<T>(from(batch[1], first, k), count), x);
+            const auto solution = vectors<T>(from(batch[2], first, k), count);
+            (void)kvlm::luSolve(factors, pivots.data(), sideOf(batch[1], first, k, count, copies), solution);
             for (int i = 0; i < count; ++i)
                 for (int r = 0; r < n; ++r)
-                    areFinite &= each::detail::isFinite(x(i, r));
+                    areFinite &= isFinite(solution(i, r));
         }
-        for (int i = 0; !areFinite && i < count; ++i) {
-            KvlStatus worst = kvlOk, status;
-            for (int k = 0; k < sides; ++k) {
-                each::solve(matrices<T>(from(a, i), 1), vectors<T>(from(batch[1], first + i, k), 1),
-                            vectors<T>(from(batch[2], first + i, k), 1), &status);
-                worst = std::min(worst, status);
-            }
-            statuses[i] = worst;
-            const auto x = matrix<T>(from(batch[2], first + i));
-            for (int r = 0; worst != kvlOk && r < n; ++r)
-                for (int k = 0; k < sides; ++k)
-                    x(r, k) = std::numeric_limits<T>::quiet_NaN();
-        }
+        for (int i = 0; !areFinite && i < count; ++i)
+            alone(first + i);
     });
     return failures(batch);
 }
@@ -157,7 +191,7 @@ template <class T>
 int choleskySolve(const Batch &batch)
 {
     const int n = batch[0].rows;
-    std::vector<T> elements;
+    std::vector<T> elements, copies;
     KvlStatus status = kvlOk;
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto factors = packed(elements, n, n, count);
@@ -169,7 +203,7 @@ int choleskySolve(const Batch &batch)
                 factors(i, r, r) = 1 / l(i, r, r);
             }
         for (int k = 0; k < batch[1].columns && status == kvlOk; ++k)
-            status = kvlm::choleskySolve(factors, vectors<T>(from(batch[1], first, k), count),
+            status = kvlm::choleskySolve(factors, sideOf(batch[1], first, k, count, copies),
                                          vectors<T>(from(batch[2], first, k), count))
                          .value();
     });

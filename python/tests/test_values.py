@@ -57,11 +57,10 @@ def test_systems(rng, case):
         a = regular(rng, leading, n, dtype)
         close(la.inv(a), np.linalg.inv(a))
         close(la.det(a), np.linalg.det(a), 100 * n)
-        for sides in (1, 2, n):
-            b = stack(rng, leading, dtype, n, sides)
-            close(la.solve(a, b), np.linalg.solve(a, b))
-        b = stack(rng, leading, dtype, n)
-        close(la.solve(a, b), np.linalg.solve(a, b))
+        for turned in (a, a[..., ::-1, :]):  # the second wants other pivots
+            for sides in ((1,), (2,), (n,), ()):
+                b = stack(rng, leading, dtype, n, *sides)
+                close(la.solve(turned, b), np.linalg.solve(turned, b))
 
 
 def test_positive_definite(rng, case):
@@ -307,6 +306,21 @@ def test_values_to_any_strides(rng):
     close(numbers, np.linalg.det(np.stack([a, 2 * a])))
 
 
+@pytest.mark.parametrize("n", (2, 3, 4, 9))
+def test_one_beside_many(rng, n):
+    a = positive(rng, (300,), n, np.float64)
+    for sides in (n, 1):
+        b = stack(rng, (300,), np.float64, n, sides)
+        solvers = [la.solve, lambda a, b: la.lu_solve(la.lu_factor(a), b), lambda a, b: la.lstsq(a, b)[0],
+                   lambda a, b: la.cho_solve(la.cho_factor(a), b)]
+        for x, y in ((a, b[:1]), (a[:1], b), (a[0], b), (a[:, None], b[:1, None]), (a[:7], b[:5, None])):
+            expected = np.linalg.solve(x, y)
+            for solve in solvers:
+                close(solve(x, y), expected, 10000)
+        for solve in solvers:
+            close(solve(a, b[0, :, 0]), np.linalg.solve(a, b[:1])[..., 0], 10000)
+
+
 def test_zero_strides(rng):
     for n in (3, 4, 9):
         a, b = regular(rng, (), n, np.float64), regular(rng, (6,), n, np.float64)
@@ -325,12 +339,12 @@ def test_stacks_beyond_the_longest_call(rng):
              lambda: la.eigvals(a)]
     expected = [call() for call in calls]
     for most in (1, 4, 11):
-        la._core._set_most_objects(most)
+        la._core.set_most_objects(most)
         try:
             for call, one in zip(calls, expected):
                 close(call(), one)
         finally:
-            la._core._set_most_objects(2**30)
+            la._core.set_most_objects(2**30)
 
 
 def test_planes_are_not_copied(rng):
