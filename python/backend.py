@@ -31,7 +31,8 @@ def _build(build):
     source = pathlib.Path(__file__).resolve().parent
     prefix = pathlib.Path(build) / "prefix"
     run = lambda *arguments: subprocess.run(["cmake", *map(str, arguments)], check=True)
-    options = ["-DCMAKE_BUILD_TYPE=Release", f"-DPython3_EXECUTABLE={sys.executable}"]
+    variants = ";".join(os.environ.get("KVLM_VARIANTS", "").split())
+    options = ["-DCMAKE_BUILD_TYPE=Release", f"-DPython3_EXECUTABLE={sys.executable}", f"-DKVLM_VARIANTS={variants}"]
     run("-S", source, "-B", build, "-G", "Ninja", *options)
     run("--build", build, "--target", "kvlm_core")
     run("--install", build, "--component", "python", "--prefix", prefix)

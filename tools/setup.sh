@@ -94,9 +94,9 @@ configure() {
     quietly "build/$1.configure.log" cmake --preset "$@"
 }
 
-# buildPython: the package into build/x86_64/python, with the library that it stands on.
+# buildPython [VARIANT]...: the package into build/x86_64/python, with the library that it stands on.
 buildPython() {
-    configure x86_64 -DKVLM_BUILD_PYTHON=ON -DPython3_EXECUTABLE=/usr/bin/python3
+    configure x86_64 -DKVLM_BUILD_PYTHON=ON -DPython3_EXECUTABLE=/usr/bin/python3 -DKVLM_VARIANTS="$(IFS=';' && echo "$*")"
     quietly build/x86_64.build.log cmake --build build/x86_64 --target kvlm_core
     export PYTHONPATH=$PWD/build/x86_64/python PYTHONDONTWRITEBYTECODE=1
 }

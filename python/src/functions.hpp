@@ -49,13 +49,13 @@ struct Shape {
     int count = 0;
     bool isInteger = false;
 };
-struct Signature {
+struct __attribute__((visibility("default"))) Signature {
     std::vector<Shape> sources, results;
 
     explicit Signature(const char *text);
 };
 
-extern const std::vector<Function> functions;
+extern const std::vector<Function> functions __attribute__((visibility("default")));
 
 } // namespace python
 } // namespace kvlm
