@@ -22,7 +22,7 @@ libraries=$work/moved/${libraries#"$prefix"/}
 export LD_LIBRARY_PATH=$libompFolder
 export PKG_CONFIG_PATH=$libraries/pkgconfig
 
-[[ $(pkg-config --modversion kvlm) == 5.2 ]] || { echo "kvlm.pc tells another version"; exit 1; }
+[[ $(pkg-config --modversion kvlm) == 5.2.0 ]] || { echo "kvlm.pc tells another version"; exit 1; }
 [[ -z $(pkg-config --print-requires kvlm) ]] || { echo "kvlm.pc requires other packages"; exit 1; }
 read -ra cflags <<<"$(pkg-config --cflags kvlm)"
 read -ra libs <<<"$(pkg-config --libs kvlm)"
