@@ -1,7 +1,14 @@
 # What is installed: the libraries, their headers, a pkg-config file and a CMake package.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS kvlcore kvlm EXPORT kvlmTargets)
+set(staticTargets)
+set(libsPrivate) # what pkg-config --static adds
+if(KVLM_STATIC)
+  include(cmake/Static.cmake)
+  set(staticTargets kvlcore_static kvlm_static)
+  set(libsPrivate "-Wl,-Bdynamic -l:libomp.so.5 -lm -ldl")
+endif()
+install(TARGETS kvlcore kvlm ${staticTargets} EXPORT kvlmTargets)
 install(DIRECTORY kvlcore/include/ kvlm/include/ TYPE INCLUDE)
 
 set(packageFolder "${CMAKE_INSTALL_LIBDIR}/cmake/kvlm")
