@@ -7,6 +7,7 @@ runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 {
     pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
+    packagePackages=("${runPackages[@]}" debhelper dh-python python3-dev pybind11-dev lintian ccache debootstrap)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
 
