@@ -113,11 +113,11 @@ best=$(variantsHere | head -1)
 [[ -z $best ]] || inside env LD_DEBUG=libs /tmp/work/sums_c 2>&1 | grep "calling init.*/$best/libkvlmw7" >/dev/null ||
     fail "Unasked, the loader does not take $best."
 
-step "remove and purge"
+step "purge"
 names=("${debs[@]%%_*}")
-quietly "$packages/remove.log" inside apt-get -qy remove "${names[@]}"
+quietly "$packages/purge.log" inside apt-get -qy purge "${names[@]}"
 inside /tmp/work/sums_c >/dev/null 2>&1 && fail "The library is still found."
-quietly "$packages/purge.log" inside apt-get -qy purge --autoremove "${names[@]}"
+quietly "$packages/purge.log" inside apt-get -qy autoremove --purge
 diff "$packages/before" <(contents) || fail "This is left, or gone (<)."
 "${asRoot[@]}" rm -rf "$root"
 
@@ -130,8 +130,8 @@ if compgen -G "$packages/*_i386.deb" >/dev/null; then
     block c 1 >"$packages/sums.c"
     library=$packages/unpacked/usr/lib/i386-linux-gnu
     libomp=$PWD/build/libomp-i386/usr/lib/i386-linux-gnu
-    read -ra flags <<<"$(PKG_CONFIG_PATH=$library/pkgconfig pkg-config --cflags --libs kvlm)"
-    gcc -m32 -std=c99 "$packages/sums.c" "${flags[@]}" "-Wl,-rpath-link,$libomp" -o "$packages/sums"
+    gcc -m32 -std=c99 "$packages/sums.c" "-I$packages/unpacked/usr/include" "-L$library" -lkvlmw7 \
+        "-Wl,-rpath-link,$libomp" -o "$packages/sums"
     emulator=()
     /lib/ld-linux.so.2 --version >/dev/null 2>&1 || emulator=(qemu-i386)
     LD_LIBRARY_PATH=$library:$libomp "${emulator[@]}" "$packages/sums" | diff <(block '' 2) -
