@@ -89,6 +89,12 @@ gcc -std=c99 sums.c $flags -o sums_c
 cmake -B cmake >/dev/null
 cmake --build cmake >/dev/null
 cmake/sums | diff expectedCpp -
+for example in /usr/share/doc/libkvlm-doc/examples/*.c; do
+    gcc -std=c99 "$example" $flags -lm -o example
+done
+for example in /usr/share/doc/libkvlm-doc/examples/*.cpp; do
+    g++ -std=c++17 "$example" $flags -o example
+done
 python3 - <<'PYTHON'
 import kvlm as la
 import numpy as np
