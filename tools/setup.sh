@@ -1,14 +1,17 @@
 # shellcheck shell=bash
-# What run, test and bench share: the packages that each needs, installing them, configuring and building. To be
+# What run, test, bench and package share: the packages that each needs, installing them, configuring and building. To be
 # sourced, from the root of the project.
 
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
-# shellcheck disable=SC2034 # these are for test and bench
+# shellcheck disable=SC2034 # these are for the others
 {
     docsPackages=(doxygen graphviz)
     pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest
         python3-venv mypy pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
+    packagePackages=("${runPackages[@]}" debhelper dh-python python3-dev pybind11-dev lintian ccache)
+    packageTestPackages=(debootstrap pkgconf g++-multilib qemu-user)
+    packageI386Packages=("${packagePackages[@]}" g++-multilib binutils-i686-linux-gnu)
     benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
 }
 

@@ -58,6 +58,14 @@
 #ifndef KVLM_H
 #define KVLM_H
 
+/** The version of this header: major and minor are those of the library's soname, the patch counts what was mended. */
+#define KVLM_VERSION_MAJOR  5
+#define KVLM_VERSION_MINOR  2
+#define KVLM_VERSION_PATCH  0
+#define KVLM_VERSION_STRING "5.2.0"
+/** The version as one number, for comparisons: 50200 */
+#define KVLM_VERSION (KVLM_VERSION_MAJOR * 10000 + KVLM_VERSION_MINOR * 100 + KVLM_VERSION_PATCH)
+
 #if defined(__GNUC__)
 #define KVLM_API __attribute__((visibility("default")))
 #else

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Checks the installed headers: they compile alone in every language they are for, they declare exactly the public
-# names, and a C program that uses each name links and runs.
-# usage: header.sh <prefix> <libdir below it> <libomp.so.5> <C compiler and flags> <C++ compiler and flags> [emulator]
+# names, a C program that uses each name links and runs, and header, library and project tell the same version.
+# usage: header.sh <prefix> <libdir below it> <libomp.so.5> <version of the project> <C compiler and flags>
+#        <C++ compiler and flags> [emulator]
 set -euo pipefail
 export LC_ALL=C
 # shellcheck source-path=SCRIPTDIR source=names.sh
@@ -10,9 +11,10 @@ source "$(dirname "${BASH_SOURCE[0]}")/names.sh"
 include=$1/include
 libraries=$1/$2
 libompFolder=$(dirname "$3")
-read -ra cCompiler <<<"$4"
-read -ra cxxCompiler <<<"$5"
-emulator=("${@:6}")
+projectVersion=$4
+read -ra cCompiler <<<"$5"
+read -ra cxxCompiler <<<"$6"
+emulator=("${@:7}")
 strict=(-Wall -Wextra -Werror -pedantic -fsyntax-only "-I$include")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -55,12 +57,18 @@ int main(void)
     const KvlLibraryVersion *version = kvlmGetLibVersion();
     float a = 1, b = 2, sum = 0;
     int cacheSize = -1;
+    char text[32];
     size_t i;
     for (i = 0; i < sizeof functions / sizeof *functions; i++)
         if (functions[i] == 0)
             return 1;
-    if (strcmp(version->libraryName, "libkvlmw7.so.5.2") != 0 || strcmp(version->versionText, "5.2") != 0)
+    sprintf(text, "libkvlmw7.so.%d.%d", KVLM_VERSION_MAJOR, KVLM_VERSION_MINOR);
+    if (version->versionMajor != KVLM_VERSION_MAJOR || version->versionMinor != KVLM_VERSION_MINOR ||
+        strcmp(version->libraryName, text) != 0 || strcmp(version->versionText, text + sizeof "libkvlmw7.so." - 1) != 0)
         return 2;
+    sprintf(text, "%d.%d.%d", KVLM_VERSION / 10000, KVLM_VERSION / 100 % 100, KVLM_VERSION_PATCH);
+    if (strcmp(KVLM_VERSION_STRING, text) != 0 || strcmp(PROJECT_VERSION, text) != 0)
+        return 6;
     if (kvlmAdd_vv_32f(&a, sizeof a, &b, sizeof b, &sum, sizeof sum, 1) != kvlOk || sum != 3)
         return 3;
     if (kvlGetMaxCacheSizeB(&cacheSize) != 0 || cacheSize < 0)
@@ -73,6 +81,6 @@ int main(void)
 }
 C
 } >"$work/use.c"
-"${cCompiler[@]}" -std=c90 -pedantic -Wall -Wextra -Werror "-I$include" "$work/use.c" -o "$work/use" \
-    "-L$libraries" -lkvlmw7 -lkvlcore "-Wl,-rpath-link,$libompFolder"
+"${cCompiler[@]}" -std=c90 -pedantic -Wall -Wextra -Werror "-I$include" "-DPROJECT_VERSION=\"$projectVersion\"" \
+    "$work/use.c" -o "$work/use" "-L$libraries" -lkvlmw7 -lkvlcore "-Wl,-rpath-link,$libompFolder"
 LD_LIBRARY_PATH=$libraries:$libompFolder "${emulator[@]}" "$work/use"
