@@ -8,6 +8,8 @@
 
 #include "batch.hpp"
 
+#include <cmath>
+
 namespace kvlm {
 namespace python {
 
@@ -108,83 +110,52 @@ int trace(const Batch &batch)
         return kvlm::trace(matrices<T>(batch[0], batch.count), values).value();
     });
 }
+/// In float the library's approximate roots make zero of small norms, or NaN of zero.
+template <class T, class A, class Norm>
+int norms(const Batch &batch, const A &a, Norm norm)
+{
+    return numbers<T>(batch, 1, [&](T *values) {
+        if (sizeof(T) == 8)
+            return norm(a, values).value();
+        for (int i = 0; i < batch.count; ++i) {
+            double sum = 0;
+            for (int r = 0; r < a.rows(); ++r)
+                for (int c = 0; c < a.columns(); ++c)
+                    sum += double(a.element(i, r, c)) * a.element(i, r, c);
+            values[i] = static_cast<T>(std::sqrt(sum));
+        }
+        return int(kvlOk);
+    });
+}
 template <class T>
 int frobenius(const Batch &batch)
 {
-    return numbers<T>(batch, 1,
-                      [&](T *values) { return frobeniusNorm(matrices<T>(batch[0], batch.count), values).value(); });
+    return norms<T>(batch, matrices<T>(batch[0], batch.count),
+                    [](auto a, T *values) { return frobeniusNorm(a, values); });
 }
 template <class T>
 int length(const Batch &batch)
 {
-    return numbers<T>(batch, 1, [&](T *values) { //
-        return l2Norm(vectors<T>(batch[0], batch.count), values).value();
-    });
+    return norms<T>(batch, vectors<T>(batch[0], batch.count), [](auto a, T *values) { return l2Norm(a, values); });
 }
 
-/// Order 2 by formulas in double, which layer two has for orders 3 to 6 alone: formula(i), and other(i), one object by
-/// layer two, where the formula says no.
-template <class Formula, class Other>
-int orderTwo(const Batch &batch, Formula formula, Other other)
-{
-    int failures = 0;
-    for (int i = 0; i < batch.count; ++i) {
-        batch.statuses[i] = kvlOk;
-        if (!formula(i))
-            failures += other(i);
-    }
-    return failures;
-}
-/// Whether a number is so far from the limits that nothing can have been lost.
-inline bool isSafe(double x)
-{
-    return each::detail::isWithin(x, 0x1p-500, 0x1p500);
-}
-template <class T>
-double determinantOfTwo(const MatricesView<T> &a, int i)
-{
-    return double(a(i, 0, 0)) * a(i, 1, 1) - double(a(i, 0, 1)) * a(i, 1, 0);
-}
 template <class T>
 int determinant(const Batch &batch)
 {
-    const auto a = matrices<T>(batch[0], batch.count);
     return numbers<T>(batch, 1, [&](T *values) {
-        if (batch[0].rows != 2)
-            return each::determinant(a, values, batch.statuses);
-        return orderTwo(
-            batch,
-            [&](int i) {
-                const double det = determinantOfTwo(a, i);
-                return isSafe(det) && each::detail::isFinite(values[i] = static_cast<T>(det));
-            },
-            [&](int i) {
-                return each::determinant(matrices<T>(from(batch[0], i), 1), values + i, batch.statuses + i);
-            });
+        return each::determinant(matrices<T>(batch[0], batch.count), values, batch.statuses);
     });
 }
 template <class T>
 int inverse(const Batch &batch)
 {
-    const auto a = matrices<T>(batch[0], batch.count), x = matrices<T>(batch[1], batch.count);
-    if (batch[0].rows != 2)
-        return each::inverse(a, x, batch.statuses);
-    return orderTwo(
-        batch,
-        [&](int i) {
-            const double det = determinantOfTwo(a, i), factor = 1 / det;
-            x(i, 0, 0) = static_cast<T>(a(i, 1, 1) * factor);
-            x(i, 0, 1) = static_cast<T>(0 - a(i, 0, 1) * factor);
-            x(i, 1, 0) = static_cast<T>(0 - a(i, 1, 0) * factor);
-            x(i, 1, 1) = static_cast<T>(a(i, 0, 0) * factor);
-            using each::detail::isFinite;
-            return isSafe(det) & isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) &
-                   isFinite(x(i, 1, 1));
-        },
-        [&](int i) {
-            return each::inverse(matrices<T>(from(batch[0], i), 1), matrices<T>(from(batch[1], i), 1),
-                                 batch.statuses + i);
-        });
+    return each::inverse(matrices<T>(batch[0], batch.count), matrices<T>(batch[1], batch.count), batch.statuses);
+}
+template <class T>
+int solve(const Batch &batch)
+{
+    return each::solve(matrices<T>(batch[0], batch.count), matrices<T>(batch[1], batch.count),
+                       matrices<T>(batch[2], batch.count), batch.statuses);
 }
 template <class T>
 int leastSquares(const Batch &batch)

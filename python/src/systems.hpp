@@ -1,6 +1,6 @@
 /**
  * @file systems.hpp
- * Kernels of systems: solutions, and the factors of LAPACK's forms, which scipy has, too.
+ * Kernels of systems: the factors of LAPACK's forms, which scipy has, and solutions from them.
  */
 #ifndef KVLM_PYTHON_SYSTEMS_HPP
 #define KVLM_PYTHON_SYSTEMS_HPP
@@ -38,66 +38,6 @@ VectorsView<T> sideOf(const Operand &b, int first, int column, int count, std::v
         for (int r = 0; r < b.rows; ++r)
             all(i, r) = there(0, r);
     return all;
-}
-
-/// The same factors for all right-hand sides; what they leave that is not finite is solved alone.
-template <class T>
-int solve(const Batch &batch)
-{
-    const int n = batch[0].rows, sides = batch[1].columns;
-    const auto a = matrices<T>(batch[0], batch.count), b = matrices<T>(batch[1], batch.count),
-               x = matrices<T>(batch[2], batch.count);
-    using each::detail::isFinite;
-    const auto alone = [&](int i) {
-        KvlStatus worst = kvlOk, status;
-        for (int k = 0; k < sides; ++k) {
-            each::solve(matrices<T>(from(batch[0], i), 1), vectors<T>(from(batch[1], i, k), 1),
-                        vectors<T>(from(batch[2], i, k), 1), &status);
-            worst = std::min(worst, status);
-        }
-        batch.statuses[i] = worst;
-        for (int r = 0; worst != kvlOk && r < n; ++r)
-            for (int k = 0; k < sides; ++k)
-                x(i, r, k) = std::numeric_limits<T>::quiet_NaN();
-        return worst != kvlOk;
-    };
-    if (n == 2)
-        return orderTwo(
-            batch,
-            [&](int i) {
-                const int top = std::fabs(a(i, 1, 0)) > std::fabs(a(i, 0, 0)), low = 1 - top;
-                const double u = a(i, top, 0), v = a(i, top, 1), factor = a(i, low, 0) / u;
-                const double w = a(i, low, 1) - factor * v;
-                bool isDone = isSafe(u) & isSafe(w);
-                for (int k = 0; k < sides; ++k) {
-                    const double y = b(i, top, k), last = (b(i, low, k) - factor * y) / w;
-                    x(i, 0, k) = static_cast<T>((y - v * last) / u);
-                    x(i, 1, k) = static_cast<T>(last);
-                    isDone &= isFinite(x(i, 0, k)) & isFinite(x(i, 1, k));
-                }
-                return isDone;
-            },
-            alone);
-    if (sides == 1)
-        return each::solve(a, vectors<T>(batch[1], batch.count), vectors<T>(batch[2], batch.count), batch.statuses);
-    std::vector<T> elements, copies;
-    std::vector<int> pivots;
-    inBlocks(batch.count, n * n, [&](int first, int count) {
-        const auto factors = packed(elements, n, n, count);
-        pivots.resize(static_cast<std::size_t>(count) * n);
-        each::lu(matrices<T>(from(batch[0], first), count), factors, pivots.data(), batch.statuses + first);
-        bool areFinite = true;
-        for (int k = 0; k < sides; ++k) {
-            const auto solution = vectors<T>(from(batch[2], first, k), count);
-            (void)kvlm::luSolve(factors, pivots.data(), sideOf(batch[1], first, k, count, copies), solution);
-            for (int i = 0; i < count; ++i)
-                for (int r = 0; r < n; ++r)
-                    areFinite &= isFinite(solution(i, r));
-        }
-        for (int i = 0; !areFinite && i < count; ++i)
-            alone(first + i);
-    });
-    return failures(batch);
 }
 
 /// As LAPACK's getrf: rows in the order of the pivots, which are the rows to exchange, one after the other.
