@@ -153,11 +153,7 @@ int determinant(const Batch &batch)
         if (batch[0].rows != 2)
             return each::determinant(a, values, batch.statuses);
         return orderTwo(
-            batch,
-            [&](int i) {
-                const double det = determinantOfTwo(a, i);
-                return isSafe(det) && each::detail::isFinite(values[i] = static_cast<T>(det));
-            },
+            batch, [&](int i) { return each::detail::isFinite(values[i] = static_cast<T>(determinantOfTwo(a, i))); },
             [&](int i) {
                 return each::determinant(matrices<T>(from(batch[0], i), 1), values + i, batch.statuses + i);
             });

@@ -7,6 +7,7 @@
 
 #include "kernels.hpp"
 
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <stdexcept>
@@ -171,7 +172,7 @@ template <class T>
 int cholesky(const Batch &batch)
 {
     const int n = batch[0].rows;
-    inBlocks(batch.count, n * n, [&](int first, int count) {
+    const auto some = [&](int first, int count) {
         const auto l = matrices<T>(from(batch[1], first), count);
         const KvlStatus *const statuses = batch.statuses + first;
         each::cholesky(matrices<T>(from(batch[0], first), count), l, batch.statuses + first);
@@ -183,7 +184,26 @@ int cholesky(const Batch &batch)
                     l(i, r, c) = above;
             }
         }
-    });
+    };
+    if (n == 2) {
+        const auto a = matrices<T>(batch[0], batch.count), l = matrices<T>(batch[1], batch.count);
+        return orderTwo(
+            batch,
+            [&](int i) {
+                const double d = a(i, 0, 0), root = std::sqrt(d), below = a(i, 1, 0) / root;
+                const double rest = a(i, 1, 1) - below * below;
+                l(i, 0, 0) = static_cast<T>(root);
+                l(i, 0, 1) = 0;
+                l(i, 1, 0) = static_cast<T>(below);
+                l(i, 1, 1) = static_cast<T>(std::sqrt(rest));
+                return (d > 0) & (rest > 0) & isSafe(d) & isSafe(rest);
+            },
+            [&](int i) {
+                some(i, 1);
+                return batch.statuses[i] != kvlOk;
+            });
+    }
+    inBlocks(batch.count, n * n, some);
     return failures(batch);
 }
 /// From L with its diagonal, of which only the lower triangle is read.
