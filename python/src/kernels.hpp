@@ -174,7 +174,7 @@ int inverse(const Batch &batch)
             x(i, 1, 0) = static_cast<T>(0 - a(i, 1, 0) * factor);
             x(i, 1, 1) = static_cast<T>(a(i, 0, 0) * factor);
             using each::detail::isFinite;
-            return isSafe(det) & isFinite(x(i, 0, 0)) & isFinite(x(i, 0, 1)) & isFinite(x(i, 1, 0)) &
+            return isSafe(det) && isFinite(x(i, 0, 0)) && isFinite(x(i, 0, 1)) && isFinite(x(i, 1, 0)) &&
                    isFinite(x(i, 1, 1));
         },
         [&](int i) {

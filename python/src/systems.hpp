@@ -69,12 +69,12 @@ int solve(const Batch &batch)
                 const int top = std::fabs(a(i, 1, 0)) > std::fabs(a(i, 0, 0)), low = 1 - top;
                 const double u = a(i, top, 0), v = a(i, top, 1), factor = a(i, low, 0) / u;
                 const double w = a(i, low, 1) - factor * v;
-                bool isDone = isSafe(u) & isSafe(w);
+                bool isDone = isSafe(u) && isSafe(w);
                 for (int k = 0; k < sides; ++k) {
                     const double y = b(i, top, k), last = (b(i, low, k) - factor * y) / w;
                     x(i, 0, k) = static_cast<T>((y - v * last) / u);
                     x(i, 1, k) = static_cast<T>(last);
-                    isDone &= isFinite(x(i, 0, k)) & isFinite(x(i, 1, k));
+                    isDone = isDone && isFinite(x(i, 0, k)) && isFinite(x(i, 1, k));
                 }
                 return isDone;
             },
@@ -196,7 +196,7 @@ int cholesky(const Batch &batch)
                 l(i, 0, 1) = 0;
                 l(i, 1, 0) = static_cast<T>(below);
                 l(i, 1, 1) = static_cast<T>(std::sqrt(rest));
-                return (d > 0) & (rest > 0) & isSafe(d) & isSafe(rest);
+                return d > 0 && rest > 0 && isSafe(d) && isSafe(rest);
             },
             [&](int i) {
                 some(i, 1);
