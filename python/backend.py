@@ -57,7 +57,8 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     with tempfile.TemporaryDirectory() as folder:
         prefix = _build(folder)
         record = prefix / _write_about(prefix) / "RECORD"
-        files = {path.relative_to(prefix).as_posix(): path.read_bytes() for path in prefix.rglob("*") if path.is_file()}
+        paths = sorted(path for path in prefix.rglob("*") if path.is_file())
+        files = {path.relative_to(prefix).as_posix(): path.read_bytes() for path in paths}
         lines = [f"{name},sha256={_digest(content)},{len(content)}\n" for name, content in files.items()]
         name = record.relative_to(prefix).as_posix()
         files[name] = "".join([*lines, f"{name},,\n"]).encode()

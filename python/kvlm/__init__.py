@@ -30,14 +30,12 @@ from numpy.linalg import LinAlgError
 
 from . import _core
 
+__version__ = _core.version
 __all__ = [
     "LinAlgError", "add", "cho_factor", "cho_solve", "cholesky", "cross", "det", "eig", "eigh", "eigvals", "eigvalsh",
     "get_threads", "inv", "lstsq", "lu_factor", "lu_solve", "matmul", "matvec", "norm", "qr", "set_threads", "solve",
     "status_text", "trace", "transpose",
 ]
-
-
-__version__ = _core.version
 
 
 def matmul(a, b, *, out=None):
@@ -224,9 +222,9 @@ def lstsq(a, b, rcond=None, *, full=True, out=None, info=False):
     """
     a = _np.asarray(a)
     b = _np.asarray(b)
-    for x, least in (a, "two"), (b, "one"):
-        if x.ndim < (1 if least == "one" else 2):
-            raise LinAlgError(f"{x.ndim}-dimensional array given. Array must be at least {least}-dimensional")
+    for x, least, word in (a, 2, "two"), (b, 1, "one"):
+        if x.ndim < least:
+            raise LinAlgError(f"{x.ndim}-dimensional array given. Array must be at least {word}-dimensional")
     isVectors = _vectors(a, b)
     b = b[..., None] if isVectors else b
     m, n = a.shape[-2:]

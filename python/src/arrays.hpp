@@ -54,14 +54,17 @@ inline const py::detail::PyArrayDescr_Proxy &typeOf(const py::handle &a)
     throw py::error_already_set();
 }
 
-/// numpy.array of anything, with NumPy's flags and, if given, of a type.
-inline py::object converted(py::handle x, const py::object &dtype, int flags)
+/// What a function of numpy's returned.
+inline py::object owned(PyObject *array)
 {
-    PyObject *const array = py::detail::npy_api::get().PyArray_FromAny_(
-        x.ptr(), dtype ? py::object(dtype).release().ptr() : nullptr, 0, 0, flags, nullptr);
     if (!array)
         throw py::error_already_set();
     return py::reinterpret_steal<py::object>(array);
+}
+/// numpy.array of anything, with numpy's flags and, if given, of a type.
+inline py::object converted(py::handle x, py::object dtype, int flags)
+{
+    return owned(py::detail::npy_api::get().PyArray_FromAny_(x.ptr(), dtype.release().ptr(), 0, 0, flags, nullptr));
 }
 inline py::object asArray(py::handle x)
 {

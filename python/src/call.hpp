@@ -107,12 +107,9 @@ private:
     static py::object allocate(const Dims &dims, Type type)
     {
         const auto &api = py::detail::npy_api::get();
-        PyObject *const array =
-            api.PyArray_NewFromDescr_(api.PyArray_Type_, dtypeOf(type).release().ptr(), static_cast<int>(dims.size()),
-                                      dims.data(), nullptr, nullptr, 0, nullptr);
-        if (!array)
-            throw py::error_already_set();
-        return py::reinterpret_steal<py::object>(array);
+        return owned(api.PyArray_NewFromDescr_(api.PyArray_Type_, dtypeOf(type).release().ptr(),
+                                               static_cast<int>(dims.size()), dims.data(), nullptr, nullptr, 0,
+                                               nullptr));
     }
 
     /// Finds which dimensions are there, and their sizes.

@@ -7,6 +7,7 @@
 
 #include "kernels.hpp"
 
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <stdexcept>

@@ -69,13 +69,14 @@ def test_shapes_that_do_not_fit():
             wrong()
 
 
-def test_failures(rng):
-    a = rng.standard_normal((300, 4, 4))
-    a = a @ a.swapaxes(-1, -2) + np.eye(4)
+@pytest.mark.parametrize("n", [2, 4, 8])
+def test_failures(rng, n):
+    a = rng.standard_normal((300, n, n))
+    a = a @ a.swapaxes(-1, -2) + np.eye(n)
     bad = [0, 77, 128, 299]
     expected = np.zeros(300, bool)
     expected[bad] = True
-    b = np.ones((300, 4))
+    b = np.ones((300, n))
     a[bad] = 0
     a[bad, 0, 0] = -1
     calls = [(la.inv, a), (la.solve, a, b), (la.solve, a, a), (la.cholesky, a), (la.lu_factor, a), (la.cho_factor, a)]

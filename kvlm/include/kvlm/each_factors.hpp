@@ -224,6 +224,8 @@ public:
 
     KvlStatus call(int i, int objects)
     {
+        if (n == 2)
+            return factorPositiveTwo(this->in.from(i), out.from(i), objects), kvlOk;
         return callWith(Systems<T>::cholesky, matrices(this->in.from(i)), matrices(out.from(i)),
                         std::tuple(n, objects));
     }

@@ -1,6 +1,6 @@
 /**
  * @file each_two.hpp
- * Order 2, for which the C functions have no kernels of their own. What they would refuse is left as NaN.
+ * Order 2, for which the C functions have no kernels of their own. What they would refuse is left as NaN, or infinite.
  */
 #ifndef KVLM_EACH_TWO_HPP
 #define KVLM_EACH_TWO_HPP
@@ -29,6 +29,19 @@ void invertTwo(const Strided<const T> &a, const Strided<T> &inverse, int objects
         inverse(i, 0, 1) = static_cast<T>(-y * factor);
         inverse(i, 1, 0) = static_cast<T>(-z * factor);
         inverse(i, 1, 1) = static_cast<T>(x * factor);
+    }
+}
+
+/// In the form of kvlmCholeskyDecomp.
+template <class T>
+void factorPositiveTwo(const Strided<const T> &a, const Strided<T> &factors, int objects)
+{
+    for (int i = 0; i < objects; ++i) {
+        const double first = 1 / std::sqrt(double(a(i, 0, 0))), below = a(i, 1, 0) * first;
+        const double last = 1 / std::sqrt(a(i, 1, 1) - below * below);
+        factors(i, 0, 0) = static_cast<T>(first);
+        factors(i, 1, 0) = static_cast<T>(below);
+        factors(i, 1, 1) = static_cast<T>(last);
     }
 }
 
