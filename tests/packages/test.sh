@@ -26,7 +26,6 @@ makeBase() {
     codename=$(. /etc/os-release && echo "$VERSION_CODENAME")
     mirror=$(apt-get indextargets --format '$(REPO_URI)' "Created-By: Packages" "Codename: $codename" "Component: main" |
         head -1)
-    step "a clean system of $codename"
     "${asRoot[@]}" debootstrap --variant=minbase "$codename" "$root" "$mirror"
     apt-config dump | grep '^Acquire::' | "${asRoot[@]}" tee "$root/etc/apt/apt.conf.d/00acquire" >/dev/null
     install gcc g++ make cmake pkgconf
@@ -57,7 +56,10 @@ contents() {
 mapfile -t debs < <(cd "$packages" && ls -- *_amd64.deb *_all.deb)
 ((${#debs[@]} == 4)) || fail "There are not the four packages for amd64 in $packages: ./package builds them."
 "${asRoot[@]}" rm -rf "$root"
-[[ -d $base ]] || quietly "$packages/system.log" makeBase
+if [[ ! -d $base ]]; then
+    step "a clean system; what makes it speaks to $packages/system.log"
+    makeBase >"$packages/system.log" 2>&1 # not by quietly, where a failure would not end it
+fi
 "${asRoot[@]}" cp -a "$base" "$root"
 putPackages
 contents >"$packages/before"
