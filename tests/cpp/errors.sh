@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Checks what is refused at compile time: each wrong line gives exactly one error, with a text that tells what is wrong.
-# usage: errors.sh <folder of kvlm.hpp> <C++ compiler and flags>
+# usage: errors.sh <folder of kvlm.hpp in the tree> <C++ compiler and flags>
 set -euo pipefail
 read -ra compiler <<<"$2"
-options=(-std=c++17 -Werror=unused-result -fsyntax-only "-I$1" -x c++ -)
+options=(-std=c++17 -Werror=unused-result -fsyntax-only "-I$1" "-I$1/../../kvlcore/include" -x c++ -)
 
 # compiled LINE: compiles it among views of all kinds.
 compiled() {
