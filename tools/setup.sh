@@ -89,11 +89,15 @@ quietly() {
     }
 }
 
-# configure PRESET [-DNAME=VALUE]...: where there is ccache, what was compiled before is not compiled again, wherever the
-# clone lies.
-configure() {
-    ! command -v ccache >/dev/null || export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 \
+# useCcache FOLDER: where there is ccache, what was compiled before is not compiled again, wherever the folder lies.
+useCcache() {
+    ! command -v ccache >/dev/null || export CCACHE_BASEDIR=$1 CCACHE_NOHASHDIR=1 \
         CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+}
+
+# configure PRESET [-DNAME=VALUE]...
+configure() {
+    useCcache "$PWD"
     quietly "build/$1.configure.log" cmake --preset "$@"
 }
 

@@ -68,7 +68,7 @@ step "install"
 quietly "$packages/install.log" install "${debs[@]/#//packages/}"
 
 step "the examples of the README"
-work=$root/tmp/work
+work=$root/srv/kvlm
 "${asRoot[@]}" mkdir -m 777 "$work"
 block cpp 1 >"$work/sums.cpp"
 block c 1 >"$work/sums.c"
@@ -81,7 +81,7 @@ block '' 2 >"$work/expectedC"
 } >"$work/CMakeLists.txt"
 cat >"$work/try.sh" <<'SH'
 set -eu
-cd /tmp/work
+cd /srv/kvlm
 flags=$(pkg-config --cflags --libs kvlm)
 echo "pkg-config kvlm $(pkg-config --modversion kvlm): $flags"
 g++ -std=c++17 -Wall -Wextra -Werror sums.cpp $flags -o sums_cpp
@@ -107,25 +107,26 @@ assert np.allclose(w, np.linalg.eigvalsh(covariances)) and np.allclose(covarianc
 print("python:", w.shape, v.shape)
 PYTHON
 SH
-inside sh /tmp/work/try.sh
+inside sh /srv/kvlm/try.sh
 
 step "the variant that the loader takes"
 for level in $(variantsHere) x86-64-v2; do
     [[ $level == x86-64-v2 ]] && place= || place=glibc-hwcaps/$level/
-    loaded=$(inside env LD_DEBUG=libs /lib64/ld-linux-x86-64.so.2 --glibc-hwcaps-mask "$level" /tmp/work/sums_c 2>&1 >/dev/null |
+    loaded=$(inside env LD_DEBUG=libs /lib64/ld-linux-x86-64.so.2 --glibc-hwcaps-mask "$level" /srv/kvlm/sums_c 2>&1 >/dev/null |
         sed -n 's/.*calling init: \(.*libkvlmw7.*\)/\1/p')
     [[ $loaded == /lib/x86_64-linux-gnu/${place}libkvlmw7.so.5.2 ]] || fail "On $level it is '$loaded'."
     echo "$level: $loaded"
 done
 best=$(variantsHere | head -1)
-[[ -z $best ]] || inside env LD_DEBUG=libs /tmp/work/sums_c 2>&1 | grep "calling init.*/$best/libkvlmw7" >/dev/null ||
+[[ -z $best ]] || inside env LD_DEBUG=libs /srv/kvlm/sums_c 2>&1 | grep "calling init.*/$best/libkvlmw7" >/dev/null ||
     fail "Unasked, the loader does not take $best."
 
 step "purge"
 names=("${debs[@]%%_*}")
 quietly "$packages/purge.log" inside apt-get -qy purge "${names[@]}"
-inside /tmp/work/sums_c >/dev/null 2>&1 && fail "The library is still found."
+inside /srv/kvlm/sums_c >/dev/null 2>&1 && fail "The library is still found."
 quietly "$packages/purge.log" inside apt-get -qy autoremove --purge
+"${asRoot[@]}" rm -rf "$work"
 diff "$packages/before" <(contents) || fail "This is left, or gone (<)."
 "${asRoot[@]}" rm -rf "$root"
 
