@@ -7,7 +7,6 @@
 
 #include "kernels.hpp"
 
-#include <cmath>
 #include <limits>
 #include <numeric>
 #include <stdexcept>

@@ -310,7 +310,7 @@ KVLM_HPP_INLINE bool mayLoseObjects()
 }
 template <Operation O>
 inline constexpr bool isForTeams =
-    O != Operation::Copy &&O != Operation::Extract &&O != Operation::LoadIdentity &&O != Operation::Transpose;
+    !(O == Operation::Copy || O == Operation::Extract || O == Operation::LoadIdentity || O == Operation::Transpose);
 
 /// An operation on operands: tells at compile time what is wrong with them, then calls. The destination is one vector
 /// (Kind::v) or matrix (Kind::m), or an array of them as soon as a source is one.

@@ -329,6 +329,15 @@ inline bool isOk(KvlStatus status)
 /// What goes to a team takes more work than this; a block is for the caller's thread.
 inline constexpr int leastOfTeams = 1700;
 
+/// A second attempt unless the object is good. Whether it failed.
+template <class Op>
+bool settleOne(Op &op, int i, bool isGood, KvlStatus &status)
+{
+    if (!isGood)
+        status = op.again(i);
+    op.finish(i, status);
+    return status != kvlOk;
+}
 /// A second attempt for each of n objects from object i on that is not good, as a check of many at once tells, then of
 /// some, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
 template <class Op>
@@ -339,12 +348,8 @@ int settle(Op &op, int i, int n, KvlStatus *status)
         return 0;
     int failures = 0;
     if (areGood || n == 1) {
-        for (const int end = i + n; i < end; ++i) {
-            if (!areGood)
-                status[i] = op.again(i);
-            op.finish(i, status[i]);
-            failures += status[i] != kvlOk;
-        }
+        for (const int end = i + n; i < end; ++i)
+            failures += settleOne(op, i, areGood, status[i]);
     } else {
         const int part = (n + 7) / 8;
         for (int k = 0; k < n; k += part)
@@ -374,10 +379,8 @@ int run(Op &&op, KvlStatus *statuses)
             const int end =
                 hasCompleted ? n : static_cast<int>(std::find_if_not(status + i, status + n, isOk) - status);
             failures += settle(op, i, end - i, status);
-            if (end < n) {
-                op.finish(end, status[end] = op.again(end));
-                failures += status[end] != kvlOk;
-            }
+            if (end < n)
+                failures += settleOne(op, end, false, status[end]);
             i = end;
         }
         op.store(first, n);

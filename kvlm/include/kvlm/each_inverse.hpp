@@ -110,12 +110,14 @@ public:
 
     KvlStatus call(int i, int objects)
     {
-        for (int k = i; n == 2 && k < i + objects; ++k)
-            out[k] = static_cast<T>(determinantOfTwo(this->in, k));
         T unused[1];
-        return n < 3 || n > 6 ? kvlOk
-                              : callWith(Systems<T>::determinant, matrices(this->in.from(i)),
-                                         std::tuple(n, unused + 0, out + i, objects));
+        if (3 <= n && n <= 6)
+            return callWith(Systems<T>::determinant, matrices(this->in.from(i)),
+                            std::tuple(n, unused + 0, out + i, objects));
+        if (n == 2)
+            for (int k = i; k < i + objects; ++k)
+                out[k] = static_cast<T>(determinantOfTwo(this->in, k));
+        return kvlOk;
     }
     void mark(int i) { out[i] = markOf<T>(); }
     bool isMarked(int i) const { return isMark(out[i]); }
