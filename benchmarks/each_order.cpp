@@ -162,22 +162,22 @@ void Case<T, N>::addAll()
     add(
         "lu", general, generalFailing,
         [=](const T *a) { return Systems::lu(a, object, row, e, p, o, object, row, e, N, count); },
-        [=](A a) { return each::lu(a, to, p, st); },
+        [=](A a) { return each::luDecompose(a, to, p, st); },
         forEachObject([](const Matrix &a, int) { return Eigen::PartialPivLU<Matrix>(a).matrixLU().eval(); }));
     add(
         "cholesky", positive, positiveFailing,
         [=](const T *a) { return Systems::cholesky(a, object, row, e, o, object, row, e, N, count); },
-        [=](A a) { return each::cholesky(a, to, st); },
+        [=](A a) { return each::choleskyDecompose(a, to, st); },
         forEachObject([](const Matrix &a, int) { return Eigen::LLT<Matrix>(a).matrixLLT().eval(); }));
     add(
         "qr", general, generalFailing,
         [=](const T *a) { return Systems::qr(a, object, row, e, s, o, object, row, e, N, N, count); },
-        [=](A a) { return each::qr(a, to, st); },
+        [=](A a) { return each::qrDecompose(a, to, st); },
         forEachObject([](const Matrix &a, int) { return Eigen::HouseholderQR<Matrix>(a).matrixQR().eval(); }));
     add(
         "inverse", general, generalFailing,
         [=](const T *a) { return Systems::invert(a, object, row, e, s, o, object, row, e, N, count); },
-        [=](A a) { return each::inverse(a, to, st); },
+        [=](A a) { return each::invert(a, to, st); },
         forEachObject([](const Matrix &a, int) { return a.inverse().eval(); }));
     add(
         "determinant", general, generalFailing,
@@ -218,11 +218,11 @@ void Case<T, N>::addAll()
     const T *const shifted = positive.data();
     add(
         "symmetric-values", symmetric, symmetricFailing, [=](const T *) { return plainValues(shifted, N, s, xs); },
-        [=](A a) { return each::eigenvaluesSymmetric(a, xs, st); },
+        [=](A a) { return each::eigenvaluesSym(a, xs, st); },
         forEachObject([](const Matrix &a, int) { return Solver(a, Eigen::EigenvaluesOnly).eigenvalues().eval(); }));
     add(
         "symmetric-vectors", symmetric, symmetricFailing, [=](const T *) { return plainVectors(shifted, N, s, o, xs); },
-        [=](A a) { return each::eigenvectorsSymmetric(a, to, xs, st); },
+        [=](A a) { return each::eigenvectorsSym(a, to, xs, st); },
         forEachObject([](const Matrix &a, int) { return Solver(a).eigenvectors().eval(); }));
     using Unsymmetric = Eigen::EigenSolver<Matrix>;
     add(

@@ -92,7 +92,7 @@ struct Block {
         check(multiply(p, transposed(h), pH));
         check(multiply(h, pH, s));
         check(add(s, kvlm::matrix(model.uncertainty), s));
-        const int failed = kvlm::each::inverse(s, inverse, between.statuses);
+        const int failed = kvlm::each::invert(s, inverse, between.statuses);
         for (int i = 0; failed && i < together; ++i)
             for (int k = 0; between.statuses[i] != kvlOk && k < states * states; ++k)
                 inverse(i, k / states, k % states) = 0;

@@ -77,7 +77,7 @@ int qr(const Batch &batch)
         const auto a = matrices<T>(from(source, first), count);
         KvlStatus *const statuses = batch.statuses + first;
         if (width <= height)
-            each::qr(a, factors, statuses);
+            each::qrDecompose(a, factors, statuses);
         else
             std::fill_n(statuses, count, kvlErrSingular);
         for (int i = 0; i < count; ++i) {
@@ -119,22 +119,22 @@ void reverse(Adjacent<T> &values, int n, int count)
     values.finish();
 }
 template <class T>
-int eigenvaluesSymmetric(const Batch &batch)
+int eigenvaluesSym(const Batch &batch)
 {
     Adjacent<T> values(batch[1], batch.count);
-    const int result = each::eigenvaluesSymmetric(matrices<T>(batch[0], batch.count), values.data(), batch.statuses);
+    const int result = each::eigenvaluesSym(matrices<T>(batch[0], batch.count), values.data(), batch.statuses);
     reverse(values, batch[0].rows, batch.count);
     return result;
 }
 template <class T>
-int eigenvectorsSymmetric(const Batch &batch)
+int eigenvectorsSym(const Batch &batch)
 {
     const int n = batch[0].rows;
     Adjacent<T> values(batch[1], batch.count);
     Operand columns = from(batch[2], 0, n - 1);
     columns.column = -columns.column;
-    const int result = each::eigenvectorsSymmetric(matrices<T>(batch[0], batch.count),
-                                                   matrices<T>(columns, batch.count), values.data(), batch.statuses);
+    const int result = each::eigenvectorsSym(matrices<T>(batch[0], batch.count), matrices<T>(columns, batch.count),
+                                             values.data(), batch.statuses);
     reverse(values, n, batch.count);
     return result;
 }

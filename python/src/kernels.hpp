@@ -149,7 +149,7 @@ int determinant(const Batch &batch)
 template <class T>
 int inverse(const Batch &batch)
 {
-    return each::inverse(matrices<T>(batch[0], batch.count), matrices<T>(batch[1], batch.count), batch.statuses);
+    return each::invert(matrices<T>(batch[0], batch.count), matrices<T>(batch[1], batch.count), batch.statuses);
 }
 template <class T>
 int solve(const Batch &batch)

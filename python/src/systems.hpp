@@ -52,7 +52,7 @@ int luFactor(const Batch &batch)
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto factors = packed(elements, n, n, count);
         pivots.resize(static_cast<std::size_t>(count) * n);
-        each::lu(matrices<T>(from(batch[0], first), count), factors, pivots.data(), batch.statuses + first);
+        each::luDecompose(matrices<T>(from(batch[0], first), count), factors, pivots.data(), batch.statuses + first);
         for (int i = 0; i < count; ++i) {
             const int *const pivot = pivots.data() + i * n;
             int *const exchange = exchanges.data() + static_cast<std::ptrdiff_t>(first + i) * n;
@@ -114,7 +114,7 @@ int cholesky(const Batch &batch)
     inBlocks(batch.count, n * n, [&](int first, int count) {
         const auto l = matrices<T>(from(batch[1], first), count);
         const KvlStatus *const statuses = batch.statuses + first;
-        each::cholesky(matrices<T>(from(batch[0], first), count), l, batch.statuses + first);
+        each::choleskyDecompose(matrices<T>(from(batch[0], first), count), l, batch.statuses + first);
         for (int i = 0; i < count; ++i) {
             const T above = statuses[i] == kvlOk ? T(0) : std::numeric_limits<T>::quiet_NaN();
             for (int r = 0; r < n; ++r) {

@@ -113,9 +113,9 @@ void compare(const Kind &kind, int n, int count)
     std::vector<T> alone(values.size());
     std::vector<KvlStatus> statuses(count, 1);
     const auto source = packed(a, n, n);
-    ASSERT_EQ(kvlm::each::eigenvectorsSymmetric(source, packed(v, n, n), values.data(), statuses.data()), 0);
+    ASSERT_EQ(kvlm::each::eigenvectorsSym(source, packed(v, n, n), values.data(), statuses.data()), 0);
     ASSERT_EQ(std::count(statuses.begin(), statuses.end(), kvlOk), count);
-    ASSERT_EQ(kvlm::each::eigenvaluesSymmetric(source, alone.data(), statuses.data()), 0);
+    ASSERT_EQ(kvlm::each::eigenvaluesSym(source, alone.data(), statuses.data()), 0);
 
     Errors worst, lapack;
     std::vector<double> expected(n), doubles(square), doubleWork(40 * n);
@@ -178,8 +178,7 @@ TYPED_TEST(EachSymmetric, NamesWhatIsNotFiniteAndGoesOn)
         std::vector<KvlStatus> statuses(count);
         // In place.
         const std::vector<T> original = a;
-        EXPECT_EQ(kvlm::each::eigenvectorsSymmetric(packed(a, n, n), packed(a, n, n), values.data(), statuses.data()),
-                  3);
+        EXPECT_EQ(kvlm::each::eigenvectorsSym(packed(a, n, n), packed(a, n, n), values.data(), statuses.data()), 3);
         for (int i = 0; i < count; ++i) {
             const bool isBad = i == 5 || i == 20 || i == 36;
             EXPECT_EQ(statuses[i], isBad ? kvlErrNoConvergence : kvlOk);

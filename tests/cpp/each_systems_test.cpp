@@ -154,8 +154,8 @@ void compare(const Kind &kind, int n, int count)
     double worst = 0, lapack = 0, squares = 0, inverse = 0, inverseAsked = 0, determinant = 0, condition = 0;
     ASSERT_EQ(each::solve(a, packed(batch.b, n), packed(batch.x, n), batch.statuses.data()), 0);
     ASSERT_EQ(each::leastSquares(a, packed(batch.b, n), packed(best, n), batch.statuses.data()), 0);
-    ASSERT_EQ(each::inverse(a, packed(inverses, n, n), batch.statuses.data()), 0);
-    ASSERT_GE(each::inverse(a, packed(asked, n, n), batch.statuses.data(), conditions.data()), 0);
+    ASSERT_EQ(each::invert(a, packed(inverses, n, n), batch.statuses.data()), 0);
+    ASSERT_GE(each::invert(a, packed(asked, n, n), batch.statuses.data(), conditions.data()), 0);
     ASSERT_EQ(each::determinant(a, determinants.data(), std::vector<KvlStatus>(count).data()), 0);
     std::vector<T> t(square), y(n);
     std::vector<int> pivots(n);
@@ -207,7 +207,7 @@ void compareFactors(const Kind &kind, int n, int count)
     Batch<T> batch(kind, n, count), positive(kind, n, count, true);
     std::vector<T> factors(batch.a.size());
     std::vector<int> pivots(batch.x.size());
-    ASSERT_EQ(each::lu(packed(batch.a, n, n), packed(factors, n, n), pivots.data(), batch.statuses.data()), 0);
+    ASSERT_EQ(each::luDecompose(packed(batch.a, n, n), packed(factors, n, n), pivots.data(), batch.statuses.data()), 0);
     double worst = 0;
     for (int i = 0; i < count; ++i) {
         const int *const p = &pivots[static_cast<std::size_t>(i) * n];
@@ -224,7 +224,7 @@ void compareFactors(const Kind &kind, int n, int count)
     }
     note("P\\*A - L\\*U", worst);
 
-    ASSERT_EQ(each::qr(packed(batch.a, n, n), packed(factors, n, n), batch.statuses.data()), 0);
+    ASSERT_EQ(each::qrDecompose(packed(batch.a, n, n), packed(factors, n, n), batch.statuses.data()), 0);
     worst = 0;
     for (int i = 0; i < count; ++i)
         for (int c = 0; c < n; ++c) { // Q*R, column by column, whatever their sizes
@@ -254,7 +254,8 @@ void compareFactors(const Kind &kind, int n, int count)
     if (std::string(kind.name).find("1e30") == std::string::npos &&
         std::string(kind.name).find("1e-") == std::string::npos) {
         worst = 0;
-        int failures = each::cholesky(packed(positive.a, n, n), packed(factors, n, n), positive.statuses.data());
+        int failures =
+            each::choleskyDecompose(packed(positive.a, n, n), packed(factors, n, n), positive.statuses.data());
         int isFound = 0;
         for (int i = 0; i < count; ++i) {
             if (positive.statuses[i] != kvlOk) {

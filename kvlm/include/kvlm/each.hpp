@@ -28,15 +28,15 @@
  * of kvlErrNullPointer (also of a view whose base() is null), kvlErrCount, kvlErrSize or kvlErrSizeMatch.
  *
  * **Sizes.** Results are as exact for elements of any size, 1e-30 and 1e30 in float, as long as the type can hold them.
- * An object is scaled by powers of two, which round nothing; inverse() says where it is not. What is measured stands in
+ * An object is scaled by powers of two, which round nothing; invert() says where it is not. What is measured stands in
  * docs/accuracy.md.
  *
  * **Threads.** Each call works in the caller's thread, also where threads_omp_of_n_kvl allows for teams: its blocks are
  * smaller then than what goes to a team. Any number of threads may call at once, on parts of an array of their own.
  *
  * **Registers.** Symmetric eigenproblems are computed in these headers, and take 0.5 to 0.6 of the time where they are
- * compiled for AVX2, 0.35 to 0.5 for AVX-512, with the same bits, but for signs of zeros, if nothing is fused
- * (-ffp-contract=off). As with all templates, the sources of a program must be compiled for one processor.
+ * compiled for AVX2, 0.35 to 0.5 for AVX-512, with the same bits if nothing is fused (-ffp-contract=off). As with all
+ * templates, the sources of a program must be compiled for one processor.
  *
  * **Memory.** Less than a hundred kilobytes of stack. The heap serves what does not fit there: general eigenproblems
  * from order 8 on, symmetric ones from order 12 on, second attempts at systems and their conditions from about order 16

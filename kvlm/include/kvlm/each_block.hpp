@@ -12,6 +12,7 @@
 #include <kvlm.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -275,23 +276,50 @@ bool forAll(int n, Is is)
     return all;
 }
 
-/// Whether the squares of the elements of n objects, from object i on, have a sum up to `limit`: then those of each
-/// have.
-template <class T, class Limit>
-bool areBounded(const Strided<T> &x, int i, int n, int rows, int columns, Limit limit)
+/// The sum of squares of the elements of n objects, from object i on.
+template <class T>
+std::remove_const_t<T> sumOfSquares(const Strided<T> &x, int i, int n, int rows, int columns)
 {
-    Limit sum = 0;
+    using Element = std::remove_const_t<T>;
+    Element sum = 0;
     if (x.isPacked(rows, columns))
-        sum = squares<Limit>(&x(i, 0, 0), numberOf(n, rows, columns));
+        sum = squares<Element>(&x(i, 0, 0), numberOf(n, rows, columns));
     else
         for (int r = 0; r < rows; ++r)
             for (int c = 0; c < columns; ++c)
                 if (x.object == sizeof(T))
-                    sum += squares<Limit>(&x(i, r, c), numberOf(n));
+                    sum += squares<Element>(&x(i, r, c), numberOf(n));
                 else
                     for (int k = 0; k < n; ++k)
                         sum += x(i + k, r, c) * x(i + k, r, c);
-    return isWithin(sum, Limit(0), limit);
+    return sum;
+}
+/// Whether it is up to `limit`: then that of each object is.
+template <class T, class Limit>
+bool areBounded(const Strided<T> &x, int i, int n, int rows, int columns, Limit limit)
+{
+    return isWithin(sumOfSquares(x, i, n, rows, columns), Limit(0), limit);
+}
+
+/// Whether no element is so small that products with it have lost digits, but for zeros.
+template <class T>
+bool areZeroOrNormal(const Strided<const T> &x, int i, int n, int rows, int columns)
+{
+    constexpr T least = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
+    const auto isEach = [](const T *first, int elements) {
+        return forAll(elements, [first](int k) { return !(std::fabs(first[k]) < least) || first[k] == 0; });
+    };
+    bool all = true;
+    if (x.isPacked(rows, columns))
+        return isEach(&x(i, 0, 0), n * rows * columns);
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c)
+            if (x.object == sizeof(T))
+                all &= isEach(&x(i, r, c), n);
+            else
+                for (int k = i; k < i + n; ++k)
+                    all &= isEach(&x(k, r, c), 1);
+    return all;
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a

@@ -49,7 +49,10 @@ inline void scale(double *x, int count, int exponent, int stride = 1)
         *x = shifted(*x, exponent);
 }
 
-/// Divides x by 2^exponents and all of it by another power of two, to magnitudes of about 1: returns its exponent.
+/// The exponent of right-hand sides that leaves room for what grows, and for what is small beside the rest.
+inline constexpr int exponentOfSides = 400;
+
+/// Divides x by 2^exponents and all of it by another power of two, to magnitudes of that exponent: returns its own.
 inline int normalize(double *x, const int *exponents, int n)
 {
     int up = std::numeric_limits<int>::min();
@@ -58,6 +61,7 @@ inline int normalize(double *x, const int *exponents, int n)
             up = std::max(up, exponentOf(x + k, 1) - exponents[k]);
     if (up == std::numeric_limits<int>::min())
         return 0;
+    up -= exponentOfSides;
     for (int k = 0; k < n; ++k)
         x[k] = shifted(x[k], -up - exponents[k]);
     return up;
@@ -91,7 +95,7 @@ inline bool factorLU(double *a, int *pivot, int n)
             double *row = a + pivot[i] * n;
             const double factor = row[k] /= top[k];
             for (int j = k + 1; j < n; ++j)
-                row[j] -= factor * top[j];
+                row[j] -= rounded(factor * top[j]);
         }
     }
     return true;

@@ -139,7 +139,7 @@ class LU : public Source<A> {
 public:
     using typename Source<A>::T;
     static constexpr int lag = 1;
-    static constexpr bool hasPivots = true;
+    static constexpr bool hasPivots = true, isTriangle = false;
     static constexpr KvlStatus failure = kvlErrSingular;
 
     using Source<A>::Source;
@@ -217,7 +217,7 @@ class Cholesky : public Source<A> {
 public:
     using typename Source<A>::T;
     static constexpr int lag = 0;
-    static constexpr bool hasPivots = false;
+    static constexpr bool hasPivots = false, isTriangle = true;
     static constexpr KvlStatus failure = kvlErrNotPositiveDefinite;
 
     using Source<A>::Source;
@@ -299,7 +299,7 @@ class QR : public Source<A> {
 public:
     using typename Source<A>::T;
     static constexpr int lag = 1;
-    static constexpr bool hasPivots = false;
+    static constexpr bool hasPivots = false, isTriangle = false;
     static constexpr KvlStatus failure = kvlErrSingular;
 
     explicit QR(const A &a) : Source<A>(a), scratch(buffer.get(numberOf(this->height))) {}
@@ -338,7 +338,7 @@ protected:
     }
     bool solveAgain(double *a, double *b, double *)
     {
-        const int up = exponentOf(b, h);
+        const int up = exponentOf(b, h) - exponentOfSides;
         scale(b, h, -up);
         if (!factor(a))
             return false;

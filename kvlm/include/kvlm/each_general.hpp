@@ -84,9 +84,10 @@ public:
     void store(int first, int objects)
     {
         for (int i = 0; i < objects; ++i)
-            for (int k = 0; k < n; ++k) {
-                re[i * n + k] *= powers[i].reciprocal;
-                im[i * n + k] *= powers[i].reciprocal;
+            for (int k = i * n; k < (i + 1) * n; ++k) {
+                // Beside a large imaginary part each of a pair may have a rounding error of its own.
+                re[k] = im[k] < 0 ? re[k - 1] : re[k] * powers[i].reciprocal;
+                im[k] *= powers[i].reciprocal;
             }
         if constexpr (hasRight)
             copy(right, rightVectors, first, objects);

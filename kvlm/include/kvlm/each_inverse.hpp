@@ -19,6 +19,11 @@ constexpr T mostSquares = sizeof(T) == 4 ? T(0x1p36) : T(0x1p320);
 template <class T>
 constexpr T mostInverseSquares = sizeof(T) == 4 ? T(0x1p40) : T(0x1p340);
 
+/// The same for their product, of what is far from singular to working precision: 1/16 of what singular matrices get,
+/// by rounding errors, in place of infinity.
+template <class T>
+constexpr T mostProducts = 1 / (256 * std::numeric_limits<T>::epsilon() * std::numeric_limits<T>::epsilon());
+
 template <class A, class F>
 class Invert : public Conditioned<Source<A>> {
 public:
@@ -53,8 +58,11 @@ public:
     bool isMarked(int i) const { return isMark(out(i, n - 1, n - 1)); }
     bool areGood(int i, int objects) const
     {
-        return isByCofactors() && areBounded(this->in, i, objects, n, n, mostSquares<T>) &&
-               areBounded(out, i, objects, n, n, mostInverseSquares<T>);
+        if (!isByCofactors())
+            return false;
+        const T matrix = sumOfSquares(this->in, i, objects, n, n), inverse = sumOfSquares(out, i, objects, n, n);
+        return isWithin(matrix, T(0), mostSquares<T>) && isWithin(inverse, T(0), mostInverseSquares<T>) &&
+               matrix * inverse <= mostProducts<T>;
     }
     KvlStatus again(int i)
     {
@@ -174,9 +182,10 @@ private:
  * n*epsilon*condition for matrices that are not ill-conditioned; for those that are it grows with the square of the
  * condition. By cofactors the condition is that of the matrix with rows and columns of like sizes; floats of order 5
  * and 6 whose elements are adjacent are inverted by blocks, with a pivot from the first row alone, where it is the
- * condition of the matrix as it is. What products of n elements could underflow or overflow in, and all other orders,
- * and all if `conditions` is given, are by LU factors in double of the matrix with rows and columns scaled by powers of
- * two, which is as exact as the condition allows.
+ * condition of the matrix as it is. What products of n elements could underflow or overflow in, what has a product
+ * |A|*|A^-1| above 1/(16*epsilon) in the Frobenius norm, all other orders, and all if `conditions` is given, are by LU
+ * factors in double of the matrix with rows and columns scaled by powers of two, which is as exact as the condition
+ * allows.
  *
  * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
  * one, NaN for what is not finite. Objects below epsilon then count as singular, too.
@@ -184,7 +193,7 @@ private:
  * kvlErrSingular for a zero pivot, what is not finite, and an inverse that the type can't hold.
  */
 template <class A, class F>
-int inverse(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
+int invert(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)
 {
     using namespace detail;
     const KvlStatus status =

@@ -48,6 +48,19 @@ bool isWithin(T x, T low, T high)
 template <class T>
 constexpr T notANumber = std::numeric_limits<T>::quiet_NaN();
 
+/// x as it was rounded: a compiler that fuses products and sums has to stop here. Equal products then cancel.
+template <class T>
+T rounded(T x)
+{
+#ifdef __SSE2__
+    __asm__("" : "+x"(x));
+    return x;
+#else
+    volatile T stored = x;
+    return stored;
+#endif
+}
+
 /// A NaN that no arithmetic makes: what still holds it was not written.
 template <class T>
 T markOf()

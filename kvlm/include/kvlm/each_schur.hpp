@@ -5,10 +5,9 @@
 #ifndef KVLM_EACH_SCHUR_HPP
 #define KVLM_EACH_SCHUR_HPP
 
-#include <algorithm>
-#include <cmath>
+#include "each_dense.hpp"
+
 #include <complex>
-#include <limits>
 
 namespace kvlm {
 namespace each {
@@ -143,13 +142,17 @@ private:
     /// Turns v, of `length` elements, into that of the reflector I - factor*v*v' which maps it to (beta, 0, ...).
     double reflector(int length, double &beta)
     {
+        // Squares of what is left of a column may vanish, or their reciprocals overflow.
+        const int up = exponentOf(v, length);
+        scale(v, length, -up);
         double tail = 0;
         for (int i = 1; i < length; ++i)
             tail += v[i] * v[i];
         const double first = v[0], root = std::sqrt(first * first + tail);
-        beta = tail > 0 ? std::copysign(root, -first) : first;
-        v[0] = first - beta;
-        return tail > 0 ? 1 / (beta * (beta - first)) : 0;
+        const double turned = tail > 0 ? std::copysign(root, -first) : first;
+        beta = shifted(turned, up);
+        v[0] = first - turned;
+        return tail > 0 ? 1 / (turned * (turned - first)) : 0;
     }
     /// Applies it from both sides, to rows k to k + length - 1 from column `left` on, to columns down to row bottom
     /// - 1.

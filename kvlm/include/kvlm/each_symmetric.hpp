@@ -218,7 +218,8 @@ int symmetric(const A &a, const F &vectors, T *values, KvlStatus *statuses)
                     isDone ? ql.value(k).get(i) * reciprocals[i] : notANumber<T>;
                 if constexpr (hasVectors)
                     for (int r = 0; r < n; ++r)
-                        out(i, r, k) = isDone ? ql.vector(k, r).get(i) : notANumber<T>;
+                        // Lanes that are done turn by no angle, which leaves the signs of zeros open.
+                        out(i, r, k) = isDone ? ql.vector(k, r).get(i) + T(0) : notANumber<T>;
             }
         }
         if constexpr (hasVectors)
@@ -258,7 +259,7 @@ int symmetricOfOrder(const A &a, const F &vectors, T *values, KvlStatus *statuse
  * Computations, 8.3; EISPACK's tred2 and tql2).
  */
 template <class A>
-int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
+int eigenvaluesSym(const A &a, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
     const KvlStatus status =
         detail::check(values && statuses && detail::isThere(a), a.count(), a.rows(), detail::isSquare(a));
@@ -270,7 +271,7 @@ int eigenvaluesSymmetric(const A &a, detail::ElementOf<A> *values, KvlStatus *st
  * multiple of n*epsilon*|A|, the departure from orthogonality of n*epsilon. `vectors` may be a.
  */
 template <class A, class F>
-int eigenvectorsSymmetric(const A &a, const F &vectors, detail::ElementOf<A> *values, KvlStatus *statuses)
+int eigenvectorsSym(const A &a, const F &vectors, detail::ElementOf<A> *values, KvlStatus *statuses)
 {
     const KvlStatus status = detail::check(values && statuses && detail::isThere(a) && detail::isThere(vectors),
                                            a.count(), a.rows(), detail::isSquare(a) && detail::isAlike(a, vectors));

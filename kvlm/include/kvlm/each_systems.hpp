@@ -24,8 +24,10 @@ public:
     void load(int first, int objects)
     {
         this->in = this->source.load(first, objects);
-        // What a Cholesky decomposition leaves alone must stand in a copy, too.
-        this->out = factors.load(first, objects);
+        if constexpr (Factor::isTriangle)
+            this->out = factors.load(first, objects); // what it leaves alone must stand in a copy, too
+        else
+            this->out = factors.open(first, objects);
         if constexpr (Factor::hasPivots)
             this->pivot = pivots + static_cast<std::ptrdiff_t>(first) * this->n;
     }
@@ -73,7 +75,7 @@ public:
     }
     bool areGood(int i, int objects) const
     {
-        return Factor::areGood(i, objects) &&
+        return Factor::areGood(i, objects) && areZeroOrNormal(b, i, objects, this->height, sides) &&
                (areBounded(x, i, objects, this->width, sides, greatest<T>) || (objects == 1 && isSolved(i)));
     }
     KvlStatus again(int i)
@@ -138,7 +140,7 @@ int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> 
  * multiple of n*epsilon*|A|.
  */
 template <class A, class F>
-int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
+int luDecompose(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
 {
     using namespace detail;
     const KvlStatus status = check(statuses && pivots && isThere(a) && isThere(factors), a.count(), a.rows(),
@@ -151,12 +153,12 @@ int lu(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
  * kvlmCholeskyDecomp, for kvlmCholeskyBackSubst: reciprocals on the diagonal. Only what stands on and below the
  * diagonal is read and written.
  *
- * kvlErrNotPositiveDefinite for a pivot that is not positive, in arithmetic that is exact enough to tell: what the C
- * function refuses, or what is tiny or huge, is tried in double with the diagonal scaled to 1. It is also the status of
- * what is not finite.
+ * kvlErrNotPositiveDefinite for a pivot that is not positive: what the C function refuses, or what is tiny or huge, is
+ * tried in double with the diagonal scaled to 1. The pivots have rounding errors; with values between -n*epsilon*|A|
+ * and n*epsilon*|A| a matrix may have either status. It is also the status of what is not finite.
  */
 template <class A, class F>
-int cholesky(const A &a, const F &factors, KvlStatus *statuses)
+int choleskyDecompose(const A &a, const F &factors, KvlStatus *statuses)
 {
     using namespace detail;
     const KvlStatus status =
@@ -173,7 +175,7 @@ int cholesky(const A &a, const F &factors, KvlStatus *statuses)
  * n*epsilon times the length of the column of A.
  */
 template <class A, class F>
-int qr(const A &a, const F &factors, KvlStatus *statuses)
+int qrDecompose(const A &a, const F &factors, KvlStatus *statuses)
 {
     using namespace detail;
     const KvlStatus status = check(statuses && isThere(a) && isThere(factors), a.count(), a.columns(),

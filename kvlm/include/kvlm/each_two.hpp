@@ -17,7 +17,7 @@ namespace detail {
 template <class T>
 double determinantOfTwo(const Strided<const T> &a, int i)
 {
-    return double(a(i, 0, 0)) * a(i, 1, 1) - double(a(i, 0, 1)) * a(i, 1, 0);
+    return rounded(double(a(i, 0, 0)) * a(i, 1, 1)) - rounded(double(a(i, 0, 1)) * a(i, 1, 0));
 }
 template <class T>
 void invertTwo(const Strided<const T> &a, const Strided<T> &inverse, int objects)
@@ -53,7 +53,7 @@ void factorTwo(const Strided<const T> &a, int *pivot, const Strided<T> &factors,
     for (int i = 0; i < objects; ++i) {
         const int first = std::fabs(a(i, 1, 0)) > std::fabs(a(i, 0, 0)), last = 1 - first;
         const T top = a(i, first, 0), beside = a(i, first, 1), factor = a(i, last, 0) / top;
-        const T corner = a(i, last, 1) - factor * beside;
+        const T corner = a(i, last, 1) - rounded(factor * beside);
         const bool isRegular = std::fabs(top) >= least && std::fabs(corner) >= least;
         pivot[2 * i] = first;
         pivot[2 * i + 1] = last;
