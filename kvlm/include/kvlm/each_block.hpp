@@ -12,7 +12,6 @@
 #include <kvlm.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -301,24 +300,20 @@ bool areBounded(const Strided<T> &x, int i, int n, int rows, int columns, Limit 
     return isWithin(sumOfSquares(x, i, n, rows, columns), Limit(0), limit);
 }
 
-/// Whether no element is so small that products with it have lost digits, but for zeros.
+/// areZeroOrNormal of all elements of n objects.
 template <class T>
 bool areZeroOrNormal(const Strided<const T> &x, int i, int n, int rows, int columns)
 {
-    constexpr T least = std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon();
-    const auto isEach = [](const T *first, int elements) {
-        return forAll(elements, [first](int k) { return !(std::fabs(first[k]) < least) || first[k] == 0; });
-    };
-    bool all = true;
     if (x.isPacked(rows, columns))
-        return isEach(&x(i, 0, 0), n * rows * columns);
+        return areZeroOrNormal(&x(i, 0, 0), numberOf(n, rows, columns));
+    bool all = true;
     for (int r = 0; r < rows; ++r)
         for (int c = 0; c < columns; ++c)
             if (x.object == sizeof(T))
-                all &= isEach(&x(i, r, c), n);
+                all &= areZeroOrNormal(&x(i, r, c), numberOf(n));
             else
                 for (int k = i; k < i + n; ++k)
-                    all &= isEach(&x(k, r, c), 1);
+                    all &= areZeroOrNormal(&x(k, r, c), 1);
     return all;
 }
 

@@ -136,6 +136,31 @@ T squares(const T *x, std::size_t elements)
         sum += a[lane];
     return sum;
 }
+
+/// Whether no magnitude is so small that products with it have lost digits; zeros have none to lose.
+template <class T>
+bool areZeroOrNormal(const T *x, std::size_t elements)
+{
+    using Word = decltype(magnitudeBits(T()));
+    typedef Word Vector __attribute__((vector_size(16)));
+    constexpr std::size_t lanes = 16 / sizeof(T);
+    const Word least = magnitudeBits(std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon());
+    // The first bit of x - least tells, but of zero, for which that of ~(x - 1) does.
+    Vector seen = {};
+    std::size_t k = 0;
+    for (; k + lanes <= elements; k += lanes) {
+        Vector loaded;
+        std::memcpy(&loaded, x + k, sizeof(loaded));
+        loaded &= ~Word(0) >> 1;
+        seen |= (loaded - least) & ~(loaded - 1);
+    }
+    Word all = 0;
+    for (; k < elements; ++k)
+        all |= (magnitudeBits(x[k]) - least) & ~(magnitudeBits(x[k]) - 1);
+    for (std::size_t lane = 0; lane < lanes; ++lane)
+        all |= seen[lane];
+    return all >> (8 * sizeof(T) - 1) == 0;
+}
 } // namespace detail
 } // namespace each
 } // namespace kvlm
