@@ -52,10 +52,11 @@ inline std::vector<Defect> defectsOf(const Member &member, const Args &args)
         if (args[k].matched) // no two of them match again
             defects.push_back({k, args[k].number + 1 + static_cast<int>(k), 'M'});
     }
-    if (member.isTall()) { // of order 3 before
-        const std::size_t height = args.size() - 1 - member.isArray();
-        defects.push_back({height - 1, 4, 'M'});
-        defects.push_back({height, 2, 'M'});
+    if (member.isTall()) {
+        const std::size_t height = args.size() - 1 - member.isArray(), width = height - 1;
+        defects.push_back({width, args[height].number + 1, 'M'});
+        if (args[width].number > 1)
+            defects.push_back({height, args[width].number - 1, 'M'});
     }
     return defects;
 }

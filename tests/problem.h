@@ -265,6 +265,7 @@ private:
         if (setting.difficult && random.below(3) == 0)
             factors[random.below(static_cast<int>(factors.size()))] = 0;
         sources[0]->set(factors);
+        factors = sources[0]->get();
     }
 
     // Object i by the oracle, into the results of all.

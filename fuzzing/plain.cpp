@@ -14,6 +14,7 @@
 #include <set>
 #include <sstream>
 
+#ifndef __SANITIZE_ADDRESS__ // which has a heap of its own
 extern "C" {
 void *__libc_malloc(std::size_t);
 void *malloc(std::size_t size)
@@ -22,6 +23,7 @@ void *malloc(std::size_t size)
     return __libc_malloc(size);
 }
 }
+#endif
 
 namespace {
 
@@ -106,7 +108,8 @@ std::string wrongOf(const Bytes &bytes)
         [&] {
             const fuzz::Call call = fuzz::callOf(bytes.data(), bytes.size());
             if (!call.wrong.empty())
-                tell(fuzz::functionName(call.function) + (call.isDriven ? ", its driver" : "") + ": " + call.wrong);
+                tell(fuzz::functionName(call.function) + (call.isDriven ? ", its driver" : "") + ": " + call.what +
+                     ": " + call.wrong);
         },
         hangSeconds);
 }
@@ -220,7 +223,7 @@ int main(int argc, char **argv)
         return replay(texts);
     }
     if (arguments.size() == 1 || arguments.size() == 2)
-        return run(std::stoi(arguments[0]), arguments.size() == 2 ? std::stoull(arguments[1]) : std::time(nullptr));
+        return run(std::stoi(arguments[0]), arguments.size() == 2 ? std::stoull(arguments[1]) : 1);
     std::cerr << "usage: fuzz_plain SECONDS [SEED] | replay HEX... | corpus FILE\n";
     return 2;
 }
