@@ -130,8 +130,10 @@ Plan planOf(const Member &member, Random &draw)
     const bool isOverlapping = s.dst == Layout::overlapping;
     if (isOverlapping && !mayOverlap(member, {s.width, s.height}, s.count))
         s.dst = Layout::nested;
-    if (s.dst == Layout::overlapping && member.isNumerical()) // what failures leave is not told there
+    if (s.dst == Layout::overlapping && member.isNumerical()) { // what failures leave is not told there
         s.difficult = false;
+        s.src1 = s.src1 == Layout::anyhow ? Layout::nested : s.src1;
+    }
     if (member.isEigen() && (s.src2 == Layout::anyhow || s.dst == Layout::overlapping)) // has several results
         s.src2 = s.dst = Layout::nested;
     if (s.dst == Layout::overlapping)
@@ -144,7 +146,6 @@ Plan planOf(const Member &member, Random &draw)
                 mayBeInPlace(member, token, number, {s.width, s.height}) &&
                 (!member.isMatrixProduct() || s.inner == s.width)) {
                 s.inPlace = number;
-                s.wild = false; // which NaN of two stays is not told
                 Layout &layout = number == 1 ? s.src1 : s.src2;
                 layout = layout == Layout::anyhow ? Layout::nested : layout;
             }
@@ -207,22 +208,20 @@ KvlStatus spoil(const Member &member, const Plan &plan, Args &args)
     return statusOf(first->check);
 }
 
-// The stack below the caller's frame is painted, and looked at afterwards.
-constexpr long painted = 1 << 16, frames = 1024;
-constexpr unsigned char paint = 0xa7;
-
-__attribute__((noinline, no_sanitize("address"))) void paintStack(unsigned char *frame)
+// Calls with the stack below this frame painted, and looks at it afterwards.
+__attribute__((noinline, no_sanitize("address"))) KvlStatus callPainted(const Function &function, const Args &args,
+                                                                        long &used)
 {
-    for (volatile unsigned char *at = frame - painted; at < frame - frames; ++at)
-        *at = paint;
-}
-
-__attribute__((noinline, no_sanitize("address"))) long stackUsed(unsigned char *frame)
-{
-    volatile unsigned char *at = frame - painted;
-    while (at < frame && *at == paint)
-        ++at;
-    return frame - at;
+    constexpr long painted = 1 << 16, own = 512;
+    constexpr unsigned char paint = 0xa7;
+    volatile unsigned char *const frame = static_cast<unsigned char *>(__builtin_frame_address(0));
+    for (long k = own; k < painted; ++k)
+        frame[-k] = paint;
+    const KvlStatus status = function(args);
+    used = painted - 1;
+    while (used > own && frame[-used] == paint)
+        --used;
+    return status;
 }
 
 template <class T>
@@ -240,31 +239,29 @@ void runMember(const Member &member, const Plan &plan, Random &draw, Call &call)
     call.threads = plan.threads;
     const Function &function = plan.isDriven ? member.driver : member.call;
     const bool isMeasured = s.values % 64 == 0;
-    auto *const frame = static_cast<unsigned char *>(__builtin_frame_address(0));
     if (plan.threads > 1)
         kvlSetNumThreads(plan.threads);
-    if (isMeasured)
-        paintStack(frame);
     const unsigned long heapBefore = heapCalls;
-    const KvlStatus status = function(args);
+    const KvlStatus status = isMeasured ? callPainted(function, args, call.stackBytes) : function(args);
     const unsigned long heapAfter = heapCalls;
-    if (isMeasured)
-        call.stackBytes = stackUsed(frame);
     const unsigned mode = _mm_getcsr();
     if (plan.threads > 1)
         kvlSetNumThreads(1);
 
-    // Whether a driver was called, or, between the limits, may have been.
+    // Whether a driver was called or, between the limits and with an inner size that the estimates do not know, may
+    // have been.
     const int count = member.isArray() ? s.count : 1;
-    const int estimate = member.driver ? member.estimate(s.width, s.height, count) : -1;
-    const bool mayBeDriven =
-        plan.isDriven || (member.driver && estimate >= std::min(member.contiguousLimit, member.stridedLimit));
-    const bool isDriven = plan.isDriven || estimate >= std::max(member.contiguousLimit, member.stridedLimit);
+    const bool isEstimated = member.driver && (!member.isMatrixProduct() || s.inner == innerOf(s.width, s.height));
+    const int estimate = isEstimated ? member.estimate(s.width, s.height, count) : 0;
+    const bool isDriven =
+        plan.isDriven || (isEstimated && estimate >= std::max(member.contiguousLimit, member.stridedLimit));
+    const bool mayBeDriven = isDriven || (member.driver && !isEstimated) ||
+                             (isEstimated && estimate >= std::min(member.contiguousLimit, member.stridedLimit));
     const bool isTeam = mayBeDriven && !member.neverDriven && count >= plan.threads;
     if (call.isDefective)
         call.wrong = status == refusal ? problem.verdict(kvlOk, 0, 0)
                                        : "status " + std::to_string(status) + ", expected " + std::to_string(refusal);
-    else if (!isTeam || isDriven || plan.threads == 1 || !s.difficult)
+    else if (!isTeam || isDriven || plan.threads == 1 || !member.isNumerical())
         call.wrong = problem.verdict(status, 0, count, isTeam ? plan.threads : 1);
     _mm_setcsr(savedMode);
     if (call.wrong.empty() && (mode ^ plan.mode) & ~0x3fu)

@@ -211,6 +211,8 @@ int replay(const std::vector<std::string> &texts)
 
 int main(int argc, char **argv)
 {
+    for (int number : {SIGSEGV, SIGBUS}) // the parent tells
+        std::signal(number, SIG_DFL);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() > 1 && arguments[0] == "replay")
         return replay({arguments.begin() + 1, arguments.end()});

@@ -120,12 +120,13 @@ public:
     Args args;
 
 private:
-    // NaN is NaN
-    static void acceptAnyNan(const Operand<T> &operand, const std::vector<T> &before, std::vector<T> &result)
+    // NaN is NaN, but for what was there before and is no source.
+    void acceptAnyNan(const Operand<T> &operand, const std::vector<T> &before, std::vector<T> &result) const
     {
         const std::vector<T> actual = operand.get();
         for (std::size_t k = 0; k < result.size(); ++k)
-            if (std::isnan(result[k]) && std::isnan(actual[k]) && std::memcmp(&result[k], &before[k], sizeof(T)) != 0)
+            if (std::isnan(result[k]) && std::isnan(actual[k]) &&
+                (setting.inPlace || std::memcmp(&result[k], &before[k], sizeof(T)) != 0))
                 result[k] = actual[k];
     }
     // Moves, and sums and multiples of elements of which one at the most is NaN.
