@@ -2,7 +2,6 @@
 
 #include "../tests/defects.h"
 #include "../tests/problem.h"
-#include "../tests/rules.h"
 
 #include "kvlcore.h"
 

@@ -1,6 +1,5 @@
 // Values of every member against a plain loop, bit for bit, in every layout and shape, with all gaps unchanged.
 #include "problem.h"
-#include "rules.h"
 
 #include "kvlcore.h"
 

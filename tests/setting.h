@@ -1,8 +1,25 @@
-// Where destinations may lie.
+// How a call is set up, and where its destination may lie.
 #pragma once
 
 #include "members.h"
+#include "operand.h"
 #include "oracle.h"
+
+struct Setting {
+    int width; // the order of square matrices
+    int height;
+    int count;
+    Layout src1;
+    Layout src2;
+    Layout dst;
+    Memory memory = Memory::heap;
+    int inPlace = 0;          // 1 or 2: the destination is that source
+    bool difficult = false;   // matrices that fail or nearly fail are among the objects; sums of zeros
+    int inner = 0;            // of a product of matrices, 0 for what follows from the shape
+    bool fine = false;        // factors of sums have all bits of a double
+    bool wild = false;        // any numbers but in matrices to be factored, NaN too
+    std::uint64_t values = 0; // what all values come from, 0 for the shape alone
+};
 
 struct Size {
     int width, height;
