@@ -29,7 +29,7 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 using Clock = std::chrono::steady_clock;
-constexpr int mostBytes = 160, mostFunctions = 1024, hangSeconds = 20, mostFindings = 20;
+constexpr int mostBytes = 160, mostFunctions = 1024, hangSeconds = 20, corpusSeconds = 600, mostFindings = 20;
 
 // What a child leaves for its parent to see, however it ends.
 struct Shared {
@@ -138,14 +138,18 @@ void report(const Bytes &bytes, const std::string &wrong)
     std::cout << "FOUND " << wrong << "\n  ./fuzz replay " << hex(bytes) << std::endl;
 }
 
-void makeCalls(std::uint64_t seed, Clock::time_point end)
+// Each function once, then any.
+void makeCalls(std::uint64_t seed, unsigned most, Clock::time_point end)
 {
     Shared &told = shared();
     Random random(seed);
-    for (unsigned turn = 0; turn % 64 || Clock::now() < end; ++turn) {
+    const unsigned functions = fuzz::functionCount();
+    for (unsigned turn = 0; turn < most && (turn % 64 || Clock::now() < end); ++turn) {
         told.size = 24 + random.below(mostBytes - 24);
         for (std::size_t k = 0; k < told.size; ++k)
             told.bytes[k] = static_cast<unsigned char>(random.next() >> 56);
+        for (int k = 0; k < 3 && turn < functions; ++k)
+            told.bytes[k] = static_cast<unsigned char>(turn >> (16 - 8 * k));
         const fuzz::Call call =
             fuzz::callOf(told.bytes, told.size, [](int function) { ++shared().perFunction[function]; });
         told.driven += call.isDriven;
@@ -159,13 +163,16 @@ void makeCalls(std::uint64_t seed, Clock::time_point end)
     }
 }
 
-int run(int seconds, std::uint64_t seed)
+// Until then, or so many.
+int run(std::uint64_t seed, unsigned most, int seconds)
 {
     const auto start = Clock::now(), end = start + std::chrono::seconds(seconds);
+    const unsigned long before = shared().calls;
     std::map<int, int> findings; // of a function the first is told
     int found = 0;
-    for (std::uint64_t turn = 0; Clock::now() < end && found < mostFindings; ++turn) {
-        const std::string wrong = inChild([&] { makeCalls(seed + turn * 1000003, end); }, hangSeconds);
+    for (std::uint64_t turn = 0; Clock::now() < end && found < mostFindings && shared().calls - before < most; ++turn) {
+        const unsigned rest = most - static_cast<unsigned>(shared().calls - before);
+        const std::string wrong = inChild([&] { makeCalls(seed + turn * 1000003, rest, end); }, hangSeconds);
         const Bytes bytes(shared().bytes, shared().bytes + shared().size);
         if (wrong.empty() || ++findings[Random(bytes.data(), bytes.size()).below(fuzz::functionCount())] > 1)
             continue;
@@ -216,16 +223,23 @@ int main(int argc, char **argv)
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() > 1 && arguments[0] == "replay")
         return replay({arguments.begin() + 1, arguments.end()});
-    if (arguments.size() == 2 && arguments[0] == "corpus") { // a call a line, what follows it is a comment
+    if (arguments.size() == 2 && arguments[0] == "corpus") { // a call a line, what follows it is a comment; or a seed
         std::vector<std::string> texts;
         std::ifstream file(arguments[1]);
-        for (std::string line; std::getline(file, line);)
-            if (!line.empty() && line[0] != '#')
-                texts.push_back(line.substr(0, line.find(' ')));
-        return replay(texts);
+        int failed = 0;
+        for (std::string line; std::getline(file, line);) {
+            std::istringstream words(line);
+            std::string word;
+            unsigned seed = 0, calls = 0;
+            if (words >> word && word == "seed" && words >> seed >> calls)
+                failed |= run(seed, calls, corpusSeconds);
+            else if (!word.empty() && word[0] != '#')
+                texts.push_back(word);
+        }
+        return replay(texts) | failed;
     }
     if (arguments.size() == 1 || arguments.size() == 2)
-        return run(std::stoi(arguments[0]), arguments.size() == 2 ? std::stoull(arguments[1]) : 1);
+        return run(arguments.size() == 2 ? std::stoull(arguments[1]) : 1, -1u, std::stoi(arguments[0]));
     std::cerr << "usage: fuzz_plain SECONDS [SEED] | replay HEX... | corpus FILE\n";
     return 2;
 }
