@@ -161,7 +161,7 @@ Plan planOf(const Member &member, Random &draw)
     }
     const unsigned modes[] = {0x1f80, 0x3f80, 0x5f80 | 0x8040, 0x7f80};
     plan.mode = plan.threads == 1 && draw.below(16) == 15 ? modes[draw.below(4)] : modes[0];
-    if (member.isEigen() && plan.mode == modes[1]) // see docs/trust.md: the signs of zeros
+    if (member.isEigen() && plan.mode != modes[3]) // open: docs/trust.md tells what differs in the other two
         plan.mode = modes[0];
     plan.defectCount = std::max(0, draw.below(16) - 12);
     for (int k = 0; k < plan.defectCount; ++k)

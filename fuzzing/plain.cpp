@@ -138,18 +138,18 @@ void report(const Bytes &bytes, const std::string &wrong)
     std::cout << "FOUND " << wrong << "\n  ./fuzz replay " << hex(bytes) << std::endl;
 }
 
-// Each function once, then any.
-void makeCalls(std::uint64_t seed, unsigned most, Clock::time_point end)
+// Each function once, of which some may have had their turn, then any.
+void makeCalls(std::uint64_t seed, unsigned long done, unsigned most, Clock::time_point end)
 {
     Shared &told = shared();
     Random random(seed);
-    const unsigned functions = fuzz::functionCount();
+    const unsigned long functions = fuzz::functionCount();
     for (unsigned turn = 0; turn < most && (turn % 64 || Clock::now() < end); ++turn) {
         told.size = 24 + random.below(mostBytes - 24);
         for (std::size_t k = 0; k < told.size; ++k)
             told.bytes[k] = static_cast<unsigned char>(random.next() >> 56);
-        for (int k = 0; k < 3 && turn < functions; ++k)
-            told.bytes[k] = static_cast<unsigned char>(turn >> (16 - 8 * k));
+        for (int k = 0; k < 3 && done + turn < functions; ++k)
+            told.bytes[k] = static_cast<unsigned char>((done + turn) >> (16 - 8 * k));
         const fuzz::Call call =
             fuzz::callOf(told.bytes, told.size, [](int function) { ++shared().perFunction[function]; });
         told.driven += call.isDriven;
@@ -171,8 +171,9 @@ int run(std::uint64_t seed, unsigned most, int seconds)
     std::map<int, int> findings; // of a function the first is told
     int found = 0;
     for (std::uint64_t turn = 0; Clock::now() < end && found < mostFindings && shared().calls - before < most; ++turn) {
-        const unsigned rest = most - static_cast<unsigned>(shared().calls - before);
-        const std::string wrong = inChild([&] { makeCalls(seed + turn * 1000003, rest, end); }, hangSeconds);
+        const unsigned long done = shared().calls - before;
+        const unsigned rest = most - static_cast<unsigned>(done);
+        const std::string wrong = inChild([&] { makeCalls(seed + turn * 1000003, done, rest, end); }, hangSeconds);
         const Bytes bytes(shared().bytes, shared().bytes + shared().size);
         if (wrong.empty() || ++findings[Random(bytes.data(), bytes.size()).below(fuzz::functionCount())] > 1)
             continue;
