@@ -13,6 +13,7 @@ std::string functionName(int function);
 struct Call {
     int function = 0;
     bool isDriven = false;    // the driver of the function was called instead
+    bool isKernel = false;    // or the kernel
     bool isDefective = false; // some argument was refused
     int threads = 1;
     long stackBytes = 0;     // what it used, 0 where that was not measured

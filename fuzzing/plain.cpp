@@ -36,7 +36,7 @@ struct Shared {
     volatile unsigned long calls;
     unsigned char bytes[mostBytes];
     std::size_t size;
-    unsigned long perFunction[mostFunctions], stack[mostFunctions], driven, refused, teams;
+    unsigned long perFunction[mostFunctions], stack[mostFunctions], driven, kernels, refused, teams;
     char text[500];
 };
 Shared &shared()
@@ -108,8 +108,11 @@ std::string wrongOf(const Bytes &bytes)
         [&] {
             const fuzz::Call call = fuzz::callOf(bytes.data(), bytes.size());
             if (!call.wrong.empty())
-                tell(fuzz::functionName(call.function) + (call.isDriven ? ", its driver" : "") + ": " + call.what +
-                     ": " + call.wrong);
+                tell(fuzz::functionName(call.function) +
+                     (call.isDriven   ? ", its driver"
+                      : call.isKernel ? ", its kernel"
+                                      : "") +
+                     ": " + call.what + ": " + call.wrong);
         },
         hangSeconds);
 }
@@ -153,6 +156,7 @@ void makeCalls(std::uint64_t seed, unsigned long done, unsigned most, Clock::tim
         const fuzz::Call call =
             fuzz::callOf(told.bytes, told.size, [](int function) { ++shared().perFunction[function]; });
         told.driven += call.isDriven;
+        told.kernels += call.isKernel;
         told.refused += call.isDefective;
         told.teams += call.threads > 1;
         unsigned long &stack = told.stack[call.function];
@@ -179,7 +183,7 @@ int run(std::uint64_t seed, unsigned most, int seconds)
             continue;
         ++found;
         const std::string again = wrongOf(bytes);
-        const Bytes less = again.empty() ? bytes : shrunk(bytes);
+        const Bytes less = again.empty() || again == "hang" ? bytes : shrunk(bytes); // each try would take its time
         report(less, (again.empty() ? "not twice: " + wrong : wrongOf(less)) + ", after " +
                          std::to_string(shared().calls) + " calls");
     }
@@ -194,11 +198,11 @@ int run(std::uint64_t seed, unsigned most, int seconds)
             deepestName = fuzz::functionName(k);
         }
     }
-    std::printf("%lu calls, %.0f per second, %d of %d functions, %lu by drivers, %lu refused, %lu with teams, "
-                "stack at most %lu bytes (%s), %d findings, seed %llu\n",
-                shared().calls, shared().calls / passed, reached, fuzz::functionCount(), shared().driven,
-                shared().refused, shared().teams, deepest, deepestName.c_str(), found,
-                static_cast<unsigned long long>(seed));
+    std::printf(
+        "%lu calls, %.0f per second, %d of %d functions, %lu of drivers, %lu of kernels, %lu refused, %lu with teams, "
+        "stack at most %lu bytes (%s), %d findings, seed %llu\n",
+        shared().calls, shared().calls / passed, reached, fuzz::functionCount(), shared().driven, shared().kernels,
+        shared().refused, shared().teams, deepest, deepestName.c_str(), found, static_cast<unsigned long long>(seed));
     return found > 0;
 }
 

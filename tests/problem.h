@@ -97,6 +97,12 @@ public:
             text += " " + std::to_string(static_cast<int>(layout));
         return text;
     }
+    bool isAdjacent() const
+    {
+        return target().hasAdjacentElements() && std::all_of(sources.begin(), sources.end(), [](const auto *source) {
+                   return source->hasAdjacentElements();
+               });
+    }
     Operand<T> &target() const { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
     const std::vector<Operand<T> *> &otherResults() const { return others; }
@@ -376,12 +382,6 @@ private:
     {
         return sources[0]->isAligned(16) && sources.back()->isAligned(16) &&
                (member.isMeasure() ? dst->address(0) % 16 == 0 : target().isAligned(16));
-    }
-    bool isAdjacent() const
-    {
-        return target().hasAdjacentElements() && std::all_of(sources.begin(), sources.end(), [](const auto *source) {
-                   return source->hasAdjacentElements();
-               });
     }
 
     const Member &member;
