@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What run, test, fuzz, bench and package share: the packages that each needs, installing them, configuring and building. To be
-# sourced, from the root of the project.
+# What run, test, fuzz, bench and package share: the packages that each needs, installing them, configuring and building.
+# To be sourced, from the root of the project.
 
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these are for the others
