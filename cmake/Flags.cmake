@@ -34,5 +34,8 @@ target_compile_options(kvlm_library INTERFACE
   "$<$<NOT:$<CONFIG:Debug>>:-O3;-fno-tree-vectorize>" -fno-exceptions -fno-rtti -fvisibility=hidden -fno-semantic-interposition
   $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-sra;-fno-ipa-cp>
   $<$<BOOL:${onX86_32}>:-mstackrealign>)
+if(NOT KVLM_SANITIZE MATCHES "fuzzer") # clang's sanitizers are in the program alone
+  target_link_options(kvlm_library INTERFACE -Wl,-z,defs)
+endif()
 target_link_options(kvlm_library INTERFACE
-  -Wl,--as-needed -static-libgcc -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)
+  -Wl,--as-needed -static-libgcc -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-Bsymbolic-functions -Wl,--hash-style=gnu)

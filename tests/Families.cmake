@@ -21,7 +21,7 @@ if(KVLM_FAMILIES)
   set(nullFunctions "${CMAKE_CURRENT_BINARY_DIR}/null_functions.ld")
   execute_process(COMMAND bash -c "source '${surface}/names.sh'; shopt -s nocasematch
     expandNames . | while read -r name; do
-      [[ $name =~ ^(ownm?_?|ownOMP_|a6_)?(kvlm)?(${KVLM_FAMILIES}|GetLibVersion|Transpose_32s|iTranspose_16u) ]] || echo \"$name = 0;\"
+      [[ $name =~ ^(ownm?_?|ownOMP_|a6_)?(kvlm)?(${KVLM_FAMILIES}|GetLibVersion|i?Transpose_(32s|16u)) ]] || echo \"$name = 0;\"
     done"
     OUTPUT_FILE "${nullFunctions}" COMMAND_ERROR_IS_FATAL ANY)
   add_link_options(-no-pie) # in a program that may be moved, null would move too

@@ -67,19 +67,31 @@ unsigned x87Tags()
     return environment[2] & 0xffff;
 }
 
+// x87 in 24-bit precision: loads and stores of doubles are exact all the same, but under some emulators. There the
+// precision stays, since constants reach functions of i386 that way.
+unsigned short narrowestExactX87(unsigned short saved)
+{
+    const double value = 1. / 3;
+    double moved;
+    setX87Control(saved & ~0x300);
+    asm volatile("fldl %1\n\tfstpl %0" : "=m"(moved) : "m"(value));
+    setX87Control(saved);
+    return moved == value ? saved & ~0x300 : saved;
+}
+
 TEST(Processor, ControlWordsAreHonouredAndLeft)
 {
     constexpr unsigned flags = 0x3f;
     const unsigned modes[] = {0x1f80, 0x3f80, 0x5f80 | 0x8040, 0x7f80};
     const unsigned savedMode = _mm_getcsr();
-    const unsigned short savedX87 = x87Control();
+    const unsigned short savedX87 = x87Control(), narrowX87 = narrowestExactX87(savedX87);
     for (const Member &member : members())
         for (unsigned mode : modes)
             for (int order = 3; order <= 6; ++order)
                 withType(member, [&](auto zero) {
                     Setting setting = {order, order, 3, Layout::packed, Layout::packed, Layout::packed};
                     _mm_setcsr(mode);
-                    setX87Control(savedX87 & ~0x300); // 24-bit precision
+                    setX87Control(narrowX87);
                     Problem<decltype(zero)> problem(member, setting, 9);
                     const unsigned short x87 = x87Control();
                     const std::string wrong = problem.run();

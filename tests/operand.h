@@ -2,36 +2,27 @@
 #pragma once
 
 #include "call.h"
+#include "random.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <numeric>
 
-// A generator with the same sequence everywhere.
-class Random {
-public:
-    explicit Random(std::uint64_t seed) : state(seed) {}
-    std::uint64_t next()
-    {
-        std::uint64_t z = state += 0x9e3779b97f4a7c15u;
-        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9u;
-        z = (z ^ (z >> 27)) * 0x94d049bb133111ebu;
-        return z ^ (z >> 31);
-    }
-    int below(int n) { return static_cast<int>(next() % static_cast<unsigned>(n)); }
-
-private:
-    std::uint64_t state;
-};
-
 // How strides are chosen. `padded` keeps rows and objects on multiples of 16 bytes, `paddedRows` the rows alone;
 // `interleaved` puts the objects side by side at each position, `rowsInterleaved` the objects' equal rows;
-// `overlapping` takes an object stride, or list entries, that make objects share elements.
-enum class Layout { packed, padded, paddedRows, gaps, strided, columnMajor, interleaved, rowsInterleaved, overlapping };
+// `overlapping` takes an object stride, or list entries, that make objects share elements. `nested` has elements, rows
+// and objects inside one another in any order, with any gaps, at any byte; strides that tell nothing are of any size,
+// and entries of tables point anywhere. `anyhow` has any strides and equal entries: for what is read.
+// clang-format off
+enum class Layout {
+    packed, padded, paddedRows, gaps, strided, columnMajor, interleaved, rowsInterleaved, overlapping, nested, anyhow
+};
+// clang-format on
 constexpr int disjointLayouts = static_cast<int>(Layout::overlapping); // all before it
 
 // Where the bytes lie: anywhere, on a multiple of an element's size, directly before an unreadable page, or directly
@@ -131,16 +122,20 @@ public:
         const bool overlaps = layout == Layout::overlapping;
         std::vector<int> position(perObject), start(objects);
         for (int k = 0; k < perObject; ++k)
-            position[k] = k / columns * row + k % columns * elem;
+            position[k] = size * (k / columns * row + k % columns * elem);
         if (form == 'P' && overlaps && array && random.below(2))
             overlapNeighbours(position, random);
         else if (form == 'P')
             reorder(position, random);
-        const int end = *std::max_element(position.begin(), position.end());
         for (int i = 0; i < objects; ++i)
-            start[i] = i * obj;
+            start[i] = objects > 1 ? size * i * obj : 0;
         if (form == 'L')
             reorder(start, random);
+        if (layout >= Layout::nested && form == 'P')
+            scatter(position, start.back(), layout, random);
+        const int end = *std::max_element(position.begin(), position.end());
+        if (layout >= Layout::nested && form == 'L')
+            scatter(start, end, layout, random);
         for (int i = 1; i < objects && form == 'L' && overlaps; ++i)
             if (random.below(2)) { // the same object, or one that begins with the other's last element
                 const int other = start[random.below(i)];
@@ -148,16 +143,15 @@ public:
             }
         for (int from : start)
             for (int k = 0; k < perObject; ++k)
-                offsets.push_back(size *
-                                  (from + position[turned ? k % shape.columns * columns + k / shape.columns : k]));
-        place(size * (*std::max_element(start.begin(), start.end()) + end + 1), layout, memory, random);
+                offsets.push_back(from + position[turned ? k % shape.columns * columns + k / shape.columns : k]);
+        place(*std::max_element(start.begin(), start.end()) + end + size, layout, memory, random);
 
-        shift = size * random.below(4);
+        shift = size * random.below(layout < Layout::nested || random.below(2) ? 4 : 1000);
         if (form == 'S')
             return;
         std::vector<const unsigned char *> pointers;
         for (int entry : form == 'P' ? position : start)
-            pointers.push_back(room->data() + size * entry - shift);
+            pointers.push_back(room->data() + entry - shift);
         table.reset(new Room(pointers.size() * sizeof(void *), memory));
         std::memcpy(table->data(), pointers.data(), pointers.size() * sizeof(void *));
         tableImage = table->bytes();
@@ -287,6 +281,13 @@ private:
             // One element in common, or more.
             obj = random.below(4) == 0 ? std::max(1, rows * columns * step - 1)
                                        : 1 + random.below(2) * random.below(rows * columns);
+        } else if (layout == Layout::nested || (layout == Layout::anyhow && random.below(2)))
+            nest(rows, columns, random);
+        else if (layout == Layout::anyhow) {
+            const auto stride = [&](int n) { return 1 + random.below(std::max(1, std::min(40, 1000 / n))); };
+            elem = random.below(2) ? 1 : stride(columns);
+            row = random.below(2) ? 1 : stride(rows);
+            obj = stride(objects);
         }
     }
 
@@ -295,9 +296,45 @@ private:
     {
         obj = 1;
         for (std::size_t k = 0; k < position.size(); ++k)
-            position[k] = static_cast<int>(k) * objects;
+            position[k] = static_cast<int>(k) * objects * size;
         if (position.size() > 1)
-            position[1 + random.below(static_cast<int>(position.size()) - 1)] -= 1;
+            position[1 + random.below(static_cast<int>(position.size()) - 1)] -= size;
+    }
+
+    void nest(int rows, int columns, Random &random)
+    {
+        struct Axis {
+            int &stride;
+            int number;
+        };
+        Axis axes[] = {{elem, columns}, {row, rows}, {obj, objects}};
+        const int orders[][3] = {{0, 1, 2}, {0, 1, 2}, {0, 1, 2}, {0, 2, 1},
+                                 {1, 0, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
+        const int most = std::max(1, std::min(40, 2000 / (perObject * objects)));
+        int extent = 1;
+        for (int k : orders[random.below(8)]) {
+            Axis &axis = axes[k];
+            const int kind = random.below(8);
+            axis.stride = extent + (kind < 4 ? 0 : random.below(kind < 6 ? std::min(most, 4) : most));
+            if (axis.number == 1 && kind > 5) // of no meaning: any size will do
+                axis.stride = kind == 6 ? 1 : std::numeric_limits<int>::max() / size - random.below(3);
+            else
+                extent += (axis.number - 1) * axis.stride;
+        }
+    }
+
+    // Puts entries, behind each of which so many bytes lie, anywhere, apart from each other; for what is read some are
+    // others again.
+    void scatter(std::vector<int> &entries, int bytes, Layout layout, Random &random)
+    {
+        if (random.below(2) && (bytes + 2 * size + 16) * entries.size() < 50000) {
+            for (std::size_t k = 0; k < entries.size(); ++k)
+                entries[k] = static_cast<int>(k) * (bytes + size + 16) + random.below(16);
+            reorder(entries, random);
+        }
+        for (std::size_t k = 1; layout == Layout::anyhow && k < entries.size(); ++k)
+            if (random.below(4) == 3)
+                entries[k] = entries[random.below(static_cast<int>(k))];
     }
 
     static void reorder(std::vector<int> &values, Random &random)
@@ -313,7 +350,7 @@ private:
     {
         // Four-byte alignment of a double is an ordinary case of the 32-bit ABI only.
         const int unit = memory == Memory::heapBySize ? size : alignof(Aligned);
-        int offset = random.below(8) % 4 * 4 & -unit;
+        int offset = layout < Layout::nested ? random.below(8) % 4 * 4 & -unit : random.below(16);
         if (layout == Layout::padded || layout == Layout::paddedRows || random.below(3) == 0)
             offset = 0;
         room.reset(new Room(bytes, memory, offset));

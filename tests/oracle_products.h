@@ -129,7 +129,7 @@ template <class T>
 ORACLE_RESULT T lanedSum(const std::vector<T> &p, Alignment where, int alignedFrom, int from)
 {
     const int n = static_cast<int>(p.size()), off = static_cast<int>(where.vector % 16), size = sizeof(T);
-    const bool lanes = where.throughout ? n >= alignedFrom : n >= from && off % size == 0;
+    const bool lanes = n >= (where.throughout ? alignedFrom : from) && off % size == 0;
     T lead = 0;
     int k = 0;
     for (const int end = lanes && off ? (16 - off) / size : 0; k < end; ++k)

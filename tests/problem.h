@@ -5,33 +5,23 @@
 #include "oracle_eigensym.h"
 #include "oracle_eigenvectors.h"
 #include "oracle_vectors.h"
+#include "setting.h"
 #include "values.h"
-
-struct Setting {
-    int width; // the order of square matrices
-    int height;
-    int count;
-    Layout src1;
-    Layout src2;
-    Layout dst;
-    Memory memory = Memory::heap;
-    int inPlace = 0;        // 1 or 2: the destination is that source
-    bool difficult = false; // matrices that fail or nearly fail are among the objects; sums of zeros
-    int inner = 0;          // of a product of matrices, 0 for what follows from the shape
-    bool fine = false;      // factors of sums have all bits of a double
-};
 
 template <class T>
 class Problem {
 public:
-    Problem(const Member &member, const Setting &s, std::uint64_t seed)
+    Problem(const Member &member, const Setting &s, std::uint64_t seed) : Problem(member, s, seed, Random(seed)) {}
+    Problem(const Member &member, const Setting &s, std::uint64_t seed, const Random &layouts)
         : member(member), setting(s), n(s.width), count(member.isArray() ? s.count : 1),
-          height(member.isSquare() ? s.width : s.height), inner(n), layoutRandom(seed)
+          height(member.isSquare() ? s.width : s.height), inner(n), layoutRandom(layouts)
     {
         if (member.isMatrixProduct())
             inner = s.inner ? s.inner : innerOf(n, height);
         // The values do not depend on the layouts, nor on the machine.
-        Random random(static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
+        Random random(s.values
+                          ? s.values
+                          : static_cast<std::uint64_t>(s.width * 100 + height) * 100000 + s.count + s.difficult * seed);
         for (const std::string &token : member.operands)
             addArgument(token, random);
         if (member.has("p"))
@@ -51,30 +41,44 @@ public:
     }
     std::string run() { return run(member.call, 0, count); }
 
-    std::string verdict(KvlStatus status, int first, int done)
+    // A team does its parts each by itself, and reports one of their failures.
+    std::string verdict(KvlStatus status, int first, int done, int threads = 1)
     {
         std::vector<T> result = initial;
         std::vector<int> pivotResult = initialPivots;
         std::vector<std::vector<T>> otherResults = initialOthers;
-        KvlStatus expected = kvlOk;
-        int written = 0;
-        ended = false;
-        while (written < done && !ended && (expected == kvlOk || member.family == "AffineTransform3DH")) {
-            const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data(), otherResults);
-            expected = expected ? expected : ofObject;
+        const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
+        std::vector<KvlStatus> failures;
+        std::vector<std::pair<int, int>> parts;
+        for (int thread = 0; thread < threads; ++thread) {
+            const int part = done / threads + (thread < done % threads);
+            KvlStatus expected = kvlOk;
+            int written = 0;
+            ended = false;
+            while (written < part && !ended && (expected == kvlOk || member.family == "AffineTransform3DH")) {
+                const KvlStatus ofObject = compute(first + written++, result.data(), pivotResult.data(), otherResults);
+                expected = expected ? expected : ofObject;
+            }
+            if (expected)
+                failures.push_back(expected);
+            parts.emplace_back(first, written);
+            first += part;
         }
-        if (status != expected)
-            return name() + ": status " + std::to_string(status) + ", expected " + std::to_string(expected);
+        if (failures.empty() ? status != kvlOk : std::count(failures.begin(), failures.end(), status) == 0)
+            return name() + ": status " + std::to_string(status) + ", expected " +
+                   std::to_string(failures.empty() ? kvlOk : failures[0]);
         if (!keepsNan())
             acceptAnyNan(target(), initial, result);
-        const bool isLower = member.family == "CholeskyDecomp", isSolution = member.family == "QRBackSubst";
-        target().expect(result, first, written, [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
-        for (std::size_t k = 0; k < others.size(); ++k) {
+        for (std::size_t k = 0; k < others.size(); ++k)
             acceptAnyNan(*others[k], initialOthers[k], otherResults[k]);
-            others[k]->expect(otherResults[k], first, written);
+        for (const auto &[from, written] : parts) {
+            target().expect(result, from, written,
+                            [&](int k) { return isLower ? k % n <= k / n : !isSolution || k < n; });
+            for (std::size_t k = 0; k < others.size(); ++k)
+                others[k]->expect(otherResults[k], from, written);
+            if (pivots && member.has("P"))
+                pivots->expect(pivotResult, from, written);
         }
-        if (pivots && member.has("P"))
-            pivots->expect(pivotResult, first, written);
         if (pivots && !pivots->difference().empty())
             return name() + ": pivots: " + pivots->difference();
         if (buffer)
@@ -93,6 +97,12 @@ public:
             text += " " + std::to_string(static_cast<int>(layout));
         return text;
     }
+    bool isAdjacent() const
+    {
+        return target().hasAdjacentElements() && std::all_of(sources.begin(), sources.end(), [](const auto *source) {
+                   return source->hasAdjacentElements();
+               });
+    }
     Operand<T> &target() const { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
     const std::vector<Operand<T> *> &otherResults() const { return others; }
@@ -100,12 +110,13 @@ public:
     Args args;
 
 private:
-    // NaN is NaN
-    static void acceptAnyNan(const Operand<T> &operand, const std::vector<T> &before, std::vector<T> &result)
+    // NaN is NaN, but for what was there before and is no source.
+    void acceptAnyNan(const Operand<T> &operand, const std::vector<T> &before, std::vector<T> &result) const
     {
         const std::vector<T> actual = operand.get();
         for (std::size_t k = 0; k < result.size(); ++k)
-            if (std::isnan(result[k]) && std::isnan(actual[k]) && std::memcmp(&result[k], &before[k], sizeof(T)) != 0)
+            if (std::isnan(result[k]) && std::isnan(actual[k]) &&
+                (setting.inPlace || std::memcmp(&result[k], &before[k], sizeof(T)) != 0))
                 result[k] = actual[k];
     }
     // Moves, and sums and multiples of elements of which one at the most is NaN.
@@ -192,6 +203,8 @@ private:
     std::vector<T> valuesOf(const std::string &token, std::size_t size, Random &random)
     {
         const bool first = sources.size() == 1;
+        if (setting.wild && !(member.isNumerical() && token[0] != 'v'))
+            return someValues<T>(size, !keepsNan() || first, random);
         if (member.family == "AffineTransform3DH")
             return first ? someTransform<T>(setting.difficult, random) : somePoints<T>(size, setting.difficult, random);
         if (member.isProduct() || member.isVectorAlgebra())
@@ -243,6 +256,7 @@ private:
         if (setting.difficult && random.below(3) == 0)
             factors[random.below(static_cast<int>(factors.size()))] = 0;
         sources[0]->set(factors);
+        factors = sources[0]->get();
     }
 
     // Object i by the oracle, into the results of all.
@@ -368,12 +382,6 @@ private:
     {
         return sources[0]->isAligned(16) && sources.back()->isAligned(16) &&
                (member.isMeasure() ? dst->address(0) % 16 == 0 : target().isAligned(16));
-    }
-    bool isAdjacent() const
-    {
-        return target().hasAdjacentElements() && std::all_of(sources.begin(), sources.end(), [](const auto *source) {
-                   return source->hasAdjacentElements();
-               });
     }
 
     const Member &member;

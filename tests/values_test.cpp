@@ -9,9 +9,6 @@
 
 namespace {
 
-struct Size {
-    int width, height;
-};
 const Size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}, {8, 8}, {9, 9}, {1, 5},
                       {6, 1}, {3, 4}, {4, 3}, {5, 3}, {3, 6}, {2, 7}, {9, 4}, {7, 6}, {37, 1}};
 // For members that want at least as many rows as columns, besides those of the others; in fewer counts.
@@ -97,28 +94,9 @@ TEST(Values, OverlappingDestinationObjects)
 {
     const Layout layouts[] = {Layout::packed, Layout::strided, Layout::interleaved};
     runLayouts(layouts, [](const Member &member, Size size, int count, Layout sources) {
-        const bool isOnCopies = member.isTall() ? size.width <= 6 && size.height <= 64 : oracle::isUnrolled(size.width);
-        const bool mayCoincide = !member.isProduct() && !member.isOf({"LoadIdentity", "Transpose"});
-        const bool isTold =
-            member.isArray() && (count > 1 || mayCoincide) && (!member.isNumerical() || (isOnCopies && count > 1));
+        const bool isTold = mayOverlap(member, size, count);
         return Setting{size.width, size.height, isTold ? count : 0, sources, sources, Layout::overlapping};
     });
-}
-
-// Whether the destination may be that source.
-bool mayBeInPlace(const Member &member, const std::string &source, int number, Size size)
-{
-    std::string destination = source;
-    destination[0] = static_cast<char>(std::toupper(source[0]));
-    if ((source[0] != 'm' && source[0] != 'v') || !member.has(destination) ||
-        member.description != member.dstDescription || member.isEigen() || member.family == "CrossProduct")
-        return false;
-    if (member.isMatrixProduct()) // in tables all of an object is read before any of it is stored
-        return member.description == 'P' && size.width == size.height && oracle::isUnrolled(size.width);
-    if (member.isProduct())
-        return member.family == "AffineTransform3DH" || (member.family == "Gaxpy" && number == 3);
-    return member.isTall() || member.isOf({"LUDecomp", "CholeskyDecomp", "CholeskyBackSubst"}) ||
-           !member.isNumerical() || oracle::isUnrolled(size.width);
 }
 
 TEST(Values, InPlace)

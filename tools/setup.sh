@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What run, test, bench and package share: the packages that each needs, installing them, configuring and building. To be
-# sourced, from the root of the project.
+# What run, test, fuzz, bench and package share: the packages that each needs, installing them, configuring and building.
+# To be sourced, from the root of the project.
 
 runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
 # shellcheck disable=SC2034 # these are for the others
@@ -9,6 +9,7 @@ runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
     pythonPackages=("${runPackages[@]}" python3-dev python3-numpy python3-scipy python3-matplotlib python3-pytest
         python3-venv mypy pybind11-dev)
     testPackages=("${runPackages[@]}" libomp-14-dev g++-multilib clang qemu-user googletest clang-format-14 pkgconf ccache libeigen3-dev)
+    fuzzPackages=("${testPackages[@]}" libclang-rt-14-dev)
     packagePackages=("${runPackages[@]}" debhelper dh-python python3-dev pybind11-dev lintian ccache)
     packageTestPackages=(debootstrap pkgconf g++-multilib qemu-user)
     packageI386Packages=("${packagePackages[@]}" g++-multilib binutils-i686-linux-gnu)
