@@ -78,7 +78,7 @@ public:
                 return 0;
             });
         }
-        suite.add(name("Values"), result, works,
+        suite.add(name("EigenValuesSym_ma"), result, works,
                   sameNumbers<T>(std::size_t(count) * N, [values = values](int k) { return values[k]; }));
     }
 
@@ -127,7 +127,7 @@ public:
             }
             return wrong * 1000 <= count;
         };
-        suite.add(name("Vectors"), d, works, check);
+        suite.add(name("EigenValuesVectorsSym_ma"), d, works, check);
     }
 
 private:
@@ -158,7 +158,7 @@ private:
         for (int k = 0; k < N; ++k)
             values[k] = ascending[N - 1 - k];
     }
-    std::string name(const std::string &member) const { return nameOfCell<T>("Sym" + member, F, N, count); }
+    std::string name(const std::string &member) const { return nameOfCell<T>(member, F, N, count); }
 
     Suite &suite;
     int count;

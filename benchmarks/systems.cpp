@@ -1,6 +1,7 @@
 // Benchmarks of determinant, LU decomposition and solver, and inverse, against Eigen and against plain loops.
 #include "bench.h"
 #include "elements.h"
+#include "peers.h"
 
 #include <Eigen/LU>
 
@@ -188,7 +189,7 @@ public:
                     }
             return worst < 100 * std::numeric_limits<T>::epsilon();
         };
-        suite.add(name("LU"), d, works, check);
+        suite.add(name("LUDecomp_ma"), d, works, check);
     }
 
     template <class Factor, class Functions>
@@ -245,7 +246,7 @@ public:
             }
             return 0;
         });
-        suite.add(name(oneMatrix ? "LUSolve_mva" : "LUSolve_mava"), x, works,
+        suite.add(name(oneMatrix ? "LUBackSubst_mva" : "LUBackSubst_mava"), x, works,
                   sameNumbers<T>(std::size_t(count) * N, [x = Vectors{x}](int k) { return x(k / N, 0, k % N); }));
     }
 
@@ -271,7 +272,8 @@ public:
             }
             return 0;
         });
-        suite.add(name("Det"), result, works, sameNumbers<T>(count, [=](int k) { return out[k]; }));
+        addPeers<T>(works, "Det_ma", F, N, a.base, nullptr, out, count);
+        suite.add(name("Det_ma"), result, works, sameNumbers<T>(count, [=](int k) { return out[k]; }));
     }
 
     template <class Functions>
@@ -299,7 +301,8 @@ public:
             }
             return 0;
         });
-        suite.add(name("Invert"), d, works, sameNumbers<T>(std::size_t(count) * N * N, [d = Matrices{d}](int k) {
+        addPeers<T>(works, "Invert_ma", F, N, a.base, nullptr, d.base, count);
+        suite.add(name("Invert_ma"), d, works, sameNumbers<T>(std::size_t(count) * N * N, [d = Matrices{d}](int k) {
                       return d(k / (N * N), k / N % N, k % N);
                   }));
     }

@@ -19,7 +19,7 @@ END {
         split(cell, part, "/")
         if (part[5] != 1000 && (part[1], 1000) in has)
             continue
-        key = sprintf("%-18s %s %-9s", part[1], part[2], part[3])
+        key = sprintf("%-26s %s %-9s", part[1], part[2], part[3])
         sum[key] += log(ratio[cell])
         ++count[key]
         if (!(key in lowest) || ratio[cell] < lowest[key])
