@@ -199,8 +199,8 @@ void addBatches(Suite &suite, const Member<T, Functions> &member)
         else
             loop = objectLoop<Op, RA, RB, T, N, F>;
     }
-    for (int count : {16, 1000, 100000})
-        if ((count == 1000 || F == Form::packed || member.allBatches) && (count < 100000 || N <= 6))
+    for (int count : {1, 4, 16, 1000, 100000})
+        if ((count == 1000 || F == Form::packed || (member.allBatches && count >= 16)) && (count < 100000 || N <= 6))
             addCell<RA, RB, T, descriptionOf(F)>(suite, member.name, member.functions, F, N, count, eigen, loop);
 }
 

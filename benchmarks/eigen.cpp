@@ -1,4 +1,4 @@
-// Benchmarks of symmetric eigenproblems, on 100000 different matrices; packed also against Eigen and LAPACK.
+// Benchmarks of symmetric eigenproblems, on 10000 different matrices; packed also against Eigen and LAPACK.
 #include "bench.h"
 #include "elements.h"
 
@@ -170,7 +170,7 @@ template <class T, int N, Form F>
 struct Table {
     static void add(Suite &suite)
     {
-        const Cells<T, N, F> cells(suite, 100000);
+        const Cells<T, N, F> cells(suite, 10000);
         if constexpr (sizeof(T) == 4) {
             cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 32f));
             cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 32f));

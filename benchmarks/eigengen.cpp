@@ -1,4 +1,4 @@
-// Benchmarks of general eigenproblems, on 100000 different matrices; packed also against LAPACK, and, but for both sets
+// Benchmarks of general eigenproblems, on 10000 different matrices; packed also against LAPACK, and, but for both sets
 // of vectors, which it has not, against Eigen.
 #include "bench.h"
 #include "elements.h"
@@ -179,7 +179,7 @@ private:
 template <class T, int N, Form F>
 void addForm(Suite &suite)
 {
-    const Cells<T, N, F> cells(suite, 100000);
+    const Cells<T, N, F> cells(suite, 10000);
     if constexpr (sizeof(T) == 4) {
         cells.values(ALL(kvlmEigenValues_ma, 32f));
         cells.rightSet(ALL(kvlmEigenValuesVectorsRight_ma, 32f));

@@ -274,12 +274,25 @@ private:
     SCALE(tac, type, N, false, true);                                                                                  \
     SCALE(vac, type, 1, false, false)
 
+#define FEW(type)                                                                                                      \
+    some.template matrices<false, false, true, true>("Mul_mama", ALL(kvlmMul_mama, type));                             \
+    some.template vectors<false, true, true>("Mul_mava", ALL(kvlmMul_mava, type))
+
 } // namespace
 
 template <class T, int N, Form F>
 void Products<T, N, F>::add(Suite &suite)
 {
     const Cells<T, N, F> cells(suite);
+    if constexpr (F == Form::packed)
+        for (int few : {1, 4, 16}) {
+            const Cells<T, N, F> some(suite, few);
+            if constexpr (sizeof(T) == 4) {
+                FEW(32f);
+            } else {
+                FEW(64f);
+            }
+        }
     if constexpr (sizeof(T) == 4) {
         PRODUCTS(32f);
         OTHERS(32f);

@@ -4,7 +4,7 @@
 $1 ~ /kvlm_median/ {
     gsub(/"|_median/, "", $1)
     split($1, part, "/")
-    if (part[4] < 3 || part[4] > 6 || (part[5] != 1000 && part[5] != 100000))
+    if (part[4] < 3 || part[4] > 6 || part[5] < 1000)
         next
     if (FILENAME == ARGV[1]) {
         plain[$1] = $4
