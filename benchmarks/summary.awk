@@ -1,6 +1,7 @@
-# The whole library beside its peers, at one level: a table by family and type, the descriptions beside packed objects,
-# and every cell that is below 1, in Markdown. Means are geometric, over all members and orders 3 to 6 at 1000 objects,
-# or at all that a member has. Appends to the file `points` what is drawn of them.
+# The whole library beside its peers, at one level, in Markdown: a table by family and type, every cell of it that is
+# below 1, the descriptions beside packed objects, one matrix of higher orders, calls on few objects. Means are geometric,
+# over all members and orders 3 to 6 at 1000 objects, or at all that a member has. Appends to the file `points` what is
+# drawn of them.
 
 function familyOf(member,    part) {
     split(member, part, "_")
@@ -33,9 +34,39 @@ function half(family, type,    key) { # of a row, for one type
     return sprintf(" %s | %.2f %s | %s |", mean(key), worst[key], where[key], below[key] ? below[key] : "")
 }
 
+# Tables of ratios: what is put is shown where its row and its column meet, in those of the given columns that there are.
+function put(table, row, column, ratio) {
+    rows[table, row]
+    columns[table, column]
+    shown[table, row, column] = sprintf("%.2f", ratio)
+}
+
+function show(table, head, given,    key, part, c, names, line) {
+    split(given, names, " ")
+    line = head
+    gsub(/[^|]+/, "---", head)
+    for (c = 1; c in names; ++c)
+        if ((table, names[c]) in columns) {
+            line = line " " names[c] " |"
+            head = head "---:|"
+        }
+    print line "\n" head
+    for (key in rows) {
+        split(key, part, SUBSEP)
+        if (part[1] != table)
+            continue
+        line = "| " part[2] " |"
+        for (c = 1; c in names; ++c)
+            if ((table, names[c]) in columns)
+                line = line " " ((key, names[c]) in shown ? shown[key, names[c]] : "-") " |"
+        print line | "sort"
+    }
+    fflush()
+    close("sort")
+}
+
 BEGIN {
     split("eigen loop Lapack glm cglm xsmm", peers, " ")
-    split("S2 columns P-objects P-planes L LS2", forms, " ")
 }
 
 { gsub(/"/, "") }
@@ -43,8 +74,6 @@ BEGIN {
 /^[A-Z][^\/]*\/.*_median,/ {
     sub(/_median$/, "", $1)
     split($1, part, "/")
-    if (part[4] < 3 || part[4] > 6 || part[5] < 1000)
-        next
     time[part[1] "/" part[2] "/" part[3] "/" part[4] "/" part[5], part[6]] = $4
     if (part[6] == "kvlm")
         has[part[1], part[5]] = 1
@@ -55,18 +84,28 @@ END {
         split(key, part, SUBSEP)
         cell = part[1]
         split(cell, part, "/")
-        if (key != cell SUBSEP "kvlm" || (part[5] != 1000 && (part[1], 1000) in has))
+        if (key != cell SUBSEP "kvlm")
+            continue
+        who = fastest(cell)
+        if (part[1] == "Transpose_m" && part[4] >= 64)
+            put("large", part[1] " | " part[2], part[4], time[cell, "flat"] / time[key])
+        else if (part[5] < 1000 && part[3] == "packed" && who != "") {
+            if (part[4] > 6)
+                put("one", part[1] " | " part[2], part[4], time[cell, who] / time[key])
+            else
+                put("few", part[1] " | " part[2] " | " sprintf("%2d", part[5]), part[4], time[cell, who] / time[key])
+        }
+        if (part[4] > 6 || part[5] < 1000 || (part[5] != 1000 && (part[1], 1000) in has))
             continue
         family = familyOf(part[1])
         packed = part[1] "/" part[2] "/packed/" part[4] "/" part[5]
         if (part[3] != "packed") {
             if ((packed, "kvlm") in time) {
                 add(family SUBSEP part[3], time[packed, "kvlm"] / time[key])
-                described[family] = 1
+                put("described", family, part[3], exp(sum[family, part[3]] / cells[family, part[3]]))
             }
             continue
         }
-        who = fastest(cell)
         if (who == "")
             continue
         ratio = time[cell, who] / time[key]
@@ -92,22 +131,6 @@ END {
         print "| " family " |" half(family, "32f") half(family, "64f") | "sort"
     fflush()
     close("sort")
-    print "\nOther descriptions: the time of packed objects divided by theirs.\n"
-    header = "| Family |"
-    rule = "|--------|"
-    for (k = 1; k in forms; ++k) {
-        header = header " " forms[k] " |"
-        rule = rule "---:|"
-    }
-    print header "\n" rule
-    for (family in described) {
-        line = "| " family " |"
-        for (k = 1; k in forms; ++k)
-            line = line " " mean(family SUBSEP forms[k]) " |"
-        print line | "sort"
-    }
-    fflush()
-    close("sort")
     if (losses) {
         print "\nEvery cell below 1:\n\n| Member | Type | Order | Ratio | Peer |\n|--------|------|------:|------:|------|"
         for (k = 1; k <= losses; ++k)
@@ -115,4 +138,12 @@ END {
         fflush()
         close("sort")
     }
+    print "\nOther descriptions: the time of packed objects divided by theirs.\n"
+    show("described", "| Family |", "S2 columns P-objects P-planes L LS2")
+    print "\nOne matrix of a higher order, packed:\n"
+    show("one", "| Member | Type |", "7 8 10 12 16")
+    print "\nTransposition of one matrix: the time of a copy of as many adjacent elements divided by its own.\n"
+    show("large", "| Member | Type |", "64 100 256 500 512 1000 1024 2000 4000 4096")
+    print "\nCalls on few objects, packed:\n"
+    show("few", "| Member | Type | Objects |", "3 4 5 6")
 }
