@@ -130,8 +130,8 @@ public:
     }
 
     // Points of three elements by a homogeneous matrix of order 4, with a divisor above 1.
-    template <class Functions>
-    void transform(const char *member, const Functions &functions) const
+    template <class Function>
+    void transform(const char *member, Function *function) const
     {
         const Operand<T> a(F, 4, 4, false, 0, count, lasting<T>(32)), x(F, 3, 1, true, 1, count),
             y(F, 3, 1, true, 2, count);
@@ -140,8 +140,8 @@ public:
             a.base[matrix.offset(k / 4, k % 4)] = k == 15 ? T(4) : T(k % 5 - 2) / 2;
         add(
             member, y,
-            call(std::get<description>(functions), std::tuple_cat(arguments<description, false>(a), vectorOf<true>(x),
-                                                                  vectorOf<true>(y), std::make_tuple(count))),
+            call(function, std::tuple_cat(arguments<description, false>(a), vectorOf<true>(x), vectorOf<true>(y),
+                                          std::make_tuple(count))),
             matrix, View<T, 3, 1, F, true>{x}, View<T, 3, 1, F, true>{y},
             [](const auto &m, const auto &v, auto z)
                 __attribute__((always_inline)) { z = (m * v.homogeneous()).hnormalized(); },
@@ -268,8 +268,6 @@ private:
     VECTORS(tava, type, true, true, true);                                                                             \
     GAXPY(mva, type, true);                                                                                            \
     GAXPY(mvav, type, false);                                                                                          \
-    if constexpr (N == 4)                                                                                              \
-        cells.transform("AffineTransform3DH_mva", ALL(kvlmAffineTransform3DH_mva, type));                              \
     SCALE(mac, type, N, false, false);                                                                                 \
     SCALE(tac, type, N, false, true);                                                                                  \
     SCALE(vac, type, 1, false, false)
@@ -296,6 +294,8 @@ void Products<T, N, F>::add(Suite &suite)
     if constexpr (sizeof(T) == 4) {
         PRODUCTS(32f);
         OTHERS(32f);
+        if constexpr (N == 4 && descriptionOf(F) == 0)
+            cells.transform("AffineTransform3DH_mva", kvlmAffineTransform3DH_mva_32f);
         if constexpr (!isList(F))
             SCALE(vaca, 32f, 1, true, false);
     } else {
