@@ -17,6 +17,10 @@ function fastest(cell,    k, who) {
     return who
 }
 
+function ratioTo(who, cell) {
+    return sprintf("%.2f", time[cell, who] / time[cell, "kvlm"])
+}
+
 function add(key, ratio) {
     sum[key] += log(ratio)
     ++cells[key]
@@ -34,11 +38,11 @@ function half(family, type,    key) { # of a row, for one type
     return sprintf(" %s | %.2f %s | %s |", mean(key), worst[key], where[key], below[key] ? below[key] : "")
 }
 
-# Tables of ratios: what is put is shown where its row and its column meet, in those of the given columns that there are.
-function put(table, row, column, ratio) {
+# Tables of cells: what is put is shown where its row and its column meet, in those of the given columns that there are.
+function put(table, row, column, text) {
     rows[table, row]
     columns[table, column]
-    shown[table, row, column] = sprintf("%.2f", ratio)
+    shown[table, row, column] = text
 }
 
 function show(table, head, given,    key, part, c, names, line) {
@@ -88,13 +92,11 @@ END {
             continue
         who = fastest(cell)
         if (part[1] == "Transpose_m" && part[4] >= 64)
-            put("large", part[1] " | " part[2], part[4], time[cell, "flat"] / time[key])
-        else if (part[5] < 1000 && part[3] == "packed" && who != "") {
-            if (part[4] > 6)
-                put("one", part[1] " | " part[2], part[4], time[cell, who] / time[key])
-            else
-                put("few", part[1] " | " part[2] " | " sprintf("%2d", part[5]), part[4], time[cell, who] / time[key])
-        }
+            put("large", part[1] " | " part[2], part[4], ratioTo("flat", cell))
+        else if (part[5] == 1 && part[4] > 6)
+            put("one", part[1] " | " part[2], part[4], ratioTo("eigen", cell) ", " ratioTo("loop", cell))
+        else if (part[5] < 1000 && part[4] <= 6 && part[3] == "packed" && who != "")
+            put("few", part[1] " | " part[2] " | " sprintf("%2d", part[5]), part[4], ratioTo(who, cell) " " who)
         if (part[4] > 6 || part[5] < 1000 || (part[5] != 1000 && (part[1], 1000) in has))
             continue
         family = familyOf(part[1])
@@ -102,7 +104,7 @@ END {
         if (part[3] != "packed") {
             if ((packed, "kvlm") in time) {
                 add(family SUBSEP part[3], time[packed, "kvlm"] / time[key])
-                put("described", family, part[3], exp(sum[family, part[3]] / cells[family, part[3]]))
+                put("described", family, part[3], mean(family SUBSEP part[3]))
             }
             continue
         }
@@ -140,10 +142,10 @@ END {
     }
     print "\nOther descriptions: the time of packed objects divided by theirs.\n"
     show("described", "| Family |", "S2 columns P-objects P-planes L LS2")
-    print "\nOne matrix of a higher order, packed:\n"
+    print "\nOne matrix of a higher order, packed: Eigen's of dynamic size, and plain loops that know the order.\n"
     show("one", "| Member | Type |", "7 8 10 12 16")
     print "\nTransposition of one matrix: the time of a copy of as many adjacent elements divided by its own.\n"
     show("large", "| Member | Type |", "64 100 256 500 512 1000 1024 2000 4000 4096")
-    print "\nCalls on few objects, packed:\n"
+    print "\nCalls on few objects, packed, by the fastest peer:\n"
     show("few", "| Member | Type | Objects |", "3 4 5 6")
 }
