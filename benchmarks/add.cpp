@@ -1,5 +1,5 @@
 // Benchmarks of Add and Sub on arrays of matrices, against Eigen and against plain loops.
-#include "bench.h"
+#include "peers.h"
 
 namespace {
 
@@ -168,6 +168,7 @@ void addCell(Suite &suite, const std::string &name, const Functions &functions, 
     if (eigen)
         works.emplace_back("eigen", [=] { return eigen(a, b, d, count), 0; });
     works.emplace_back("loop", [=] { return loop(a, b, d, count), 0; });
+    addPeers<T>(works, name, form, order, a.base, b.base, d.base, count);
     if (form == Form::packed && count >= 100000) {
         if (RB::array)
             works.emplace_back("flat", [=] { return flatArrays<Plus>(a.base, b.base, d.base, d.span), 0; });
@@ -198,8 +199,8 @@ void addBatches(Suite &suite, const Member<T, Functions> &member)
         else
             loop = objectLoop<Op, RA, RB, T, N, F>;
     }
-    for (int count : {16, 1000, 100000})
-        if ((count == 1000 || F == Form::packed || member.allBatches) && (count < 100000 || N <= 6))
+    for (int count : {1, 4, 16, 1000, 100000})
+        if ((count == 1000 || F == Form::packed || (member.allBatches && count >= 16)) && (count < 100000 || N <= 6))
             addCell<RA, RB, T, descriptionOf(F)>(suite, member.name, member.functions, F, N, count, eigen, loop);
 }
 
@@ -256,5 +257,7 @@ int main(int argc, char **argv)
     MEMBER(kvlmAdd_mat, Plus, Ma, Tr, full)
     MEMBER(kvlmSub_mam, Minus, Ma, M, full)
     MEMBER(kvlmSub_mata, Minus, Ma, Ta, full)
+    MEMBER(kvlmSub_mama, Minus, Ma, Ma, full)
+    MEMBER(kvlmSub_tam, Minus, Ta, M, full)
     return suite.run(kept, argv);
 }

@@ -66,7 +66,7 @@ public:
             const int r = k / W % H, c = k % W;
             return Family::isCompared(r, c) ? std::abs(d(k / (W * H), r, c)) : T(0);
         };
-        suite.add(name(Family::name), d, works, sameNumbers<T>(count * W * H, compared));
+        suite.add(name("Decomp_ma"), d, works, sameNumbers<T>(count * W * H, compared));
     }
 
     template <bool OneMatrix, class Factor, class Functions>
@@ -99,7 +99,7 @@ public:
             }
             return 0;
         });
-        suite.add(name(std::string(Family::name) + (OneMatrix ? "Solve_mva" : "Solve_mava")), x, works,
+        suite.add(name(OneMatrix ? "BackSubst_mva" : "BackSubst_mava"), x, works,
                   sameNumbers<T>(count * W, [x = Solutions{x}](int k) { return x(k / W, 0, k % W); }));
     }
 
@@ -119,7 +119,7 @@ private:
     }
     std::string name(const std::string &member) const
     {
-        return nameOfCell<T>(member + (H == W ? "" : "_" + std::to_string(H) + "rows"), F, W, count);
+        return nameOfCell<T>(Family::name + member + (H == W ? "" : "_" + std::to_string(H) + "rows"), F, W, count);
     }
 
     Suite &suite;
@@ -163,9 +163,10 @@ struct Table {
     {
         addCholesky<T, N, F>(suite);
         addQR<T, N, N, F>(suite);
-        if constexpr (F == Form::packed && N < 5) {
+        if constexpr (F == Form::packed) {
             addQR<T, 2 * N, N, F>(suite);
-            addQR<T, N == 3 ? 4 : 6, N, F>(suite);
+            if constexpr (N < 5)
+                addQR<T, N == 3 ? 4 : 6, N, F>(suite);
         }
     }
 };

@@ -69,9 +69,9 @@ template struct EigenPeer<Cholesky, float, ORDER, ORDER>;
 template struct EigenPeer<Cholesky, double, ORDER, ORDER>;
 template struct EigenPeer<QR, float, ORDER, ORDER>;
 template struct EigenPeer<QR, double, ORDER, ORDER>;
-#if ORDER < 5
 template struct EigenPeer<QR, float, 2 * ORDER, ORDER>;
 template struct EigenPeer<QR, double, 2 * ORDER, ORDER>;
+#if ORDER < 5
 template struct EigenPeer<QR, float, ORDER == 3 ? 4 : 6, ORDER>;
 template struct EigenPeer<QR, double, ORDER == 3 ? 4 : 6, ORDER>;
 #endif

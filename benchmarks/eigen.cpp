@@ -1,4 +1,4 @@
-// Benchmarks of symmetric eigenproblems, on 100000 different matrices; packed also against Eigen and LAPACK.
+// Benchmarks of symmetric eigenproblems, on 10000 different matrices; packed also against Eigen and LAPACK.
 #include "bench.h"
 #include "elements.h"
 
@@ -78,7 +78,7 @@ public:
                 return 0;
             });
         }
-        suite.add(name("Values"), result, works,
+        suite.add(name("EigenValuesSym_ma"), result, works,
                   sameNumbers<T>(std::size_t(count) * N, [values = values](int k) { return values[k]; }));
     }
 
@@ -127,7 +127,7 @@ public:
             }
             return wrong * 1000 <= count;
         };
-        suite.add(name("Vectors"), d, works, check);
+        suite.add(name("EigenValuesVectorsSym_ma"), d, works, check);
     }
 
 private:
@@ -158,7 +158,7 @@ private:
         for (int k = 0; k < N; ++k)
             values[k] = ascending[N - 1 - k];
     }
-    std::string name(const std::string &member) const { return nameOfCell<T>("Sym" + member, F, N, count); }
+    std::string name(const std::string &member) const { return nameOfCell<T>(member, F, N, count); }
 
     Suite &suite;
     int count;
@@ -170,7 +170,7 @@ template <class T, int N, Form F>
 struct Table {
     static void add(Suite &suite)
     {
-        const Cells<T, N, F> cells(suite, 100000);
+        const Cells<T, N, F> cells(suite, 10000);
         if constexpr (sizeof(T) == 4) {
             cells.eigenvalues(ALL(kvlmEigenValuesSym_ma, 32f));
             cells.eigenvectors(ALL(kvlmEigenValuesVectorsSym_ma, 32f));

@@ -1,4 +1,4 @@
-// Benchmarks of general eigenproblems, on 100000 different matrices; packed also against LAPACK, and, but for both sets
+// Benchmarks of general eigenproblems, on 10000 different matrices; packed also against LAPACK, and, but for both sets
 // of vectors, which it has not, against Eigen.
 #include "bench.h"
 #include "elements.h"
@@ -108,22 +108,22 @@ public:
     template <class Functions>
     void values(const Functions &functions) const
     {
-        add("Values", functions, std::tuple<>(), false, false);
+        add("EigenValues_ma", functions, std::tuple<>(), false, false);
     }
     template <class Functions>
     void rightSet(const Functions &functions) const
     {
-        add("VectorsRight", functions, arguments<description, true>(right), true, false);
+        add("EigenValuesVectorsRight_ma", functions, arguments<description, true>(right), true, false);
     }
     template <class Functions>
     void leftSet(const Functions &functions) const
     {
-        add("VectorsLeft", functions, arguments<description, true>(left), false, true);
+        add("EigenValuesVectorsLeft_ma", functions, arguments<description, true>(left), false, true);
     }
     template <class Functions>
     void bothSets(const Functions &functions) const
     {
-        add("Vectors", functions,
+        add("EigenValuesVectors_ma", functions,
             std::tuple_cat(arguments<description, true>(right), arguments<description, true>(left)), true, true);
     }
 
@@ -149,9 +149,7 @@ private:
             works.emplace_back("Lapack", peer(Peers::solveByLapack));
         }
         const Operand<T> result(Form::packed, 1, N, true, 3, count, re);
-        suite.add(std::string(member) + (sizeof(T) == 4 ? "/32f/" : "/64f/") + nameOf(F) + "/" + std::to_string(N) +
-                      "/" + std::to_string(count),
-                  result, works,
+        suite.add(nameOfCell<T>(member, F, N, count), result, works,
                   [*this, hasRight, hasLeft](const std::string &) { return isRight(hasRight, hasLeft); });
     }
 
@@ -181,7 +179,7 @@ private:
 template <class T, int N, Form F>
 void addForm(Suite &suite)
 {
-    const Cells<T, N, F> cells(suite, 100000);
+    const Cells<T, N, F> cells(suite, 10000);
     if constexpr (sizeof(T) == 4) {
         cells.values(ALL(kvlmEigenValues_ma, 32f));
         cells.rightSet(ALL(kvlmEigenValuesVectorsRight_ma, 32f));

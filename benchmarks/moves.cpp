@@ -1,6 +1,6 @@
 // Benchmarks of Transpose, Copy, Extract and LoadIdentity, against Eigen, plain loops and the C library's copy of as
 // many elements ("flat").
-#include "bench.h"
+#include "peers.h"
 
 namespace {
 
@@ -77,6 +77,8 @@ void addMove(Suite &suite, const std::string &member, Form form, const Operand<T
     if constexpr (!isTable(S) && !isTable(D))
         works.emplace_back("eigen", [=] { return moveEigen<Transposed, T, N, S, D>(src, dst, count), 0; });
     works.emplace_back("loop", [=] { return moveLoop<Transposed, T, N, S, D>(src, dst, count), 0; });
+    if (Transposed && form == Form::packed)
+        addPeers<T>(works, member, form, N, src.base, nullptr, dst.base, count);
     if (form == Form::packed)
         works.emplace_back("flat", [=] { return std::memcpy(dst.base, src.base, src.span * sizeof(T)), 0; });
     suite.add(nameOfCell<T>(member, form, N, count), dst, works);
@@ -179,15 +181,17 @@ void addCopies(Suite &suite)
     }
 }
 
-/// Extract of transposed batches, and identities.
+/// Extract, and identities.
 template <class T, int N, class Extract, class Identity>
-void addOthers(Suite &suite, Extract *extract, Identity *identity)
+void addOthers(Suite &suite, Extract *extract, Extract *extractTransposed, Identity *identity)
 {
     constexpr int count = 1000;
     const Operand<T> src(Form::packed, N, N, true, 0, count), dst(Form::packed, N, N, true, 1, count);
-    addMove<true, T, N, Form::packed, Form::packed>(
-        suite, "Extract_ta", Form::packed, src, dst, count,
-        call(extract, std::tuple_cat(arguments<0, true>(src), std::make_tuple(dst.base, N, N, count))));
+    const auto into = std::tuple_cat(arguments<0, true>(src), std::make_tuple(dst.base, N, N, count));
+    addMove<false, T, N, Form::packed, Form::packed>(suite, "Extract_ma", Form::packed, src, dst, count,
+                                                     call(extract, into));
+    addMove<true, T, N, Form::packed, Form::packed>(suite, "Extract_ta", Form::packed, src, dst, count,
+                                                    call(extractTransposed, into));
     const Elements<T, N, Form::packed> to{{dst}};
     Works works;
     works.emplace_back("kvlm", call(identity, std::tuple_cat(arguments<0, true>(dst), std::make_tuple(N, N, count))));
@@ -203,7 +207,7 @@ void addOthers(Suite &suite, Extract *extract, Identity *identity)
         return 0;
     });
     works.emplace_back("flat", [=] { return std::memset(dst.base, 0, dst.span * sizeof(T)), 0; });
-    suite.add(nameOfCell<T>("LoadIdentity", Form::packed, N, count), dst, works);
+    suite.add(nameOfCell<T>("LoadIdentity_ma", Form::packed, N, count), dst, works);
 }
 
 template <int N>
@@ -215,8 +219,8 @@ void addOrder(Suite &suite)
                              std::make_tuple(kvlmTranspose_ma_64f, kvlmTranspose_ma_64f_P, kvlmTranspose_ma_64f_L));
     addCopies<float, N>(suite);
     addCopies<double, N>(suite);
-    addOthers<float, N>(suite, kvlmExtract_ta_32f, kvlmLoadIdentity_ma_32f);
-    addOthers<double, N>(suite, kvlmExtract_ta_64f, kvlmLoadIdentity_ma_64f);
+    addOthers<float, N>(suite, kvlmExtract_ma_32f, kvlmExtract_ta_32f, kvlmLoadIdentity_ma_32f);
+    addOthers<double, N>(suite, kvlmExtract_ma_64f, kvlmExtract_ta_64f, kvlmLoadIdentity_ma_64f);
 }
 
 } // namespace

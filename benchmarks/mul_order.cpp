@@ -1,5 +1,9 @@
 // The cells of the products of order ORDER.
+#include "elements.h"
 #include "mul.h"
+#include "peers.h"
+
+#include <Eigen/Geometry>
 
 #include <cmath>
 
@@ -98,18 +102,18 @@ public:
             });
     }
 
-    template <class Functions>
+    template <bool ArrayB, class Functions>
     void gaxpy(const char *member, const Functions &functions) const
     {
-        const Operand<T> a(F, N, N, false, 0, count), x(F, N, 1, true, 1, count), b(F, N, 1, true, 3, count),
+        const Operand<T> a(F, N, N, false, 0, count), x(F, N, 1, true, 1, count), b(F, N, 1, ArrayB, 3, count),
             y(F, N, 1, true, 2, count);
         const auto length = std::make_tuple(N);
-        const View<T, N, 1, F, true> third{b};
+        const View<T, N, 1, F, ArrayB> third{b};
         add(
             member, y,
             call(std::get<description>(functions),
                  std::tuple_cat(arguments<description, false>(a), std::make_tuple(N, N), vectorOf<true>(x), length,
-                                vectorOf<true>(b), length, vectorOf<true>(y), std::make_tuple(count))),
+                                vectorOf<ArrayB>(b), length, vectorOf<true>(y), std::make_tuple(count))),
             View<T, N, N, F, false>{a}, View<T, N, 1, F, true>{x}, View<T, N, 1, F, true>{y},
             [third](const auto &m, const auto &v, auto z, int i)
                 __attribute__((always_inline)) { z.noalias() = m * v + third.map(i); },
@@ -122,6 +126,36 @@ public:
                         sum += m[u.offset(r, k)] * p[v.offset(k, 0)];
                     z[w.offset(r, 0)] = sum + q[third.offset(r, 0)];
                 }
+            });
+    }
+
+    // Points of three elements by a homogeneous matrix of order 4, with a divisor above 1.
+    template <class Function>
+    void transform(const char *member, Function *function) const
+    {
+        const Operand<T> a(F, 4, 4, false, 0, count, lasting<T>(32)), x(F, 3, 1, true, 1, count),
+            y(F, 3, 1, true, 2, count);
+        const View<T, 4, 4, F, false> matrix{a};
+        for (int k = 0; k < 16; ++k)
+            a.base[matrix.offset(k / 4, k % 4)] = k == 15 ? T(4) : T(k % 5 - 2) / 2;
+        add(
+            member, y,
+            call(function, std::tuple_cat(arguments<description, false>(a), vectorOf<true>(x), vectorOf<true>(y),
+                                          std::make_tuple(count))),
+            matrix, View<T, 3, 1, F, true>{x}, View<T, 3, 1, F, true>{y},
+            [](const auto &m, const auto &v, auto z)
+                __attribute__((always_inline)) { z = (m * v.homogeneous()).hnormalized(); },
+            [](const auto &u, const T *__restrict m, const auto &v, const T *__restrict p, const auto &w,
+               T *__restrict z) __attribute__((always_inline)) {
+                T sum[4];
+                for (int r = 0; r < 4; ++r) {
+                    sum[r] = m[u.offset(r, 3)];
+                    for (int k = 0; k < 3; ++k)
+                        sum[r] += m[u.offset(r, k)] * p[v.offset(k, 0)];
+                }
+                const T reciprocal = 1 / sum[3];
+                for (int r = 0; r < 3; ++r)
+                    z[w.offset(r, 0)] = sum[r] * reciprocal;
             });
     }
 
@@ -151,8 +185,8 @@ public:
         }();
         const View<T, Rows, N, F, true> from{a};
         add(
-            member, d, call(std::get<description>(functions), std::tuple_cat(source, constant, target)), from, from,
-            View<T, Rows, N, F, true>{d},
+            member, d, call(std::get<description>(functions), std::tuple_cat(source, constant, target)), from,
+            View<T, 1, 1, Form::packed, true>{factors}, View<T, Rows, N, F, true>{d},
             [val](const auto &x, const auto &, auto z, int i)
                 __attribute__((always_inline)) { z = read<Turned>(x) * val[ByEach ? i : 0]; },
             [val](const auto &u, const T *__restrict x, const auto &, const T *, const auto &w, T *__restrict z, int i)
@@ -197,6 +231,7 @@ private:
                 return 0;
             });
         }
+        addPeers<T>(works, member, F, N, a.x.base, b.x.base, d.x.base, count);
         suite.add(nameOfCell<T>(member, F, N, count), target, works,
                   F == Form::tablePlanes ? Suite::Check() : nearly<T>(d, count));
     }
@@ -205,17 +240,25 @@ private:
     int count;
 };
 
-#define ALL(stem)                    std::make_tuple(kvlmMul_##stem, kvlmMul_##stem##_P, kvlmMul_##stem##_L)
-#define MATRICES(letters, type, ...) cells.template matrices<__VA_ARGS__>(#letters, ALL(letters##_##type))
-#define VECTORS(letters, type, ...)  cells.template vectors<__VA_ARGS__>(#letters, ALL(letters##_##type))
-#define SCALE(letters, type, ...)    cells.template scale<__VA_ARGS__>(#letters, ALL(letters##_##type))
+#define MATRICES(letters, type, ...) cells.template matrices<__VA_ARGS__>("Mul_" #letters, ALL(kvlmMul_##letters, type))
+#define VECTORS(letters, type, ...)  cells.template vectors<__VA_ARGS__>("Mul_" #letters, ALL(kvlmMul_##letters, type))
+#define SCALE(letters, type, ...)    cells.template scale<__VA_ARGS__>("Mul_" #letters, ALL(kvlmMul_##letters, type))
+#define GAXPY(letters, type, array)  cells.template gaxpy<array>("Gaxpy_" #letters, ALL(kvlmGaxpy_##letters, type))
 #define PRODUCTS(type)                                                                                                 \
     MATRICES(mama, type, false, false, true, true);                                                                    \
     MATRICES(mam, type, false, false, true, false);                                                                    \
     MATRICES(mma, type, false, false, false, true);                                                                    \
     MATRICES(tama, type, true, false, true, true);                                                                     \
     MATRICES(mata, type, false, true, true, true);                                                                     \
-    MATRICES(tata, type, true, true, true, true)
+    MATRICES(tata, type, true, true, true, true);                                                                      \
+    if constexpr (F == Form::packed) {                                                                                 \
+        MATRICES(mat, type, false, true, true, false);                                                                 \
+        MATRICES(mta, type, false, true, false, true);                                                                 \
+        MATRICES(tam, type, true, false, true, false);                                                                 \
+        MATRICES(tma, type, true, false, false, true);                                                                 \
+        MATRICES(tat, type, true, true, true, false);                                                                  \
+        MATRICES(tta, type, true, true, false, true);                                                                  \
+    }
 #define OTHERS(type)                                                                                                   \
     VECTORS(mva, type, false, false, true);                                                                            \
     VECTORS(tva, type, true, false, true);                                                                             \
@@ -223,10 +266,15 @@ private:
     VECTORS(tav, type, true, true, false);                                                                             \
     VECTORS(mava, type, false, true, true);                                                                            \
     VECTORS(tava, type, true, true, true);                                                                             \
-    cells.gaxpy("Gaxpy", std::make_tuple(kvlmGaxpy_mva_##type, kvlmGaxpy_mva_##type##_P, kvlmGaxpy_mva_##type##_L));   \
+    GAXPY(mva, type, true);                                                                                            \
+    GAXPY(mvav, type, false);                                                                                          \
     SCALE(mac, type, N, false, false);                                                                                 \
     SCALE(tac, type, N, false, true);                                                                                  \
     SCALE(vac, type, 1, false, false)
+
+#define FEW(type)                                                                                                      \
+    some.template matrices<false, false, true, true>("Mul_mama", ALL(kvlmMul_mama, type));                             \
+    some.template vectors<false, true, true>("Mul_mava", ALL(kvlmMul_mava, type))
 
 } // namespace
 
@@ -234,9 +282,20 @@ template <class T, int N, Form F>
 void Products<T, N, F>::add(Suite &suite)
 {
     const Cells<T, N, F> cells(suite);
+    if constexpr (F == Form::packed)
+        for (int few : {1, 4, 16}) {
+            const Cells<T, N, F> some(suite, few);
+            if constexpr (sizeof(T) == 4) {
+                FEW(32f);
+            } else {
+                FEW(64f);
+            }
+        }
     if constexpr (sizeof(T) == 4) {
         PRODUCTS(32f);
         OTHERS(32f);
+        if constexpr (N == 4 && descriptionOf(F) == 0)
+            cells.transform("AffineTransform3DH_mva", kvlmAffineTransform3DH_mva_32f);
         if constexpr (!isList(F))
             SCALE(vaca, 32f, 1, true, false);
     } else {

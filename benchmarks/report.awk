@@ -16,7 +16,7 @@ function peer(cell,    k, fastest) { # the fastest peer of a cell, "" if there i
 }
 
 BEGIN {
-    split("eigen loop Lapack C", peers, " ")
+    split("eigen loop Lapack glm cglm xsmm C", peers, " ")
     split("packed S2 columns P-objects P-planes L LS2", known, " ")
     for (k = 1; k in known; ++k)
         see("form", known[k])
@@ -37,7 +37,7 @@ $1 ~ /_median$/ {
 }
 
 END {
-    legend = "ns per object, and the fastest peer's time divided by it (e: Eigen, l: plain loops, L: LAPACK, C: the C function that a call in C++ makes; above 1 the library is faster)"
+    legend = "ns per object, and the fastest peer's time divided by it (e: Eigen, l: plain loops, L: LAPACK, g: GLM, c: cglm, x: LIBXSMM, C: the C function that a call in C++ makes; above 1 the library is faster)"
     for (g = 1; g <= size["group"]; ++g) {
         group = nth["group", g]
         split(group, part, "/")

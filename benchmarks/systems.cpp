@@ -1,6 +1,8 @@
 // Benchmarks of determinant, LU decomposition and solver, and inverse, against Eigen and against plain loops.
 #include "bench.h"
 #include "elements.h"
+#include "lu.h"
+#include "peers.h"
 
 #include <Eigen/LU>
 
@@ -12,47 +14,6 @@ namespace {
 using namespace bench;
 
 // ---- Plain loops with fixed bounds, on a copy of the object.
-
-/// Returns the sign of the permutation.
-template <class T, int N>
-BENCH_INLINE T factorLoop(T (&a)[N][N], int (&p)[N])
-{
-    T sign = 1;
-    for (int r = 0; r < N; ++r)
-        p[r] = r;
-    for (int k = 0; k < N - 1; ++k) {
-        int best = k;
-        for (int r = k + 1; r < N; ++r)
-            if (std::abs(a[r][k]) > std::abs(a[best][k]))
-                best = r;
-        if (best != k) {
-            for (int c = 0; c < N; ++c)
-                std::swap(a[k][c], a[best][c]);
-            std::swap(p[k], p[best]);
-            sign = -sign;
-        }
-        const T reciprocal = 1 / a[k][k];
-        for (int r = k + 1; r < N; ++r) {
-            const T m = a[r][k] *= reciprocal;
-            for (int c = k + 1; c < N; ++c)
-                a[r][c] -= m * a[k][c];
-        }
-    }
-    return sign;
-}
-
-template <class T, int N>
-BENCH_INLINE void solveLoop(const T (&lu)[N][N], T (&x)[N])
-{
-    for (int r = 1; r < N; ++r)
-        for (int c = 0; c < r; ++c)
-            x[r] -= lu[r][c] * x[c];
-    for (int r = N - 1; r >= 0; --r) {
-        for (int c = r + 1; c < N; ++c)
-            x[r] -= lu[r][c] * x[c];
-        x[r] /= lu[r][r];
-    }
-}
 
 /// The six minors of two neighbouring rows of a 4 x 4.
 template <class T>
@@ -188,7 +149,7 @@ public:
                     }
             return worst < 100 * std::numeric_limits<T>::epsilon();
         };
-        suite.add(name("LU"), d, works, check);
+        suite.add(name("LUDecomp_ma"), d, works, check);
     }
 
     template <class Factor, class Functions>
@@ -245,7 +206,7 @@ public:
             }
             return 0;
         });
-        suite.add(name(oneMatrix ? "LUSolve_mva" : "LUSolve_mava"), x, works,
+        suite.add(name(oneMatrix ? "LUBackSubst_mva" : "LUBackSubst_mava"), x, works,
                   sameNumbers<T>(std::size_t(count) * N, [x = Vectors{x}](int k) { return x(k / N, 0, k % N); }));
     }
 
@@ -271,7 +232,8 @@ public:
             }
             return 0;
         });
-        suite.add(name("Det"), result, works, sameNumbers<T>(count, [=](int k) { return out[k]; }));
+        addPeers<T>(works, "Det_ma", F, N, a.base, nullptr, out, count);
+        suite.add(name("Det_ma"), result, works, sameNumbers<T>(count, [=](int k) { return out[k]; }));
     }
 
     template <class Functions>
@@ -299,7 +261,8 @@ public:
             }
             return 0;
         });
-        suite.add(name("Invert"), d, works, sameNumbers<T>(std::size_t(count) * N * N, [d = Matrices{d}](int k) {
+        addPeers<T>(works, "Invert_ma", F, N, a.base, nullptr, d.base, count);
+        suite.add(name("Invert_ma"), d, works, sameNumbers<T>(std::size_t(count) * N * N, [d = Matrices{d}](int k) {
                       return d(k / (N * N), k / N % N, k % N);
                   }));
     }
@@ -330,12 +293,17 @@ struct Table {
     {
         const auto add = [&](auto det, auto lu, auto mva, auto mava, auto invert) {
             // A predictor learns the pivots of a batch that is small and repeated.
-            Cells<T, N, F>(suite, 100000).factor(lu);
+            Cells<T, N, F>(suite, 10000).factor(lu);
             const Cells<T, N, F> cells(suite, 1000);
             cells.det(det);
             cells.solve(lu, std::make_tuple(mva, mava), false);
             cells.solve(lu, std::make_tuple(mva, mava), true);
             cells.invert(invert);
+            if constexpr (F == Form::packed)
+                for (int few : {1, 4, 16}) {
+                    Cells<T, N, F>(suite, few).det(det);
+                    Cells<T, N, F>(suite, few).invert(invert);
+                }
         };
         if constexpr (sizeof(T) == 4)
             add(ALL(kvlmDet_ma, 32f), ALL(kvlmLUDecomp_ma, 32f), ALL(kvlmLUBackSubst_mva, 32f),

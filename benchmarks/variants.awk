@@ -4,7 +4,7 @@
 $1 ~ /kvlm_median/ {
     gsub(/"|_median/, "", $1)
     split($1, part, "/")
-    if (part[4] < 3 || part[4] > 6 || (part[5] != 1000 && part[5] != 100000))
+    if (part[4] < 3 || part[4] > 6 || part[5] < 1000)
         next
     if (FILENAME == ARGV[1]) {
         plain[$1] = $4
@@ -19,7 +19,7 @@ END {
         split(cell, part, "/")
         if (part[5] != 1000 && (part[1], 1000) in has)
             continue
-        key = sprintf("%-18s %s %-9s", part[1], part[2], part[3])
+        key = sprintf("%-26s %s %-9s", part[1], part[2], part[3])
         sum[key] += log(ratio[cell])
         ++count[key]
         if (!(key in lowest) || ratio[cell] < lowest[key])

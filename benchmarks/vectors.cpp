@@ -1,6 +1,7 @@
 // Benchmarks of vectors and measures against Eigen and against plain loops: sums, scaled sums, dot and cross products,
 // norms, traces; batches of short vectors, and long ones.
 #include "elements.h"
+#include "peers.h"
 
 #include <Eigen/Geometry>
 
@@ -23,7 +24,7 @@ public:
         const View<T, 1, N, F, true> x{a}, z{d};
         const View<T, 1, N, F, ArrayB> y{b};
         add(
-            member, d,
+            member, a.base, b.base, d,
             call(std::get<description>(functions),
                  std::tuple_cat(vectorArguments<description, true>(a), first, vectorArguments<description, ArrayB>(b),
                                 second, vectorArguments<description, true>(d), std::make_tuple(N, count))),
@@ -43,31 +44,31 @@ public:
             });
     }
 
-    // dst(i) = src(i) + val(i)
-    template <class Functions>
-    void withConstants(const char *member, const Functions &functions) const
+    // dst(i) = op(src(i), val(i))
+    template <class Functions, class Op>
+    void withConstants(const char *member, const Functions &functions, Op op) const
     {
         const Operand<T> a(F, 1, N, true, 0, count), c(Form::packed, 1, 1, true, 1, count), d(F, 1, N, true, 2, count);
         const View<T, 1, N, F, true> x{a}, z{d};
         const T *const val = c.base;
         add(
-            member, d,
+            member, a.base, val, d,
             call(std::get<description>(functions),
                  std::tuple_cat(vectorArguments<description, true>(a), std::make_tuple(val, int(sizeof(T))),
                                 vectorArguments<description, true>(d), std::make_tuple(N, count))),
-            [=](int i) { z.map(i).array() = x.map(i).array() + val[i]; },
+            [=](int i) { z.map(i).array() = op(x.map(i).array(), val[i]); },
             [=](int i) {
                 const T *__restrict const p = x.object(i);
                 T *__restrict const r = z.object(i);
                 const T constant = val[i];
                 for (int k = 0; k < N; ++k)
-                    r[z.offset(0, k)] = p[x.offset(0, k)] + constant;
+                    r[z.offset(0, k)] = op(p[x.offset(0, k)], constant);
             },
             [=, n = N * count] {
                 const T *__restrict const p = a.base;
                 T *__restrict const r = d.base;
                 for (int k = 0; k < n; ++k)
-                    r[k] = p[k] + val[0];
+                    r[k] = op(p[k], val[0]);
                 return 0;
             });
     }
@@ -81,7 +82,7 @@ public:
         const View<T, 1, N, F, ArrayB> y{b};
         T *const dst = d.base;
         add(
-            member, d,
+            member, a.base, b.base, d,
             call(std::get<description>(functions),
                  std::tuple_cat(vectorArguments<description, true>(a), vectorArguments<description, ArrayB>(b),
                                 std::make_tuple(dst, N, count))),
@@ -109,7 +110,8 @@ public:
                 return std::tuple_cat(arguments<description, true>(a), sizes, std::make_tuple(dst));
         }();
         add(
-            member, d, call(std::get<description>(functions), std::tuple_cat(source, std::make_tuple(count))),
+            member, a.base, nullptr, d,
+            call(std::get<description>(functions), std::tuple_cat(source, std::make_tuple(count))),
             [=](int i) { dst[i] = x.map(i).norm(); },
             [=](int i) {
                 const T *const p = x.object(i);
@@ -128,7 +130,7 @@ public:
         const View<T, N, N, F, true> x{a};
         T *const dst = d.base;
         add(
-            member, d,
+            member, a.base, nullptr, d,
             call(std::get<description>(functions),
                  std::tuple_cat(arguments<description, true>(a), std::make_tuple(N, dst, count))),
             [=](int i) { dst[i] = x.map(i).trace(); },
@@ -147,7 +149,7 @@ public:
         const View<T, 1, 3, F, true> x{a}, z{d};
         const View<T, 1, 3, F, ArrayB> y{b};
         add(
-            member, d,
+            member, a.base, b.base, d,
             call(std::get<description>(functions),
                  std::tuple_cat(vectorArguments<description, true>(a), vectorArguments<description, ArrayB>(b),
                                 vectorArguments<description, true>(d), std::make_tuple(count))),
@@ -166,7 +168,8 @@ public:
 private:
     // Tables have no peers of their own: theirs work on the same objects in the standard description.
     template <class Eigen, class Loop>
-    void add(const char *member, const Operand<T> &target, Work kvlm, Eigen eigen, Loop loop, Work flat = nullptr) const
+    void add(const char *member, const T *a, const T *b, const Operand<T> &target, Work kvlm, Eigen eigen, Loop loop,
+             Work flat = nullptr) const
     {
         const auto overAll = [n = count](auto one) {
             return [=] {
@@ -182,6 +185,7 @@ private:
             if (flat && F == Form::packed)
                 works.emplace_back("flat", flat);
         }
+        addPeers<T>(works, member, F, N, a, b, target.base, count);
         suite.add(nameOfCell<T>(member, F, N, count), target, works,
                   sameNumbers<T>(target.span, [target](std::size_t k) { return target.base[k]; }));
     }
@@ -191,20 +195,29 @@ private:
 };
 
 #define VECTORS(cells, type)                                                                                           \
-    cells.template sums<true>("Add vava", ALL(kvlmAdd_vava, type), none, none, plus);                                  \
-    cells.template sums<false>("Sub vav", ALL(kvlmSub_vav, type), none, none, minus);                                  \
-    if constexpr (!isList(F))                                                                                          \
-        cells.withConstants("Add vaca", ALL(kvlmAdd_vaca, type));                                                      \
-    cells.template sums<true>("Saxpy vava", ALL(kvlmSaxpy_vava, type), std::make_tuple(T(0.3)), none, saxpy);          \
-    cells.template dot<true>("Dot vava", ALL(kvlmDotProduct_vava, type));                                              \
-    cells.template dot<false>("Dot vav", ALL(kvlmDotProduct_vav, type));                                               \
-    cells.template norm<1>("L2Norm", ALL(kvlmL2Norm_va, type), std::make_tuple(N))
+    cells.template sums<true>("Add_vava", ALL(kvlmAdd_vava, type), none, none, plus);                                  \
+    cells.template sums<false>("Sub_vav", ALL(kvlmSub_vav, type), none, none, minus);                                  \
+    if constexpr (!isList(F)) {                                                                                        \
+        cells.withConstants("Add_vaca", ALL(kvlmAdd_vaca, type), plus);                                                \
+        cells.withConstants("Sub_vaca", ALL(kvlmSub_vaca, type), minus);                                               \
+        cells.withConstants("Sub_cava", ALL(kvlmSub_cava, type), reversed);                                            \
+    }                                                                                                                  \
+    cells.template sums<true>("Sub_vava", ALL(kvlmSub_vava, type), none, none, minus);                                 \
+    cells.template sums<true>("Saxpy_vava", ALL(kvlmSaxpy_vava, type), std::make_tuple(T(0.3)), none, saxpy);          \
+    cells.template sums<false>("Saxpy_vav", ALL(kvlmSaxpy_vav, type), std::make_tuple(T(0.3)), none, saxpy);           \
+    cells.template sums<true>("LComb_vava", ALL(kvlmLComb_vava, type), std::make_tuple(T(0.3)),                        \
+                              std::make_tuple(T(0.7)), lcomb);                                                         \
+    cells.template sums<false>("LComb_vav", ALL(kvlmLComb_vav, type), std::make_tuple(T(0.3)),                         \
+                               std::make_tuple(T(0.7)), lcomb);                                                        \
+    cells.template dot<true>("DotProduct_vava", ALL(kvlmDotProduct_vava, type));                                       \
+    cells.template dot<false>("DotProduct_vav", ALL(kvlmDotProduct_vav, type));                                        \
+    cells.template norm<1>("L2Norm_va", ALL(kvlmL2Norm_va, type), std::make_tuple(N))
 #define SHORT(cells, type)                                                                                             \
-    cells.template norm<N>("FrobNorm", ALL(kvlmFrobNorm_ma, type), std::make_tuple(N, N));                             \
-    cells.trace("Trace", ALL(kvlmTrace_ma, type));                                                                     \
+    cells.template norm<N>("FrobNorm_ma", ALL(kvlmFrobNorm_ma, type), std::make_tuple(N, N));                          \
+    cells.trace("Trace_ma", ALL(kvlmTrace_ma, type));                                                                  \
     if constexpr (N == 3) {                                                                                            \
-        cells.template cross<true>("Cross vava", ALL(kvlmCrossProduct_vava, type));                                    \
-        cells.template cross<false>("Cross vav", ALL(kvlmCrossProduct_vav, type));                                     \
+        cells.template cross<true>("CrossProduct_vava", ALL(kvlmCrossProduct_vava, type));                             \
+        cells.template cross<false>("CrossProduct_vav", ALL(kvlmCrossProduct_vav, type));                              \
     }
 
 template <class T, int N, Form F>
@@ -215,6 +228,8 @@ struct Table {
         const std::tuple<> none;
         const auto plus = [](const auto &x, const auto &y) { return x + y; };
         const auto minus = [](const auto &x, const auto &y) { return x - y; };
+        const auto reversed = [](const auto &x, const auto &y) { return y - x; };
+        const auto lcomb = [](const auto &x, const auto &y) { return x * T(0.3) + y * T(0.7); };
         const auto saxpy = [](const auto &x, const auto &y) { return x * T(0.3) + y; };
         if constexpr (sizeof(T) == 4) {
             VECTORS(cells, 32f);

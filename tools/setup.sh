@@ -13,7 +13,7 @@ runPackages=(g++ cmake ninja-build libomp5-14 liblapack-dev)
     packagePackages=("${runPackages[@]}" debhelper dh-python python3-dev pybind11-dev lintian ccache)
     packageTestPackages=(debootstrap pkgconf g++-multilib qemu-user)
     packageI386Packages=("${packagePackages[@]}" g++-multilib binutils-i686-linux-gnu)
-    benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev gnuplot-nox)
+    benchPackages=("${runPackages[@]}" pkgconf libbenchmark-dev libeigen3-dev libglm-dev libcglm-dev libxsmm-dev gnuplot-nox)
 }
 
 fail() {
