@@ -93,7 +93,7 @@ END {
         who = fastest(cell)
         if (part[1] == "Transpose_m" && part[4] >= 64)
             put("large", part[1] " | " part[2], part[4], ratioTo("flat", cell))
-        else if (part[5] == 1 && part[4] > 6)
+        else if (part[1] ~ /_m[mv]?$/ && part[4] > 6)
             put("one", part[1] " | " part[2], part[4], ratioTo("eigen", cell) ", " ratioTo("loop", cell))
         else if (part[5] < 1000 && part[4] <= 6 && part[3] == "packed" && who != "")
             put("few", part[1] " | " part[2] " | " sprintf("%2d", part[5]), part[4], ratioTo(who, cell) " " who)
