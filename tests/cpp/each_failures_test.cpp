@@ -10,10 +10,6 @@ namespace {
 
 namespace each = kvlm::each;
 
-const Kind regular{"regular", [](Random &random, int n, double *a) {
-                       fillRandom(random, n, a), scaleAll(n, a, 0.3), addDiagonal(n, a);
-                   }};
-
 /// Matrices whose distance is no multiple of the size of an element where doubles are aligned by less.
 template <class T>
 struct Apart {

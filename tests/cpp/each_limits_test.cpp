@@ -14,9 +14,6 @@ class EachLimits : public testing::Test {
 using Types = testing::Types<float, double>;
 TYPED_TEST_SUITE(EachLimits, Types);
 
-const Kind regular{"regular", [](Random &random, int n, double *a) {
-                       fillRandom(random, n, a), scaleAll(n, a, 0.3), addDiagonal(n, a);
-                   }};
 /// Any magnitudes that the type has, but for its largest ones.
 template <class T>
 T ofAnySize(Random &random)

@@ -200,6 +200,9 @@ inline void addDiagonal(int n, double *a)
     for (int k = 0; k < n; ++k)
         a[k * n + k] += 3;
 }
+inline const Kind regular{"regular", [](Random &random, int n, double *a) {
+                              fillRandom(random, n, a), scaleAll(n, a, 0.3), addDiagonal(n, a);
+                          }};
 /// Matrices of a kind, with right-hand sides; positive ones are products A'*A.
 template <class T>
 struct Batch {

@@ -275,22 +275,26 @@ bool forAll(int n, Is is)
     return all;
 }
 
-/// The sum of squares of the elements of n objects, from object i on.
+/// Calls op with the first of each run of adjacent elements of n objects, from object i on, and with how many they are.
+template <class T, class Op>
+void forRuns(const Strided<T> &x, int i, int n, int rows, int columns, Op op)
+{
+    if (x.isPacked(rows, columns))
+        return op(&x(i, 0, 0), numberOf(n, rows, columns));
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c)
+            if (x.object == sizeof(T))
+                op(&x(i, r, c), numberOf(n));
+            else
+                for (int k = i; k < i + n; ++k)
+                    op(&x(k, r, c), numberOf(1));
+}
+/// The sum of squares of their elements.
 template <class T>
 std::remove_const_t<T> sumOfSquares(const Strided<T> &x, int i, int n, int rows, int columns)
 {
-    using Element = std::remove_const_t<T>;
-    Element sum = 0;
-    if (x.isPacked(rows, columns))
-        sum = squares<Element>(&x(i, 0, 0), numberOf(n, rows, columns));
-    else
-        for (int r = 0; r < rows; ++r)
-            for (int c = 0; c < columns; ++c)
-                if (x.object == sizeof(T))
-                    sum += squares<Element>(&x(i, r, c), numberOf(n));
-                else
-                    for (int k = 0; k < n; ++k)
-                        sum += x(i + k, r, c) * x(i + k, r, c);
+    std::remove_const_t<T> sum = 0;
+    forRuns(x, i, n, rows, columns, [&](const T *first, std::size_t elements) { sum += squares(first, elements); });
     return sum;
 }
 /// Whether it is up to `limit`: then that of each object is.
@@ -304,16 +308,9 @@ bool areBounded(const Strided<T> &x, int i, int n, int rows, int columns, Limit 
 template <class T>
 bool areZeroOrNormal(const Strided<const T> &x, int i, int n, int rows, int columns)
 {
-    if (x.isPacked(rows, columns))
-        return areZeroOrNormal(&x(i, 0, 0), numberOf(n, rows, columns));
     bool all = true;
-    for (int r = 0; r < rows; ++r)
-        for (int c = 0; c < columns; ++c)
-            if (x.object == sizeof(T))
-                all &= areZeroOrNormal(&x(i, r, c), numberOf(n));
-            else
-                for (int k = i; k < i + n; ++k)
-                    all &= areZeroOrNormal(&x(k, r, c), 1);
+    forRuns(x, i, n, rows, columns,
+            [&](const T *first, std::size_t elements) { all &= areZeroOrNormal(first, elements); });
     return all;
 }
 
