@@ -20,28 +20,47 @@ KVLM_INLINE V sumOfDiagonal(Order n, Element e)
 }
 
 template <class Order, class S, class T>
+KVLM_INLINE void trace(const S &s, Order n, T *dst, ptrdiff_t i)
+{
+    const auto src = viewOf(s, i, n);
+    put(dst + i, sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(src.at(k, k)); }));
+}
+
+template <class Order, class S, class T>
+KVLM_NOINLINE KvlStatus tracesInPlanes(const S &s, Order n, T *dst, int count)
+{
+    return inAnyGroups<T, true>(
+        count,
+        [&](ptrdiff_t i, auto number) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            const auto src = viewOf(s, i, n);
+            sumOfDiagonal<V>(n, [&](int k) KVLM_INLINED { return V::load(src.at(k, k)); }).store(dst + i);
+            return true;
+        },
+        [&](ptrdiff_t i) KVLM_INLINED {
+            trace(s, n, dst, i);
+            return KvlStatus(kvlOk);
+        });
+}
+
+// Apart from planes, so that nothing here has an address: the compiler keeps all of it in registers.
+template <class Order, class S, class T>
 KVLM_NOINLINE KvlStatus traces(const S &givenS, Order n, T *dst, int count)
 {
-    const S s = givenS;
-    const auto one = [&](ptrdiff_t i) KVLM_INLINED {
-        const auto src = viewOf(s, i, n);
-        put(dst + i, sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(src.at(k, k)); }));
-        return KvlStatus(kvlOk);
-    };
     if constexpr (!S::isSingle && !S::isList)
-        if (inPlanes(s))
-            return inAnyGroups<T, true>(
-                count,
-                [&](ptrdiff_t i, auto number) KVLM_INLINED {
-                    using V = typename decltype(number)::Number;
-                    const auto src = viewOf(s, i, n);
-                    const auto plane = [&](int k) KVLM_INLINED { return V::load(src.at(k, k)); };
-                    sumOfDiagonal<V>(n, plane).store(dst + i);
-                    return true;
-                },
-                one);
-    for (ptrdiff_t i = 0; i < count; ++i)
-        one(i);
+        if (inPlanes(givenS))
+            return tracesInPlanes(givenS, n, dst, count);
+    const S s = givenS;
+    if constexpr (S::isTable && isFixed<Order>) {
+        T const *places[n]; // the table's entries, read once
+        for (int k = 0; k < n; ++k)
+            places[k] = s.at(k * n + k, 0);
+        for (ptrdiff_t i = 0; i < count; ++i)
+            put(dst + i, sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(moved(places[k], steps(i, s.objStride))); }));
+    } else {
+        for (ptrdiff_t i = 0; i < count; ++i)
+            trace(s, n, dst, i);
+    }
     return kvlOk;
 }
 
