@@ -47,6 +47,27 @@ KVLM_INLINE uintptr_t placeBits(const X &x)
         return reinterpret_cast<uintptr_t>(x.base) | static_cast<unsigned>(int(x.objStride));
 }
 
+// The sums of a group, whose N products for each object lie behind one another. Where the order of the sums allows it,
+// parts of them are formed before elements change places.
+template <Sum Order, class V, int N>
+KVLM_INLINE V packedSums(V (&p)[N])
+{
+    constexpr int lanes = V::count / V::blocks;
+    if constexpr (Order == Sum::evenOdd && lanes == 2 && (N == 4 || N == 6)) {
+        const auto half = [](const V *x) KVLM_INLINED { return N == 4 ? x[0] + x[1] : (x[1] + x[2]) + x[0]; };
+        const V first = half(p), second = half(p + N / 2);
+        return unpackLow(first, second) + unpackHigh(first, second);
+    } else if constexpr (Order == Sum::pairs && lanes == 4 && N == 4) {
+        const auto evenPlusOdd = [](V x, V y) KVLM_INLINED {
+            return shuffled<_MM_SHUFFLE(2, 0, 2, 0)>(x, y) + shuffled<_MM_SHUFFLE(3, 1, 3, 1)>(x, y);
+        };
+        return evenPlusOdd(evenPlusOdd(p[0], p[1]), evenPlusOdd(p[2], p[3]));
+    } else {
+        sortElements(p);
+        return sumOf<Order>(p, 0);
+    }
+}
+
 // Of lengths 3 to 6. The second factor is the first once more where the sums are of squares.
 template <Sum Order, bool Squares, bool SingleB, int N, class Root, class T>
 KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const T> &b, T *dst, int count)
@@ -65,13 +86,13 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
     };
     if (a.isSingle)
         return one(0);
-    const auto sumsOf = [=, &one](auto takesWide, auto products) KVLM_INLINED {
+    // sum(i, p) of the group from object i on, of which p are to be the products.
+    const auto sumsOf = [=, &one](auto takesWide, auto sum) KVLM_INLINED {
         return inAnyGroups<T, takesWide>(
             count,
             [&](ptrdiff_t i, auto number) KVLM_INLINED {
                 typename decltype(number)::Number p[N];
-                products(i, p);
-                Root()(sumOf<Order>(p, 0)).store(dst + i);
+                Root()(sum(i, p)).store(dst + i);
                 return true;
             },
             one);
@@ -86,14 +107,17 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
     // Of packed vectors the products are sorted, not the factors. Measured: two factors take longer to fill 64 bytes
     // than is saved.
     constexpr bool fillsFast = Squares || sizeof(Wide<T>) <= 32;
-    if (!SingleB && sourceA.isPacked() && sourceB.isPacked())
-        return sumsOf(Fixed<fillsFast>(), [&](ptrdiff_t i, auto &p) KVLM_INLINED {
-            std::decay_t<decltype(p[0])> x[N], y[N];
-            loadRegisters(a.base + i * N, x);
-            loadRegisters(b.base + i * N, y);
-            multiply(p, x, y);
-            sortElements(p);
-        });
+    if constexpr (!SingleB)
+        if (sourceA.isPacked() && sourceB.isPacked()) {
+            const T *const first = sourceA.asPacked().base, *const second = sourceB.asPacked().base;
+            return sumsOf(Fixed<fillsFast>(), [=](ptrdiff_t i, auto &p) KVLM_INLINED {
+                std::decay_t<decltype(p[0])> x[N], y[N];
+                loadRegisters(first + i * N, x);
+                loadRegisters(second + i * N, y);
+                multiply(p, x, y);
+                return packedSums<Order>(p);
+            });
+        }
     return byExactLayout(
         [=](const auto &knownA, const auto &knownB) KVLM_INLINED {
             constexpr bool takesWide = liesInPlanes<std::decay_t<decltype(knownA)>>;
@@ -103,6 +127,7 @@ KVLM_NOINLINE KvlStatus shortSums(const Objects<const T> &a, const Objects<const
                 if (!Squares)
                     knownB.move(i, y);
                 multiply(p, x, y);
+                return sumOf<Order>(p, 0);
             });
         },
         sourceA, sourceB);

@@ -140,9 +140,12 @@ KVLM_INLINE KvlStatus frobeniusNorms(const S &src, Shape shape, PerObject<T> dst
     const auto ofVectors = [&](const auto &x, auto elements) KVLM_INLINED {
         innerProducts<ExactRoot>(x, Itself(), dst.base, elements, 1, count.count);
     };
-    if constexpr (hasAdjacentRows<S>())
+    if constexpr (hasAdjacentRows<S>()) {
         if (asVectors(src, shape, ofVectors))
             return kvlOk;
+    } else if constexpr (S::isTable)
+        if (isAdjacent(src, shape.width, shape.height))
+            return frobeniusNorms(asAdjacent<int>(src, shape.width), shape, dst, count);
     return innerProducts<ExactRoot>(src, Itself(), dst.base, shape.width, shape.height, count.count);
 }
 

@@ -74,6 +74,23 @@ KVLM_INLINE void squareProducts(const A &a, const B &b, const D &d, int first, i
     }
 }
 
+// Tables of packed objects, if dst is no source: settled, in tables it may be one.
+template <int N, bool FromZero, char LetterA, char LetterB, class A, class B, class D>
+KVLM_INLINE bool adjacentTables(const A &a, const B &b, const D &d, int first, int count)
+{
+    if (!isAdjacent(a, N, N) || !isAdjacent(b, N, N) || !isAdjacent(d, N, N))
+        return false;
+    const auto src1 = asAdjacent<int>(a, N);
+    const auto src2 = asAdjacent<int>(b, N);
+    const auto dst = asAdjacent<int>(d, N);
+    const Extent n = {N, N, count};
+    if (!operandsApart(src1, dst, n) || !operandsApart(src2, dst, n))
+        return false;
+    constexpr Fixed<N> width;
+    squareProducts<N, FromZero>(readAs<LetterA>(src1, width), readAs<LetterB>(src2, width), dst, first, count);
+    return true;
+}
+
 // Any sizes.
 template <class A, class B, class D>
 KVLM_INLINE void anyProducts(const A &a, const B &b, const D &d, int height, int inner, int width, int count)
@@ -99,11 +116,15 @@ KVLM_INLINE KvlStatus multiply(const A &src1, Shape shape1, const B &src2, Shape
     int done = 0;
     const auto square = [&](auto order) KVLM_INLINED {
         constexpr int n = order;
+        constexpr bool fromZero = !(Begun >> n & 1);
+        if constexpr (D::isTable)
+            if (done < count.count && adjacentTables<n, fromZero, LetterA, LetterB>(a, b, d, done, count.count))
+                return KvlStatus(kvlOk);
         const auto first = readAs<LetterA>(a, order);
         const auto second = readAs<LetterB>(b, order);
         const auto result = readAs<'m'>(d, order);
         if (done < count.count)
-            squareProducts<n, !(Begun >> n & 1)>(first, second, result, done, count.count);
+            squareProducts<n, fromZero>(first, second, result, done, count.count);
         return KvlStatus(kvlOk);
     };
     if constexpr ((Begun & threeByOr) != 0)

@@ -96,6 +96,29 @@ KVLM_NOINLINE KvlStatus vectorsByMatrix(const Objects<const T> &a, const Objects
         terms...);
 }
 
+// The same of packed vectors with a term for each: it is added where it lies, and does not change places.
+template <int N, Sum Order, class T, class One>
+KVLM_NOINLINE KvlStatus packedVectorsByMatrix(const Objects<const T> &a, const T *x, const T *term, T *d, int count,
+                                              const One &one)
+{
+    const OfAllObjects<T, N, N> matrix(a);
+    return inAnyGroups<T, true>(
+        count,
+        [=](ptrdiff_t i, auto number) KVLM_INLINED {
+            using V = typename decltype(number)::Number;
+            V v[N], y[N];
+            loadRegisters(x + i * N, v);
+            sortElements(v);
+            vectorSums<Order>([&](int r, int k) KVLM_INLINED { return matrix.template at<V>(r, k); }, v, y);
+            packElements(y);
+            loadRegisters(term + i * N, v);
+            addTerm(v, y);
+            storeRegisters(d + i * N, y);
+            return true;
+        },
+        one);
+}
+
 // A batch of vectors, or a single one, by a matrix for each.
 template <int N, Sum Order, class T, class Vectors>
 KVLM_NOINLINE KvlStatus vectorsByMatrices(const Objects<const T> &a, const Objects<const T> &x, const Objects<T> &d,
@@ -122,8 +145,16 @@ KVLM_INLINE KvlStatus vectorProducts(const Objects<const T> &a, const Objects<co
                           : vectorsByMatrices<N, Order>(a, x, d, count, GroupSource<T, 1, N>(x));
     if (!term)
         return vectorsByMatrix<N, Order>(a, x, term, d, count);
-    return term->isSingle ? vectorsByMatrix<N, Order>(a, x, term, d, count, SingleVector<T, N>(*term))
-                          : vectorsByMatrix<N, Order>(a, x, term, d, count, GroupSource<T, 1, N>(*term));
+    if (term->isSingle)
+        return vectorsByMatrix<N, Order>(a, x, term, d, count, SingleVector<T, N>(*term));
+    const GroupSource<T, 1, N> terms(*term), sources(x);
+    const GroupResult<T, 1, N> results(d);
+    if (terms.isPacked() && sources.isPacked() && results.isPacked()) {
+        const auto one = [&](ptrdiff_t i) KVLM_INLINED { vectorProduct<N, Order>(a, x, term, d, i); };
+        return packedVectorsByMatrix<N, Order>(a, sources.asPacked().base, terms.asPacked().base,
+                                               results.asPacked().base, count, NeverFails<decltype(one)>{one});
+    }
+    return vectorsByMatrix<N, Order>(a, x, term, d, count, terms);
 }
 
 // Orders 3 to 6.

@@ -56,7 +56,8 @@ KVLM_NOINLINE KvlStatus traces(const S &givenS, Order n, T *dst, int count)
         for (int k = 0; k < n; ++k)
             places[k] = s.at(k * n + k, 0);
         for (ptrdiff_t i = 0; i < count; ++i)
-            put(dst + i, sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(moved(places[k], steps(i, s.objStride))); }));
+            put(dst + i,
+                sumOfDiagonal<T>(n, [&](int k) KVLM_INLINED { return get(moved(places[k], steps(i, s.objStride))); }));
     } else {
         for (ptrdiff_t i = 0; i < count; ++i)
             trace(s, n, dst, i);

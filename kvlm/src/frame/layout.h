@@ -227,6 +227,32 @@ KVLM_INLINE bool elementsApart(const D &d, Extent n)
     }
 }
 
+// ---- Tables whose entries tell more ------------------------------------------------------------------------------
+
+// Whether the entries are those of packed objects, which asAdjacent() then describes as plain operands are: Row is int,
+// or None of a vector. `width` and `height` are those of the stored matrix.
+template <class T, class Obj>
+inline bool isAdjacent(const Table<T, Obj> &x, int width, int height)
+{
+    const auto place = [&](ptrdiff_t k) KVLM_INLINED { return reinterpret_cast<uintptr_t>(x.table[k]); };
+    if (width > INT_MAX / static_cast<int>(sizeof(T)))
+        return false;
+    const ptrdiff_t positions = static_cast<ptrdiff_t>(width) * height;
+    for (ptrdiff_t k = 1; k < positions; ++k)
+        if (place(k) != place(k - 1) + sizeof(T))
+            return false;
+    return true;
+}
+
+template <class Row, class T, class Obj>
+KVLM_INLINE auto asAdjacent(const Table<T, Obj> &x, int width)
+{
+    Row row{};
+    if constexpr (!std::is_same_v<Row, None>)
+        row = width * static_cast<int>(sizeof(T));
+    return Strided<T, Obj, Row, Unit<T>>(x.at(0, 0), x.objStride, row, {});
+}
+
 // A table whose entries lie like the elements of a strided operand.
 template <class T>
 inline bool isStrided(const WideTable<T> &x, Extent n, WideStrided<T> &strided)

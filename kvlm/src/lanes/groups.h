@@ -163,14 +163,17 @@ struct KnownGroups {
 
 template <class Move, class T, int R, int C, class Elements = Whole>
 class Groups {
+    const Objects<T> x;
+    const GroupLayout layout;
+
 public:
     // Measured: whether wide registers are filled fast enough to be worth it, which single elements and objects of
     // three rows never do.
     const bool fillsWide;
 
     explicit Groups(const Objects<T> &given)
-        : fillsWide(given.inPlanes() || (R > 3 && (given.hasAdjacentRows() || given.hasAdjacentColumns()))), x(given),
-          layout(groupLayoutOf<Move, Elements>(given, R, C))
+        : x(given.table ? withStrides(given, R, C) : given), layout(groupLayoutOf<Move, Elements>(x, R, C)),
+          fillsWide(x.inPlanes() || (R > 3 && (x.hasAdjacentRows() || x.hasAdjacentColumns())))
     {
         if (layout == GroupLayout::planes || layout == GroupLayout::entries)
             for (int r = 0; r < R; ++r)
@@ -220,8 +223,6 @@ private:
             moveObjects<Move, Elements>(x, layout, first, Fixed<R>(), Fixed<C>(), a);
     }
 
-    const Objects<T> x;
-    const GroupLayout layout;
     T *places[R * C];
 };
 

@@ -148,6 +148,22 @@ KVLM_INLINE auto objectsOf(const X &x, int width)
     return Objects<typename X::Element>(x, width);
 }
 
+// A table whose entries lie like the elements of packed objects, as the strides that say so.
+template <class T>
+KVLM_NOINLINE Objects<T> withStrides(const Objects<T> &x, int rows, int columns)
+{
+    Objects<T> y = x;
+    y.base = x.at(0, 0, 0);
+    y.table = nullptr;
+    y.rowStride *= sizeof(T);
+    y.elemStride *= sizeof(T);
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < columns; ++c)
+            if (x.at(0, r, c) != y.at(0, r, c))
+                return x;
+    return y;
+}
+
 // f(view...) of object i of each operand. All come in the same description.
 template <class F, class... T>
 KVLM_INLINE auto withViews(F f, ptrdiff_t i, const Objects<T> &...x)

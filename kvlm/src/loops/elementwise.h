@@ -5,7 +5,6 @@
 #ifndef KVLM_LOOPS_ELEMENTWISE_H
 #define KVLM_LOOPS_ELEMENTWISE_H
 
-#include "loops/strided.h"
 #include "loops/table.h"
 
 namespace kvlm {

@@ -2,7 +2,7 @@
 #ifndef KVLM_LOOPS_TABLE_H
 #define KVLM_LOOPS_TABLE_H
 
-#include "loops/runs.h"
+#include "loops/strided.h"
 
 namespace kvlm {
 
@@ -48,11 +48,16 @@ KVLM_NOINLINE void tableObjects(Op op, const A &givenA, const B &givenB, const D
 template <class T, char LetterA, char LetterB, class Op, class A, class B, class D>
 KVLM_INLINE void tables(Op op, const A &tableA, const B &tableB, const D &tableD, int width, int height, int count)
 {
-    const auto a = readAs<LetterA>(tableA, LetterA == 'm' ? width : height);
-    const auto b = readAs<LetterB>(tableB, LetterB == 'm' ? width : height);
+    const int widthA = LetterA == 'm' ? width : height, widthB = LetterB == 'm' ? width : height;
+    const auto a = readAs<LetterA>(tableA, widthA);
+    const auto b = readAs<LetterB>(tableB, widthB);
     const auto d = readAs<'m'>(tableD, width);
     if (workInPlanes<T>(op, a, b, d, {width, height, count}))
         return;
+    if (isAdjacent(tableA, width, height) && isAdjacent(tableB, width, height) && isAdjacent(tableD, width, height))
+        return contiguous<T>(op, readAs<LetterA>(asAdjacent<int>(tableA, widthA), widthA),
+                             readAs<LetterB>(asAdjacent<int>(tableB, widthB), widthB), asAdjacent<int>(tableD, width),
+                             width, height, count);
     // Of small objects there is one loop for all letters.
     if constexpr (LetterA == 't')
         if (isSmall(width, height))

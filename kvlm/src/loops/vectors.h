@@ -104,6 +104,30 @@ KVLM_INLINE bool objectsPacked(const Each<X> &, int64_t)
     return true;
 }
 
+template <class T>
+KVLM_INLINE bool isAdjacent(const Constant<T> &, int, int)
+{
+    return true;
+}
+
+template <class X>
+KVLM_INLINE bool isAdjacent(const Each<X> &, int, int)
+{
+    return true;
+}
+
+template <class Row, class T>
+KVLM_INLINE Constant<T> asAdjacent(const Constant<T> &x, int)
+{
+    return x;
+}
+
+template <class Row, class X>
+KVLM_INLINE Each<X> asAdjacent(const Each<X> &x, int)
+{
+    return x;
+}
+
 // Whether a packed batch is one run to an operand.
 template <class X>
 constexpr bool isRunWhenPacked = !X::isSingle;
@@ -266,6 +290,10 @@ KVLM_INLINE KvlStatus vectorwise(Op op, const A &a, const B &b, const D &d, Leng
                     run<T>(op, planeAt(a, j), planeAt(b, j), viewOf(d, 0, 1).at(0, j), count);
                 return kvlOk;
             }
+        if constexpr (D::isTable)
+            if (isAdjacent(a, n, 1) && isAdjacent(b, n, 1) && isAdjacent(d, n, 1))
+                return vectorwise(op, asAdjacent<None>(a, n), asAdjacent<None>(b, n), asAdjacent<None>(d, n), length,
+                                  objects);
         constexpr bool groups = adjacent && !D::isList, whole = groups && isRunWhenPacked<A> && isRunWhenPacked<B>;
         bool packed = false;
         if constexpr (groups)
