@@ -36,19 +36,66 @@ KVLM_NOINLINE void crossProductObject(const Objects<const T> &a, const Objects<c
         i, a, b, d);
 }
 
+// Two packed vectors of doubles: in the place of each coordinate the next one, and the one before it.
+struct Neighbours {
+    Lanes<double> next[3], before[3];
+};
+
+template <class Packed>
+KVLM_INLINE Neighbours neighboursOf(const Packed &source, ptrdiff_t i)
+{
+    const double *const p = source.base + 3 * i;
+    Lanes<double> x[3];
+    loadRegisters(p, x);
+    return {{Lanes<double>::load(p + 1), twoOf<0, 4>(x), twoOf<5, 3>(x)},
+            {twoOf<2, 0>(x), twoOf<1, 5>(x), Lanes<double>::load(p + 3)}};
+}
+
+// A single vector twice.
+KVLM_INLINE Neighbours neighboursOf(const SingleVector<double, 3> &source, ptrdiff_t)
+{
+    const auto &x = source.elements;
+    const Lanes<double> xy = unpackLow(x[0], x[1]), yz = unpackLow(x[1], x[2]), zx = unpackLow(x[2], x[0]);
+    return {{yz, xy, zx}, {zx, yz, xy}};
+}
+
 template <bool SingleA, bool SingleB, class T>
 KVLM_NOINLINE void crossProducts(const Objects<const T> &a, const Objects<const T> &b, const Objects<T> &d, int count)
 {
+    const VectorSource<T, 3, SingleA> sourceA(a);
+    const VectorSource<T, 3, SingleB> sourceB(b);
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { crossProductObject(a, b, d, i); };
+    if constexpr (sizeof(T) == 8)
+        if (const GroupResult<T, 1, 3> result(d); result.isPacked() && sourceA.isPacked() && sourceB.isPacked()) {
+            const NeverFails<decltype(one)> always{one};
+            T *const dst = result.asPacked().base;
+            loopOf(
+                [=, &always](const auto &knownA, const auto &knownB) KVLM_INLINED {
+                    return inGroups<T>(
+                        count,
+                        [&](ptrdiff_t i) KVLM_INLINED {
+                            const Neighbours x = neighboursOf(knownA, i), y = neighboursOf(knownB, i);
+                            Lanes<T> z[3];
+#pragma GCC unroll 3
+                            for (int k = 0; k < 3; ++k)
+                                z[k] = x.next[k] * y.before[k] - x.before[k] * y.next[k];
+                            storeRegisters(dst + 3 * i, z);
+                            return true;
+                        },
+                        always);
+                },
+                sourceA.asPacked(), sourceB.asPacked());
+            return;
+        }
     vectorsByLayout<3, true>(
         d, count,
-        [](ptrdiff_t i, auto &z, const auto &sourceA, const auto &sourceB) KVLM_INLINED {
+        [](ptrdiff_t i, auto &z, const auto &knownA, const auto &knownB) KVLM_INLINED {
             NumberOf<decltype(z)> x[3], y[3];
-            sourceA.move(i, x);
-            sourceB.move(i, y);
+            knownA.move(i, x);
+            knownB.move(i, y);
             crossProductOf(x, y, z);
         },
-        [&](ptrdiff_t i) KVLM_INLINED { crossProductObject(a, b, d, i); }, VectorSource<T, 3, SingleA>(a),
-        VectorSource<T, 3, SingleB>(b));
+        one, sourceA, sourceB);
 }
 
 template <class A, class B, class D>
