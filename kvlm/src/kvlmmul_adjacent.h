@@ -119,9 +119,27 @@ struct HeldRow {
     }
 };
 
-// Sums of `Rows` rows of a matrix times a vector: the products as they lie, then sorted, a row in each lane.
-template <class T, int N, Sum Order, int Rows, class Matrix>
-KVLM_INLINE Lanes<T> rowSums(const Matrix &a, const Lanes<T> (&x)[(N + 1) / Lanes<T>::count], int r)
+// A vector as rows are multiplied by it: registers of it as it lies, and what is left of odd orders in all lanes.
+template <class T, int N>
+struct RowFactor {
+    static constexpr int lanes = Lanes<T>::count;
+    static_assert(N % lanes < 2);
+    Lanes<T> parts[(N + 1) / lanes];
+
+    KVLM_INLINE explicit RowFactor(const T *p)
+    {
+#pragma GCC unroll 3
+        for (int g = 0; g < N / lanes; ++g)
+            parts[g] = Lanes<T>::load(p + g * lanes);
+        if constexpr (N % lanes == 1)
+            parts[N / lanes] = Lanes<T>::all(Loose<T>::load(p + N - 1));
+    }
+};
+
+// Sums of as many rows as a register has lanes, from row r on, row(l) times x(l): the products as they lie, then
+// sorted, a row in each lane. last is what is left of the vectors of odd orders.
+template <class T, int N, Sum Order, class Row, class Factor>
+KVLM_INLINE Lanes<T> rowSums(int r, Row row, Factor x, Lanes<T> last)
 {
     using V = Lanes<T>;
     constexpr int lanes = V::count;
@@ -131,15 +149,35 @@ KVLM_INLINE Lanes<T> rowSums(const Matrix &a, const Lanes<T> (&x)[(N + 1) / Lane
         V p[lanes];
 #pragma GCC unroll 4
         for (int l = 0; l < lanes; ++l)
-            p[l] = l < Rows ? V::load(a.at(r + l, k)) * x[k / lanes] : p[0];
+            p[l] = V::load(row(l) + k) * x(l).parts[k / lanes];
         transpose(p);
 #pragma GCC unroll 4
         for (int l = 0; l < lanes; ++l)
             addProduct<Order, N>(k + l, r, sum, half, p[l]);
     }
     if constexpr (N % lanes == 1)
-        addProduct<Order, N>(N - 1, r, sum, half, V::gather(a.at(r, N - 1), a.at(r + Rows - 1, N - 1)) * x[N / lanes]);
+        addProduct<Order, N>(N - 1, r, sum, half, V::gather(row(0) + N - 1, row(1) + N - 1) * last);
     return sum;
+}
+
+// Two objects of odd order: their rows two at a time, the last one of the first with the first one of the second.
+template <int N, Sum Order, class T, class View>
+KVLM_INLINE void rowPairs(const View &a, const View &b, const RowFactor<T, N> &x, const RowFactor<T, N> &y,
+                          Lanes<T> lastOfBoth, T *dstA, T *dstB)
+{
+    eachIndex(Fixed<N>(), [&](auto pair) KVLM_INLINED {
+        constexpr int first = 2 * decltype(pair){}, r = first % N;
+        const Lanes<T> sums = rowSums<T, N, Order>(
+            r, [&](int l) KVLM_INLINED { return first + l < N ? a.at(first + l, 0) : b.at(first + l - N, 0); },
+            [&](int l) KVLM_INLINED -> const auto & { return first + l < N ? x : y; },
+            r == N - 1  ? lastOfBoth
+            : first < N ? x.parts[N / 2]
+                        : y.parts[N / 2]);
+        if constexpr (r < N - 1)
+            sums.store((first < N ? dstA : dstB) + r);
+        else
+            sums.scatter(dstA + r, dstB);
+    });
 }
 
 // An array of matrices read by rows: those of doubles, and of order 4.
@@ -147,31 +185,38 @@ template <int N, Sum Order, class A, class X, class D>
 KVLM_NOINLINE void productsByRows(const A &givenA, const X &givenX, const D &givenD, int count)
 {
     using T = typename D::Element;
-    using V = Lanes<T>;
-    constexpr int lanes = V::count;
-    static_assert(N % lanes < 2);
+    using Factor = RowFactor<T, N>;
+    constexpr int lanes = Lanes<T>::count, parts = (N + 1) / lanes;
     const A a = givenA;
     const X x = givenX;
     const D d = givenD;
-    V parts[(N + 1) / lanes];
-    const auto load = [&](const T *p) KVLM_INLINED {
-#pragma GCC unroll 3
-        for (int g = 0; g < N / lanes; ++g)
-            parts[g] = V::load(p + g * lanes);
-        if constexpr (N % lanes == 1)
-            parts[N / lanes] = V::all(Loose<T>::load(p + N - 1));
-    };
-    load(x.object(0));
-    for (int i = 0; i < count; ++i) {
-        if constexpr (!X::isSingle)
-            load(x.object(i));
+    const Factor single(x.object(0));
+    int i = 0;
+    if constexpr (N % lanes == 1 && X::isSingle) {
+        for (; i + 2 <= count; i += 2)
+            rowPairs<N, Order>(a.view(i), a.view(i + 1), single, single, single.parts[N / 2], d.object(i),
+                               d.object(i + 1));
+    } else if constexpr (N % lanes == 1) {
+        for (; i + 2 <= count; i += 2) {
+            const Factor first(x.object(i)), second(x.object(i + 1));
+            rowPairs<N, Order>(a.view(i), a.view(i + 1), first, second,
+                               unpackLow(first.parts[N / 2], second.parts[N / 2]), d.object(i), d.object(i + 1));
+        }
+    }
+    for (; i < count; ++i) {
+        const Factor vector = X::isSingle ? single : Factor(x.object(i));
         const auto matrix = a.view(i);
         T *const y = d.object(i);
+        const auto sums = [&](int r) KVLM_INLINED {
+            return rowSums<T, N, Order>(
+                r, [&](int l) KVLM_INLINED { return matrix.at(r + l < N ? r + l : N - 1, 0); },
+                [&](int) KVLM_INLINED -> const auto & { return vector; }, vector.parts[parts - 1]);
+        };
 #pragma GCC unroll 3
         for (int r = 0; r + lanes <= N; r += lanes)
-            rowSums<T, N, Order, lanes>(matrix, parts, r).store(y + r);
+            sums(r).store(y + r);
         if constexpr (N % lanes == 1)
-            rowSums<T, N, Order, 1>(matrix, parts, N - 1).storeOne(y + N - 1);
+            sums(N - 1).storeOne(y + N - 1);
     }
 }
 
