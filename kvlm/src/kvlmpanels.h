@@ -8,21 +8,17 @@
 
 namespace kvlm {
 
-// Lane `lane` of m, the lanes of x before it, those of y behind it.
-template <int lane>
-KVLM_INLINE Lanes<double> joined(Lanes<double> x, Lanes<double> m, Lanes<double> y)
+// The lanes of x before `lane`, that of m there, those of y behind it.
+template <int lane, class T>
+KVLM_INLINE Lanes<T> joined(Lanes<T> x, Lanes<T> m, Lanes<T> y)
 {
-    return lane == 0 ? shuffled<2>(m, y) : shuffled<0>(x, m);
-}
-
-template <int lane>
-KVLM_INLINE Lanes<float> joined(Lanes<float> x, Lanes<float> m, Lanes<float> y)
-{
-    if constexpr (lane < 2)
-        return shuffled<_MM_SHUFFLE(3, 2, 3, 0)>(lane == 0 ? unpackLow(m, y) : unpackLow(x, m), y);
+    const auto first = lane % 2 == 0 ? m : x, second = lane % 2 == 0 ? y : m;
+    if constexpr (sizeof(T) == 8)
+        return shuffled<2>(first, second);
+    else if constexpr (lane < 2)
+        return shuffled<_MM_SHUFFLE(3, 2, 3, 0)>(unpackLow(first, second), y);
     else
-        return shuffled<_MM_SHUFFLE(2, 0, 1, 0)>(x, lane == 2 ? shuffled<_MM_SHUFFLE(3, 3, 0, 0)>(m, y)
-                                                              : shuffled<_MM_SHUFFLE(0, 0, 2, 2)>(x, m));
+        return shuffled<_MM_SHUFFLE(2, 0, 1, 0)>(x, shuffled<_MM_SHUFFLE(3, 3, 2, 2)>(first, second));
 }
 
 // In registers where elements are adjacent in rows; the last of them begins within the one before.
