@@ -1,4 +1,4 @@
-// LU decomposition with partial pivoting: orders 3 to 6 unrolled, all others in a common routine.
+// LU decomposition with partial pivoting: orders 3 to 6 unrolled, all others in a common routine, up to 16 on a copy.
 //
 // The two are settled designs of their own and differ in threshold, in its strictness, in when the interchange is made,
 // in the element that the final test reads and in what stands in memory after a failure.
