@@ -1,4 +1,4 @@
-// LU decomposition with partial pivoting: orders 3 to 6 unrolled, all others in a common routine.
+// LU decomposition with partial pivoting: orders 3 to 6 unrolled, all others in a common routine, up to 16 on a copy.
 //
 // The two are settled designs of their own and differ in threshold, in its strictness, in when the interchange is made,
 // in the element that the final test reads and in what stands in memory after a failure.
@@ -7,6 +7,7 @@
 
 #include "frame/rows.h"
 #include "frame/work.h"
+#include "kvlmpanels.h"
 #include "lanes/batches.h"
 #include "lanes/row_groups.h"
 
@@ -110,28 +111,40 @@ KVLM_NOINLINE KvlStatus factorObject(const Objects<const T> &s, const Objects<T>
     return final < N ? kvlErrSingular : kvlOk;
 }
 
-// All other orders. Settled: the table keeps no interchange of a step that fails, and at 64f a NaN is always taken.
+// The row that step k takes, the first of the largest at(k) to at(n - 1); -1 if it fails. Settled: at 64f a NaN is
+// always taken. Measured: branches are better foreseen than waited for.
+template <class At>
+KVLM_INLINE int pivotOf(int k, int n, At at)
+{
+    using T = decltype(at(k));
+    constexpr T least = unitRoundoff<T>;
+    const auto isLarger = [](T x, T best) KVLM_INLINED { return x > best || (sizeof(T) == 8 && x != x); };
+    T best = magnitude(at(k));
+    int found = k;
+    for (int i = k + 1;; ++i) {
+        T candidate = 0;
+        while (i < n && !isLarger(candidate = magnitude(at(i)), best))
+            ++i;
+        if (i >= n)
+            return (sizeof(T) == 8 ? best > least : !(best <= least)) ? found : -1;
+        best = candidate;
+        found = i;
+    }
+}
+
+// All other orders. Settled: the table keeps no interchange of a step that fails.
 template <class Src, class Dst>
 KVLM_NOINLINE KvlStatus factorInPlace(const Src &src, const Dst &dst, int *pivot, int n)
 {
     using T = std::remove_pointer_t<decltype(dst.at(0, 0))>;
-    constexpr T least = unitRoundoff<T>;
     for (int i = 0; i < n; ++i) {
         pivot[i] = i;
         for (int j = 0; j < n; ++j)
             put(dst.at(i, j), get(src.at(i, j)));
     }
     for (int k = 0; k < n - 1; ++k) {
-        T best = magnitude(get(dst.at(pivot[k], k)));
-        int found = k;
-        for (int i = k + 1; i < n; ++i) {
-            const T candidate = magnitude(get(dst.at(pivot[i], k)));
-            if (candidate > best || (sizeof(T) == 8 && candidate != candidate)) {
-                best = candidate;
-                found = i;
-            }
-        }
-        if (sizeof(T) == 8 ? !(best > least) : best <= least)
+        const int found = pivotOf(k, n, [&](int i) KVLM_INLINED { return get(dst.at(pivot[i], k)); });
+        if (found < 0)
             return kvlErrSingular;
         const int row = pivot[found];
         pivot[found] = pivot[k];
@@ -145,14 +158,57 @@ KVLM_NOINLINE KvlStatus factorInPlace(const Src &src, const Dst &dst, int *pivot
                 put(dst.at(pivot[i], j), get(dst.at(pivot[i], j)) - multiplier * get(dst.at(row, j)));
         }
     }
-    return magnitude(get(dst.at(pivot[n - 1], n - 1))) <= least ? kvlErrSingular : kvlOk;
+    return magnitude(get(dst.at(pivot[n - 1], n - 1))) <= unitRoundoff<T> ? kvlErrSingular : kvlOk;
+}
+
+// The same on a copy.
+template <class T>
+KVLM_NOINLINE KvlStatus factorPanels(Panels<T> &x, int *pivot, int n)
+{
+    using V = Lanes<T>;
+    T *rows[Panels<T>::most];
+#pragma GCC unroll 1
+    for (int i = 0; i < n; ++i)
+        rows[i] = x.a[i];
+    const bool complete = eachColumn<T>(n - 1, n, [&](int k, auto lane, auto registers) KVLM_INLINED {
+        const int found = pivotOf(k, n, [&](int i) KVLM_INLINED { return rows[i][k]; });
+        if (found < 0)
+            return false;
+        std::swap(rows[k], rows[found]);
+        const T *const row = rows[k] + k - lane;
+        V u[registers];
+        eachIndex(registers, [&](auto g) KVLM_INLINED { u[g] = V::load(row + g * V::count); });
+        const T reciprocal = 1 / row[lane];
+#pragma GCC unroll 1
+        for (int i = k + 1; i < n; ++i) {
+            T *const p = rows[i] + k - lane;
+            const V m = V::all(p[lane] * reciprocal);
+            eachIndex(registers, [&](auto g) KVLM_INLINED {
+                const V x = V::load(p + g * V::count), y = x - m * u[g];
+                (g == 0 ? joined<lane>(x, m, y) : y).store(p + g * V::count);
+            });
+        }
+        return true;
+    });
+#pragma GCC unroll 1
+    for (int k = 0; k < n; ++k)
+        pivot[k] = static_cast<int>(static_cast<size_t>(rows[k] - x.a[0]) / Panels<T>::most);
+    return complete && !(magnitude(rows[n - 1][n - 1]) <= unitRoundoff<T>) ? kvlOk : kvlErrSingular;
 }
 
 template <class T>
 KVLM_INLINE KvlStatus factorGeneral(const Objects<const T> &s, const Objects<T> &d, int *pivot, int n, ptrdiff_t i)
 {
-    return withViews([&](const auto &src, const auto &dst) KVLM_INLINED { return factorInPlace(src, dst, pivot, n); },
-                     i, s, d);
+    return withViews(
+        [&](const auto &src, const auto &dst) KVLM_INLINED {
+            if (n > Panels<T>::most)
+                return factorInPlace(src, dst, pivot, n);
+            Panels<T> x(src, n, n);
+            const KvlStatus status = factorPanels(x, pivot, n);
+            x.store(dst, n, n);
+            return status;
+        },
+        i, s, d);
 }
 
 template <class S, class D>

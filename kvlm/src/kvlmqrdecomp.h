@@ -2,6 +2,7 @@
 #ifndef KVLMQRDECOMP_H
 #define KVLMQRDECOMP_H
 
+#include "kvlmpanels.h"
 #include "loops/tall.h"
 
 namespace kvlm::qr {
@@ -167,13 +168,68 @@ KVLM_NOINLINE KvlStatus reflectInPlace(const Src &src, const Dst &dst, T *v, Tal
     return kvlOk;
 }
 
+// The same on a copy.
+template <class T>
+KVLM_NOINLINE KvlStatus reflectPanels(Panels<T> &x, TallShape shape)
+{
+    using V = Lanes<T>;
+    auto &a = x.a;
+    const int width = shape.width, height = shape.height;
+    V v[Panels<T>::most];
+    const auto step = [&](int k, auto lane, auto registers) KVLM_INLINED {
+        T s = 0;
+#pragma GCC unroll 1
+        for (int i = k; i < height; ++i)
+            s += a[i][k] * a[i][k];
+        if (magnitude(s) < unitRoundoff<T>)
+            return false;
+        const T root = squareRoot(s), f = 1 / (a[k][k] + (a[k][k] > 0 ? root : -root));
+        T q = 1;
+        V t[registers];
+        const auto eachRegister = [&](int i, auto body) KVLM_INLINED {
+            eachIndex(registers, [&](auto g) KVLM_INLINED { body(g, a[i] + k - lane + g * V::count); });
+        };
+        eachRegister(k, [&](auto g, const T *p) KVLM_INLINED { t[g] = V::load(p); });
+#pragma GCC unroll 1
+        for (int i = k + 1; i < height; ++i) {
+            const T x = a[i][k] * f;
+            q += x * x;
+            v[i] = V::all(x);
+            eachRegister(i, [&](auto g, const T *p) KVLM_INLINED { t[g] = t[g] + V::load(p) * v[i]; });
+        }
+        const V beta = V::all(-2 / q);
+        const auto add = [&](auto g, V head, V x, V y, T *p)
+                             KVLM_INLINED { (g == 0 ? joined<lane>(x, head, y) : y).store(p); };
+        eachRegister(k, [&](auto g, T *p) KVLM_INLINED {
+            t[g] = t[g] * beta;
+            const V x = V::load(p), y = x + t[g];
+            add(g, y, x, y, p);
+        });
+#pragma GCC unroll 1
+        for (int i = k + 1; i < height; ++i)
+            eachRegister(i, [&](auto g, T *p) KVLM_INLINED {
+                const V x = V::load(p);
+                add(g, v[i], x, x + v[i] * t[g], p);
+            });
+        return true;
+    };
+    return eachColumn<T>(reflectorsOf(width, height), width, step) ? kvlOk : kvlErrZeroDivisor;
+}
+
 template <class T>
 KVLM_INLINE KvlStatus reflectGeneral(const Objects<const T> &s, const Objects<T> &d, T *buffer, TallShape shape,
                                      ptrdiff_t i)
 {
-    return withViews([&](const auto &src, const auto &dst)
-                         KVLM_INLINED { return reflectInPlace(src, dst, buffer, shape); },
-                     i, s, d);
+    return withViews(
+        [&](const auto &src, const auto &dst) KVLM_INLINED {
+            if (shape.height > Panels<T>::most)
+                return reflectInPlace(src, dst, buffer, shape);
+            Panels<T> x(src, shape.height, shape.width);
+            const KvlStatus status = reflectPanels(x, shape);
+            x.store(dst, shape.height, shape.width);
+            return status;
+        },
+        i, s, d);
 }
 
 // The objects from `first` to `count`, of which a register V holds so many.

@@ -8,6 +8,8 @@
 #include "lanes/batches.h"
 #include "loops/moves.h"
 
+#include <algorithm>
+
 // Routines for one matrix of adjacent elements, strides in bytes: the first blocks it and chooses one of the next two,
 // which transpose `rows` rows of the source, with ordinary stores or past the cache. The last is for 8-byte elements.
 extern "C" {
@@ -43,9 +45,9 @@ struct Transposition {
     KVLM_INLINE void byBlocks(int width, int height) const { blocks<T>(First(), src, src, dst, height, width); }
 };
 
-// Whole tiles in strips of so many columns. Meanwhile the cache lines are fetched that the next tiles will write, and
-// those of the next strip. Returns the numbers of columns and rows that were done.
-template <int columns, class T>
+// Whole tiles in strips of so many columns. With `fetch` meanwhile the cache lines are fetched that the next tiles will
+// write, and those of the next strip. Returns the numbers of columns and rows that were done.
+template <int columns, bool fetch, class T>
 KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int width, int rows)
 {
     using V = Lanes<T>;
@@ -56,13 +58,16 @@ KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int w
         const T *s = x.src.at(c, 0);
         T *d = x.dst.at(c, 0);
         for (r = 0; r + lanes <= rows; r += lanes) {
-            T *to = d + r, *const later = r + line < rows ? to + line : x.dst.at(c + columns, r % line);
+            T *to = d + r;
+            if constexpr (fetch) {
+                T *const later = r + line < rows ? to + line : x.dst.at(c + columns, r % line);
 #pragma GCC unroll 8
-            for (int k = 0; k < fetched; ++k)
-                __builtin_prefetch(moved(later, steps(r / lanes % tiles * fetched + k, dstStride)));
+                for (int k = 0; k < fetched; ++k)
+                    __builtin_prefetch(moved(later, steps(r / lanes % tiles * fetched + k, dstStride)));
 #pragma GCC unroll 4
-            for (int l = 0; l < lanes; ++l)
-                __builtin_prefetch(moved(s, steps(l, srcStride) + cacheLine));
+                for (int l = 0; l < lanes; ++l)
+                    __builtin_prefetch(moved(s, steps(l, srcStride) + cacheLine));
+            }
 #pragma GCC unroll 8
             for (int k = 0; k < columns; k += lanes) {
                 V tile[lanes];
@@ -82,10 +87,43 @@ KVLM_INLINE std::pair<int, int> transposeStrips(const Transposition<T> &x, int w
     return {c, r};
 }
 
-template <int columns, class T>
+// Measured: results that reach farther are worth whole lines, and, of 4-byte elements, lines that are fetched.
+constexpr int64_t nearReach = 1 << 14, farReach = 3 << 19;
+
+// From where to where the result reaches, in bytes.
+template <class T>
+KVLM_INLINE int64_t reach(const Transposition<T> &x, int width)
+{
+    const ptrdiff_t stride = x.dst.rowStride;
+    return static_cast<int64_t>(width) * (stride < 0 ? -stride : stride);
+}
+
+template <class T>
+KVLM_INLINE bool isWorthLines(const Transposition<T> &x, int width)
+{
+    return reach(x, width) > (sizeof(T) == 4 ? nearReach : farReach);
+}
+
+// So many elements are before the next cache line, if all rows have lines at the same place.
+template <class T>
+KVLM_INLINE int untilLine(const T *row, ptrdiff_t stride)
+{
+    return stride % cacheLine == 0 ? int(-reinterpret_cast<uintptr_t>(row) % cacheLine / sizeof(T)) : 0;
+}
+
+// So many rows of the source are done before the next ones: whole lines of the result, if it is large.
+template <class T>
+KVLM_INLINE int rowsTogether(const Transposition<T> &x, int width, int rows)
+{
+    constexpr int most = 64;
+    const int begun = isWorthLines(x, width) ? untilLine(x.dst.base, x.dst.rowStride) : 0;
+    return std::min(rows, begun > 0 ? begun : most);
+}
+
+template <int columns, bool fetch, class T>
 KVLM_NOINLINE void transposeInStrips(const Transposition<T> &x, int width, int rows)
 {
-    const auto [c, r] = transposeStrips<columns>(x, width, rows);
+    const auto [c, r] = transposeStrips<columns, fetch>(x, width, rows);
     if (r < rows)
         x.from(r, 0).byBlocks(c, rows - r);
     if (c < width)
@@ -95,13 +133,22 @@ KVLM_NOINLINE void transposeInStrips(const Transposition<T> &x, int width, int r
 // Whole lines of the source are best, unless lines of the destination can't stay in the cache until they are complete:
 // where a stride makes them all fall into one set of it, there is room for eight.
 template <class T>
-KVLM_INLINE void transposeInCache(const Transposition<T> &x, int width, int rows)
+KVLM_INLINE void transposeInCache(const Transposition<T> &given, int givenWidth, int rows)
 {
+    constexpr int line = cacheLine / sizeof(T);
     const auto oneSet = [](ptrdiff_t stride) KVLM_INLINED { return (stride + 16) % 4096 < 32; };
-    if (oneSet(x.src.elemStride) || oneSet(x.dst.rowStride))
-        transposeInStrips<8>(x, width, rows);
+    const ptrdiff_t stride = given.src.elemStride;
+    const int begun = isWorthLines(given, givenWidth) ? std::min(untilLine(given.src.base, stride), givenWidth) : 0;
+    if (begun > 0)
+        given.byBlocks(begun, rows);
+    const Transposition<T> x = given.from(0, begun);
+    const int width = givenWidth - begun;
+    if (oneSet(stride) || oneSet(x.dst.rowStride))
+        transposeInStrips<8, true>(x, width, rows);
+    else if (sizeof(T) == 8 || reach(x, width) > farReach)
+        transposeInStrips<line, true>(x, width, rows);
     else
-        transposeInStrips<cacheLine / sizeof(T)>(x, width, rows);
+        transposeInStrips<line, false>(x, width, rows);
 }
 
 // What a matrix or a batch takes in the cache, read and written once: 8 bytes for each of its 32f elements.

@@ -3,8 +3,6 @@
 
 #include "kvlcore.h"
 
-#include <algorithm>
-
 using namespace kvlm;
 using namespace kvlm::transposition;
 
@@ -50,8 +48,8 @@ void owniTranspose_32s_NT(const void *src, int srcStride, void *dst, int dstStri
         const int n = std::min(columns, width - c);
         for (int r = 0, count; r < rows; r += count) {
             count = std::min(rows - r, r == 0 ? most - begun : most);
-            transposeInStrips<columns>(Transposition<float>(x.src.at(c, r), srcStride, lines, sizeof lines[0]), n,
-                                       count);
+            transposeInStrips<columns, true>(Transposition<float>(x.src.at(c, r), srcStride, lines, sizeof lines[0]), n,
+                                             count);
             for (int k = 0; k < n; ++k)
                 streamRun(x.dst.at(c + k, r), lines[k], count);
         }
@@ -65,11 +63,11 @@ void ownm_Transpose_32s(const void *src, int srcStride, void *dst, int dstStride
         const int cache = cacheSize();
         stream = cache != 0 && cache < bytesMoved(width, height, 1);
     }
-    int block = stream && width % 16 != 0 ? height : std::min(height, 64);
-    for (int row = 0; row < height; row += block) {
-        block = std::min(block, height - row);
-        (stream ? owniTranspose_32s_NT
-                : owniTranspose_32s_asm)(moved(static_cast<const char *>(src), steps(row, srcStride)), srcStride,
-                                         static_cast<char *>(dst) + steps(row, 4), dstStride, width, block);
+    const Transposition<float> x(src, srcStride, dst, dstStride);
+    for (int row = 0, rows; row < height; row += rows) {
+        const auto rest = x.from(row, 0);
+        rows = stream && width % 16 != 0 ? height : rowsTogether(rest, width, height - row);
+        (stream ? owniTranspose_32s_NT : owniTranspose_32s_asm)(rest.src.base, srcStride, rest.dst.base, dstStride,
+                                                                width, rows);
     }
 }
