@@ -7,9 +7,9 @@
 
 #include "frame/rows.h"
 #include "frame/work.h"
-#include "kvlmpanels.h"
 #include "lanes/batches.h"
 #include "lanes/row_groups.h"
+#include "loops/panels.h"
 
 namespace kvlm::lu {
 

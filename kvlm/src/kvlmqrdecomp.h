@@ -2,7 +2,7 @@
 #ifndef KVLMQRDECOMP_H
 #define KVLMQRDECOMP_H
 
-#include "kvlmpanels.h"
+#include "loops/panels.h"
 #include "loops/tall.h"
 
 namespace kvlm::qr {

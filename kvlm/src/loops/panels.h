@@ -1,7 +1,7 @@
 // One matrix of an order above those that are unrolled, eliminated column by column in registers along its rows: the
 // update of each element is as it was, only its neighbours' are made with it.
-#ifndef KVLMPANELS_H
-#define KVLMPANELS_H
+#ifndef KVLM_LOOPS_PANELS_H
+#define KVLM_LOOPS_PANELS_H
 
 #include "frame/operand.h"
 #include "lanes/shuffles.h"
