@@ -387,8 +387,8 @@ int run(Op &&op, KvlStatus *statuses)
 
     int failures = 0;
     const int count = op.count();
-    for (int first = 0; first < count; first += most) {
-        const int n = std::min(most, count - first);
+    for (int first = 0, n; first < count; first += n) {
+        n = std::min(most, count - first);
         KvlStatus *const status = statuses + first;
         std::fill_n(status, n, kvlOk);
         op.load(first, n);

@@ -168,12 +168,21 @@ public:
         int *const table = pivot + i * n;
         bool isDone = this->read(i, a, behind, 0);
         if (isDone) {
-            // As large as growth allows, since small pivots may stand beside large ones.
-            const int up = 960 - exponentOf(a, n * n);
+            // As large as growth allows, since small pivots may stand beside large ones; down only where it must be.
+            const int room = 960 - exponentOf(a, n * n);
+            int up = std::max(room, 0);
             scale(a, n * n, up);
             isDone = factorLU(a, table, n);
-            for (int k = 0; isDone && k < n; ++k)
-                scale(a + table[k] * n + k, n - k, -up);
+            if (room < 0 && !areFinite(a, n * n)) {
+                this->read(i, a, behind, 0);
+                scale(a, n * n, up = room);
+                isDone = factorLU(a, table, n);
+            }
+            for (int k = 0; isDone && k < n; ++k) {
+                double *const top = a + table[k] * n + k;
+                scale(top, n - k, -up);
+                isDone = static_cast<T>(*top) != 0;
+            }
         }
         isDone = this->finishWrite(out, i, isDone, [&](int r, int c) { return a[r * n + c]; });
         for (int k = 0; !isDone && k < n; ++k)
@@ -321,12 +330,10 @@ public:
     KvlStatus again(int i)
     {
         double *a, *behind;
-        const bool isDone = this->read(i, a, behind, 0) && factor(a);
-        return this->finishWrite(
-                   out, i, isDone,
-                   [&](int r, int c) { return shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0); })
-                   ? kvlOk
-                   : failure;
+        const auto value = [&](int r, int c) { return shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0); };
+        const bool isDone = this->read(i, a, behind, 0) && factor(a) &&
+                            forAll(w, [&](int k) { return static_cast<T>(value(k, k)) != 0; });
+        return this->finishWrite(out, i, isDone, value) ? kvlOk : failure;
     }
 
 protected:
