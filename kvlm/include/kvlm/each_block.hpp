@@ -129,6 +129,9 @@ KVLM_EACH_COPIES(float, 32f)
 KVLM_EACH_COPIES(double, 64f)
 #undef KVLM_EACH_COPIES
 
+/// Bytes of a block: what is read twice stays in the cache of the first level.
+inline constexpr int inCache = 16384;
+
 /// Elements in place up to a number, on the heap beyond: long objects are rare.
 template <class T, int InPlace = 1024>
 class Room {
@@ -175,11 +178,11 @@ public:
         if (direct && destination.direct && overlap(whole, destination.whole, view.count(), rows, columns))
             direct = false;
     }
-    /// The objects that fit a block: what is read twice stays in the cache of the first level.
+    /// The objects that fit a block.
     int most() const
     {
-        constexpr int inCache = 16384 / sizeof(T);
-        return std::max(1, (direct ? inCache : Room<T>::capacity) / (rows * columns));
+        constexpr int size = sizeof(T);
+        return std::max(1, (direct ? inCache / size : Room<T>::capacity) / (rows * columns));
     }
 
     /// The objects from `first` on, to be written.
@@ -315,19 +318,26 @@ bool areZeroOrNormal(const Strided<const T> &x, int i, int n, int rows, int colu
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a
-/// call stopped is told by marks in the destination, which are laid when first needed: a call that fails is repeated
-/// once in a block. An object that fails has lost its mark (Op::lag 1) or kept it (0). False if any failed.
+/// call stopped is told by marks in the destination. They are laid at once if that is expected, or else when first
+/// needed, and the call is repeated. An object that fails has lost its mark (Op::lag 1) or kept it (0). False if any
+/// failed.
 template <class Op>
-bool callAll(Op &op, int n, KvlStatus *status)
+bool callAll(Op &op, int n, KvlStatus *status, bool areMarked)
 {
-    bool areMarked = false;
+    const auto markAll = [&] {
+        for (int k = 0; k < n; ++k)
+            op.mark(k);
+    };
+    if (areMarked)
+        markAll();
+    bool isWhole = true;
     for (int i = 0; i < n;) {
         const KvlStatus result = op.call(i, n - i);
         if (result == kvlOk)
             break;
+        isWhole = false;
         if (!areMarked) {
-            for (int k = i; k < n; ++k)
-                op.mark(k);
+            markAll();
             areMarked = true;
             continue;
         }
@@ -338,7 +348,7 @@ bool callAll(Op &op, int n, KvlStatus *status)
         status[failed] = result;
         i = failed + 1;
     }
-    return !areMarked;
+    return isWhole;
 }
 
 inline bool isOk(KvlStatus status)
@@ -358,24 +368,33 @@ bool settleOne(Op &op, int i, bool isGood, KvlStatus &status)
     op.finish(i, status);
     return status != kvlOk;
 }
-/// A second attempt for each of n objects from object i on that is not good, as a check of many at once tells, then of
-/// some, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
-template <class Op>
+/// A second attempt for each of n objects from object i on that is not good, as a check of so many at once tells, then
+/// of fewer, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
+template <int AtOnce = 128, class Op>
 int settle(Op &op, int i, int n, KvlStatus *status)
 {
-    const bool areGood = n == 0 || op.areGood(i, n);
-    if (areGood && !op.isAsked())
-        return 0;
     int failures = 0;
-    if (areGood || n == 1) {
-        for (const int end = i + n; i < end; ++i)
-            failures += settleOne(op, i, areGood, status[i]);
-    } else {
-        const int part = (n + 7) / 8;
-        for (int k = 0; k < n; k += part)
-            failures += settle(op, i + k, std::min(part, n - k), status);
+    for (const int end = i + n; i < end; i += AtOnce) {
+        const int part = std::min(AtOnce, end - i);
+        if (AtOnce > 1 && op.isAsked()) {
+            failures += settle<1>(op, i, part, status);
+        } else if (const bool areGood = op.areGood(i, part); !areGood || op.isAsked()) {
+            if constexpr (AtOnce > 1)
+                failures += settle<std::max(1, AtOnce / 8)>(op, i, part, status);
+            else
+                failures += settleOne(op, i, areGood, status[i]);
+        }
     }
     return failures;
+}
+/// A number of objects up to `most` that leaves nothing over when the C functions work several at once: what is left
+/// they do one by one, which takes many times as long.
+inline int inGroups(int most)
+{
+    int group = 32;
+    while (group > 1 && 4 * group > most)
+        group /= 2;
+    return most - most % group;
 }
 /// Each block: load, call and complete, settle, store. Returns how many failed.
 template <class Op>
@@ -385,14 +404,17 @@ int run(Op &&op, KvlStatus *statuses)
     if (threads_omp_of_n_kvl > 1)
         most = std::max(1, std::min(most, leastOfTeams / op.work()));
 
+    most = inGroups(most);
+
     int failures = 0;
+    bool hasCompleted = true;
     const int count = op.count();
     for (int first = 0, n; first < count; first += n) {
         n = std::min(most, count - first);
         KvlStatus *const status = statuses + first;
         std::fill_n(status, n, kvlOk);
         op.load(first, n);
-        const bool hasCompleted = callAll(op, n, status);
+        hasCompleted = callAll(op, n, status, !hasCompleted);
         op.complete(n);
         // Those between two that failed, and the one that did.
         for (int i = 0; i < n; ++i) {

@@ -59,15 +59,29 @@ constexpr T leastSafeRoot = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
 template <class T>
 constexpr T greatest = std::numeric_limits<T>::max();
 
-/// Whether Middling holds for elements (k, k) of so many objects from object i on, for k in [begin, end).
+/// areMiddling of elements (k, k) of so many objects from object i on, for k in [begin, end).
 template <class T>
 bool isDiagonalMiddling(const Strided<T> &x, int i, int objects, int begin, int end, T low)
 {
-    Middling<T> elements(low);
-    for (int k = begin; k < end; ++k)
-        for (int at = i; at < i + objects; ++at)
-            elements.add(x(at, k, k));
-    return elements.areAll();
+    const auto least = magnitudeBits(low);
+    auto seen = least - least;
+    for (int k = begin; k < end; ++k) {
+        Strided<T> from = x.from(i);
+        const auto add = [&](int at) {
+            const auto bits = loaded<decltype(magnitudeBits(low))>(&from(at, k, k), 0) - least;
+            seen |= bits + bits;
+        };
+        int rest = objects;
+        for (; rest >= 4; rest -= 4, from = from.from(4)) {
+            add(0);
+            add(1);
+            add(2);
+            add(3);
+        }
+        for (int at = 0; at < rest; ++at)
+            add(at);
+    }
+    return seen >> (8 * sizeof(T) - 1) == 0;
 }
 
 /// What all operations on matrices share: how the source is read, what stands where an object failed.
@@ -157,10 +171,15 @@ public:
     /// least pivot that the C functions accept; in place of the last one they test what stands last in memory.
     bool areGood(int i, int objects) const
     {
-        const auto pivotOf = [&](int at, int k) { return out(at, pivot[at * n + k], k); };
-        return forAll(objects, [&](int k) { return isWithin(pivotOf(i + k, n - 1), leastPivot, greatest<T>); }) &&
+        const auto least = magnitudeBits(leastPivot);
+        auto below = least - least; // its first bit
+        const int *row = pivot + i * n + n - 1;
+        Strided<T> column = out.from(i).column(n - 1);
+        for (int k = 0; k < objects; ++k, row += n, column = column.from(1))
+            below |= magnitudeBits(column(0, *row, 0)) - least;
+        return below >> (8 * sizeof(T) - 1) == 0 &&
                (areBounded(out, i, objects, n, n, greatest<T>) ||
-                (objects == 1 && forAll(n, [&](int k) { return isFinite(pivotOf(i, k)); })));
+                (objects == 1 && forAll(n, [&](int k) { return isFinite(out(i, pivot[i * n + k], k)); })));
     }
     KvlStatus again(int i)
     {

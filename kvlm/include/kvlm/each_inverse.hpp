@@ -137,10 +137,9 @@ public:
     bool areGood(int i, int objects) const
     {
         // Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
-        Middling<T> magnitudes(sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400));
-        for (int k = i; k < i + objects; ++k)
-            magnitudes.add(out[k]);
-        return 2 <= n && n <= 6 && magnitudes.areAll() && areBounded(this->in, i, objects, n, n, mostSquares<T>);
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400);
+        return 2 <= n && n <= 6 && areMiddling(out + i, numberOf(objects), least) &&
+               areBounded(this->in, i, objects, n, n, mostSquares<T>);
     }
     KvlStatus again(int i)
     {

@@ -53,8 +53,8 @@ public:
     }
     int most() const
     {
-        return std::max(1, std::min({this->source.most(), right.most(), solution.most(),
-                                     factors.capacity / (this->height * this->width)}));
+        const int fitting = std::min(factors.capacity / (this->height * this->width), pivots.capacity / this->width);
+        return std::max(1, std::min({this->source.most(), right.most(), solution.most(), fitting}));
     }
     void load(int start, int objects)
     {
@@ -112,8 +112,8 @@ private:
     Block<X> solution;
     Strided<const T> b;
     Strided<T> x;
-    Room<T> factors;
-    Room<int, 384> pivots;
+    Room<T, inCache / sizeof(T)> factors;
+    Room<int, 1536> pivots;
     const int sides;
     int first = 0;
 };
