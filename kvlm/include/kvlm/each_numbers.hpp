@@ -116,14 +116,10 @@ T squares(const T *x, std::size_t elements)
     Vector a = {}, b = {}, c = {}, d = {};
     std::size_t k = 0;
     for (; k + 8 * lanes <= elements; k += 8 * lanes) {
-        a += squareOf(k);
-        b += squareOf(k + lanes);
-        c += squareOf(k + 2 * lanes);
-        d += squareOf(k + 3 * lanes);
-        a += squareOf(k + 4 * lanes);
-        b += squareOf(k + 5 * lanes);
-        c += squareOf(k + 6 * lanes);
-        d += squareOf(k + 7 * lanes);
+        a += squareOf(k) + squareOf(k + lanes);
+        b += squareOf(k + 2 * lanes) + squareOf(k + 3 * lanes);
+        c += squareOf(k + 4 * lanes) + squareOf(k + 5 * lanes);
+        d += squareOf(k + 6 * lanes) + squareOf(k + 7 * lanes);
     }
     for (; k + lanes <= elements; k += lanes)
         b += squareOf(k);
@@ -143,10 +139,13 @@ bool areUnmarked(const T *x, std::size_t elements, Mark mark)
     using Word = decltype(magnitudeBits(T()));
     typedef Word Vector __attribute__((vector_size(16)));
     constexpr std::size_t lanes = 16 / sizeof(T);
+    const auto markAt = [&](std::size_t k) { return mark(loaded<Vector>(x, k)); };
     Vector seen = {};
     std::size_t k = 0;
+    for (; k + 4 * lanes <= elements; k += 4 * lanes)
+        seen |= (markAt(k) | markAt(k + lanes)) | (markAt(k + 2 * lanes) | markAt(k + 3 * lanes));
     for (; k + lanes <= elements; k += lanes)
-        seen |= mark(loaded<Vector>(x, k));
+        seen |= markAt(k);
     Word all = 0;
     for (; k < elements; ++k)
         all |= mark(loaded<Word>(x, k));
@@ -160,11 +159,8 @@ bool areZeroOrNormal(const T *x, std::size_t elements)
 {
     using Word = decltype(magnitudeBits(T()));
     const Word least = magnitudeBits(std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon());
-    // The first bit of x - least tells, but of zero, for which that of ~(x - 1) does.
-    return areUnmarked(x, elements, [least](auto bits) {
-        bits &= ~Word(0) >> 1;
-        return (bits - least) & ~(bits - 1);
-    });
+    // One less than its magnitude, zero is the largest of all.
+    return areUnmarked(x, elements, [least](auto bits) { return ((bits - 1) & (~Word(0) >> 1)) - (least - 1); });
 }
 /// Whether magnitudes are at least `low`, at most 1, and not far above it, by less than half of all exponents.
 template <class T>
