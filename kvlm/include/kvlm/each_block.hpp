@@ -120,6 +120,7 @@ struct Copies;
 #define KVLM_EACH_COPIES(T, suffix)                                                                                    \
     template <>                                                                                                        \
     struct Copies<T> {                                                                                                 \
+        static constexpr auto between = kvlmCopy_ma_##suffix##_SS;                                                     \
         static constexpr auto fromTable = kvlmCopy_ma_##suffix##_PS;                                                   \
         static constexpr auto fromList = kvlmCopy_ma_##suffix##_LS;                                                    \
         static constexpr auto toTable = kvlmCopy_ma_##suffix##_SP;                                                     \
@@ -167,7 +168,7 @@ public:
         if constexpr (isStandard<V>) {
             whole = {&at(view, 0, 0, 0), distance(1, 0, 0, view.count() > 1, size), distance(0, 1, 0, rows > 1, size),
                      distance(0, 0, 1, columns > 1, size)};
-            direct = whole.object > 0 && whole.row > 0 && whole.element > 0;
+            direct = isStrided = whole.object > 0 && whole.row > 0 && whole.element > 0;
         }
     }
     int count() const { return view.count(); }
@@ -203,11 +204,14 @@ public:
         T *to = room.get(numberOf(count, rows, columns));
         const Strided<T> copy = packed(to, rows, columns);
         KvlStatus status = kvlErrStride;
-        if constexpr (descriptionOf<V> == 1)
-            status = Copies<T>::fromTable(view.base(), view.strides().shift + first * view.strides().object,
-                                          view.strides().object, to, copy.object, copy.row, copy.element, columns, rows,
-                                          count);
-        else if constexpr (descriptionOf<V> == 2)
+        if (const auto given = whole.from(first); isStrided)
+            status = Copies<T>::between(given.base, given.object, given.row, given.element, to, copy.object, copy.row,
+                                        copy.element, columns, rows, count);
+        if constexpr (descriptionOf<V> == 1) {
+            if (isInt(shiftTo(first)))
+                status = Copies<T>::fromTable(view.base(), static_cast<int>(shiftTo(first)), view.strides().object, to,
+                                              copy.object, copy.row, copy.element, columns, rows, count);
+        } else if constexpr (descriptionOf<V> == 2)
             status = Copies<T>::fromList(view.base() + first, view.strides().shift, view.strides().row,
                                          view.strides().element, to, copy.object, copy.row, copy.element, columns, rows,
                                          count);
@@ -225,11 +229,12 @@ public:
         const T *from = room.get(numberOf(count, rows, columns));
         const Strided<const T> copy = packed(from, rows, columns);
         KvlStatus status = kvlErrStride;
-        if constexpr (descriptionOf<V> == 1)
-            status = Copies<T>::toTable(from, copy.object, copy.row, copy.element, view.base(),
-                                        view.strides().shift + first * view.strides().object, view.strides().object,
-                                        columns, rows, count);
-        else if constexpr (descriptionOf<V> == 2)
+        if constexpr (descriptionOf<V> == 1) {
+            if (isInt(shiftTo(first)))
+                status =
+                    Copies<T>::toTable(from, copy.object, copy.row, copy.element, view.base(),
+                                       static_cast<int>(shiftTo(first)), view.strides().object, columns, rows, count);
+        } else if constexpr (descriptionOf<V> == 2)
             status =
                 Copies<T>::toList(from, copy.object, copy.row, copy.element, view.base() + first, view.strides().shift,
                                   view.strides().row, view.strides().element, columns, rows, count);
@@ -250,12 +255,18 @@ private:
         const std::ptrdiff_t bytes =
             reinterpret_cast<const char *>(&at(view, i, r, c)) - reinterpret_cast<const char *>(&at(view, 0, 0, 0));
         const bool isStride = bytes > 0 && bytes % static_cast<int>(sizeof(T)) == 0;
-        return isStride && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
+        return isStride && isInt(bytes) ? static_cast<int>(bytes) : 0;
+    }
+    static bool isInt(std::ptrdiff_t bytes) { return bytes == static_cast<int>(bytes); }
+    /// Of a table, to an object.
+    std::ptrdiff_t shiftTo(int i) const
+    {
+        return view.strides().shift + static_cast<std::ptrdiff_t>(i) * view.strides().object;
     }
 
     const V &view;
     const int rows, columns;
-    bool direct = false;
+    bool direct = false, isStrided = false;
     Strided<std::remove_pointer_t<Pointer>> whole;
     Room<T> room;
 };
