@@ -183,5 +183,78 @@ TYPED_TEST(EachLimits, LimitsOfTheTypeAreTold)
     EXPECT_EQ(x, (std::vector<T>{0, 1, 1}));
 }
 
+/// Columns whose sizes differ by more than a double's exponent can hold beside a row's.
+TYPED_TEST(EachLimits, ColumnsMayLieFarApart)
+{
+    using T = TypeParam;
+    const T small = sizeof(T) == 4 ? T(0x1p-100) : static_cast<T>(0x1p-900), large = 1 / small;
+    for (const int n : {2, 3, 6, 8}) {
+        const int count = 20;
+        Batch<T> batch(regular, n, count);
+        for (int k = 0; k < count * n * n; ++k)
+            batch.a[k] *= k % n == 0 ? small : k % n == 1 ? large : T(1);
+        const auto a = packed(batch.a, n, n);
+        std::vector<T> inverses(batch.a.size()), values(count);
+        EXPECT_EQ(each::solve(a, packed(batch.b, n), packed(batch.x, n), batch.statuses.data()), 0);
+        EXPECT_EQ(each::invert(a, packed(inverses, n, n), batch.statuses.data()), 0);
+        EXPECT_EQ(each::determinant(a, values.data(), batch.statuses.data()), 0);
+        for (int i = 0; i < count; ++i) {
+            EXPECT_TRUE(std::isnormal(values[i]));
+            for (int r = 0; r < n; ++r) {
+                long double rest = -batch.b[i * n + r];
+                for (int c = 0; c < n; ++c) {
+                    rest += static_cast<long double>(a(i, r, c)) * batch.x[i * n + c];
+                    long double product = -(r == c);
+                    for (int k = 0; k < n; ++k)
+                        product += static_cast<long double>(a(i, r, k)) * inverses[(i * n + k) * n + c];
+                    EXPECT_LE(std::fabs(product), 200 * n * epsilon<T>) << n << " " << i;
+                }
+                EXPECT_LE(std::fabs(rest), 200 * n * epsilon<T>) << n << " " << i;
+            }
+        }
+    }
+}
+
+/// What divides must not be zero in the type, either; what can be held is held.
+TYPED_TEST(EachLimits, PivotsThatVanishAreSingular)
+{
+    using T = TypeParam;
+    const T tiny = std::numeric_limits<T>::min(), large = std::numeric_limits<T>::max() / 4;
+    const T least = std::numeric_limits<T>::denorm_min();
+    std::vector<T> a{tiny, 0, large, 1}, b{3 * least, 2 * least, 5 * least, 3 * least};
+    std::vector<T> c{large, 0, 0, tiny * T(1.25)}, factors(4);
+    int pivots[2];
+    KvlStatus st;
+    for (auto *matrix : {&a, &b}) {
+        EXPECT_EQ(each::luDecompose(packed(*matrix, 2, 2), packed(factors, 2, 2), pivots, &st), 1);
+        EXPECT_EQ(st, kvlErrSingular);
+        EXPECT_TRUE(std::isnan(factors[3]));
+        EXPECT_EQ(each::qrDecompose(packed(*matrix, 2, 2), packed(factors, 2, 2), &st), 1);
+        EXPECT_EQ(st, kvlErrSingular);
+    }
+    EXPECT_EQ(each::luDecompose(packed(c, 2, 2), packed(factors, 2, 2), pivots, &st), 0);
+    EXPECT_EQ(factors, c);
+}
+
+/// Pivots of singular matrices are rounding errors, even of integers.
+TYPED_TEST(EachLimits, CombinedRowsHaveNoInverse)
+{
+    using T = TypeParam;
+    for (const int n : {3, 4, 5, 6, 9}) {
+        const int count = 1000;
+        Batch<T> batch(regular, n, count);
+        Random random(n);
+        for (T &value : batch.a)
+            value = static_cast<T>(static_cast<int>(random() % 19) - 9);
+        for (int i = 0; i < count; ++i)
+            for (int c = 0; c < n; ++c) {
+                T *const column = &batch.a[i * n * n + c];
+                column[i % n * n] = 2 * column[(i + 1) % n * n] - 3 * column[(i + 2) % n * n];
+            }
+        std::vector<T> out(batch.a.size());
+        EXPECT_GE(each::invert(packed(batch.a, n, n), packed(out, n, n), batch.statuses.data()), count - count / 200);
+    }
+}
+
 } // namespace
 } // namespace eachtest

@@ -61,8 +61,9 @@ What these tables say, in short:
 - general eigenproblems: residuals are within 4 units, those of LAPACK's geev mostly within 3; where it balances a
   matrix its residuals can be much smaller;
 - solutions have backward errors within 4 units, with gesv. The inverse without conditions is by cofactors, whose error
-  grows with the square of the condition: its rows of ill-conditioned kinds tell. With conditions it does not; rows
-  and columns are scaled then, which is not LAPACK's way, and differs from it where their sizes differ widely.
+  grows with the square of the condition: its rows of ill-conditioned kinds tell. With conditions, or where |A|*|A^-1|
+  exceeds 1/(16*epsilon), it does not; rows and columns are scaled then, which is not LAPACK's way, and differs from it
+  where their sizes differ widely.
 )";
 
 class WriteTable : public testing::Environment {

@@ -17,8 +17,9 @@
  * **Statuses.** `statuses` gets count() of them. kvlOk: the result is there. Else the destination of the object is full
  * of NaN, or what of it the operation writes:
  *
- * - kvlErrSingular: systems and inverses. An exact zero is where a divisor should be; or the condition number that
- *   was asked for is beyond the precision; or an element is not finite, or would not be in the result.
+ * - kvlErrSingular: systems and inverses. A zero is where a divisor should be; or the condition number that was asked
+ *   for is beyond the precision, or that of an inverse beyond double's; or an element is not finite, or would not be in
+ *   the result.
  * - kvlErrNotPositiveDefinite: the same in Cholesky decompositions.
  * - kvlErrNoConvergence: eigenproblems with elements that are not finite, or with a value that the type can't hold.
  *

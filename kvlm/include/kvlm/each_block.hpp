@@ -120,6 +120,7 @@ struct Copies;
 #define KVLM_EACH_COPIES(T, suffix)                                                                                    \
     template <>                                                                                                        \
     struct Copies<T> {                                                                                                 \
+        static constexpr auto between = kvlmCopy_ma_##suffix##_SS;                                                     \
         static constexpr auto fromTable = kvlmCopy_ma_##suffix##_PS;                                                   \
         static constexpr auto fromList = kvlmCopy_ma_##suffix##_LS;                                                    \
         static constexpr auto toTable = kvlmCopy_ma_##suffix##_SP;                                                     \
@@ -128,6 +129,9 @@ struct Copies;
 KVLM_EACH_COPIES(float, 32f)
 KVLM_EACH_COPIES(double, 64f)
 #undef KVLM_EACH_COPIES
+
+/// Bytes of a block: what is read twice stays in the cache of the first level.
+inline constexpr int inCache = 16384;
 
 /// Elements in place up to a number, on the heap beyond: long objects are rare.
 template <class T, int InPlace = 1024>
@@ -164,7 +168,7 @@ public:
         if constexpr (isStandard<V>) {
             whole = {&at(view, 0, 0, 0), distance(1, 0, 0, view.count() > 1, size), distance(0, 1, 0, rows > 1, size),
                      distance(0, 0, 1, columns > 1, size)};
-            direct = whole.object > 0 && whole.row > 0 && whole.element > 0;
+            direct = isStrided = whole.object > 0 && whole.row > 0 && whole.element > 0;
         }
     }
     int count() const { return view.count(); }
@@ -175,11 +179,11 @@ public:
         if (direct && destination.direct && overlap(whole, destination.whole, view.count(), rows, columns))
             direct = false;
     }
-    /// The objects that fit a block: what is read twice stays in the cache of the first level.
+    /// The objects that fit a block.
     int most() const
     {
-        constexpr int inCache = 16384 / sizeof(T);
-        return std::max(1, (direct ? inCache : Room<T>::capacity) / (rows * columns));
+        constexpr int size = sizeof(T);
+        return std::max(1, (direct ? inCache / size : Room<T>::capacity) / (rows * columns));
     }
 
     /// The objects from `first` on, to be written.
@@ -200,11 +204,14 @@ public:
         T *to = room.get(numberOf(count, rows, columns));
         const Strided<T> copy = packed(to, rows, columns);
         KvlStatus status = kvlErrStride;
-        if constexpr (descriptionOf<V> == 1)
-            status = Copies<T>::fromTable(view.base(), view.strides().shift + first * view.strides().object,
-                                          view.strides().object, to, copy.object, copy.row, copy.element, columns, rows,
-                                          count);
-        else if constexpr (descriptionOf<V> == 2)
+        if (const auto given = whole.from(first); isStrided)
+            status = Copies<T>::between(given.base, given.object, given.row, given.element, to, copy.object, copy.row,
+                                        copy.element, columns, rows, count);
+        if constexpr (descriptionOf<V> == 1) {
+            if (isInt(shiftTo(first)))
+                status = Copies<T>::fromTable(view.base(), static_cast<int>(shiftTo(first)), view.strides().object, to,
+                                              copy.object, copy.row, copy.element, columns, rows, count);
+        } else if constexpr (descriptionOf<V> == 2)
             status = Copies<T>::fromList(view.base() + first, view.strides().shift, view.strides().row,
                                          view.strides().element, to, copy.object, copy.row, copy.element, columns, rows,
                                          count);
@@ -222,11 +229,12 @@ public:
         const T *from = room.get(numberOf(count, rows, columns));
         const Strided<const T> copy = packed(from, rows, columns);
         KvlStatus status = kvlErrStride;
-        if constexpr (descriptionOf<V> == 1)
-            status = Copies<T>::toTable(from, copy.object, copy.row, copy.element, view.base(),
-                                        view.strides().shift + first * view.strides().object, view.strides().object,
-                                        columns, rows, count);
-        else if constexpr (descriptionOf<V> == 2)
+        if constexpr (descriptionOf<V> == 1) {
+            if (isInt(shiftTo(first)))
+                status =
+                    Copies<T>::toTable(from, copy.object, copy.row, copy.element, view.base(),
+                                       static_cast<int>(shiftTo(first)), view.strides().object, columns, rows, count);
+        } else if constexpr (descriptionOf<V> == 2)
             status =
                 Copies<T>::toList(from, copy.object, copy.row, copy.element, view.base() + first, view.strides().shift,
                                   view.strides().row, view.strides().element, columns, rows, count);
@@ -247,12 +255,18 @@ private:
         const std::ptrdiff_t bytes =
             reinterpret_cast<const char *>(&at(view, i, r, c)) - reinterpret_cast<const char *>(&at(view, 0, 0, 0));
         const bool isStride = bytes > 0 && bytes % static_cast<int>(sizeof(T)) == 0;
-        return isStride && bytes <= std::numeric_limits<int>::max() ? static_cast<int>(bytes) : 0;
+        return isStride && isInt(bytes) ? static_cast<int>(bytes) : 0;
+    }
+    static bool isInt(std::ptrdiff_t bytes) { return bytes == static_cast<int>(bytes); }
+    /// Of a table, to an object.
+    std::ptrdiff_t shiftTo(int i) const
+    {
+        return view.strides().shift + static_cast<std::ptrdiff_t>(i) * view.strides().object;
     }
 
     const V &view;
     const int rows, columns;
-    bool direct = false;
+    bool direct = false, isStrided = false;
     Strided<std::remove_pointer_t<Pointer>> whole;
     Room<T> room;
 };
@@ -315,19 +329,26 @@ bool areZeroOrNormal(const Strided<const T> &x, int i, int n, int rows, int colu
 }
 
 /// Calls op for n objects and goes on behind each one that stops it, until all were seen; those get the status. Where a
-/// call stopped is told by marks in the destination, which are laid when first needed: a call that fails is repeated
-/// once in a block. An object that fails has lost its mark (Op::lag 1) or kept it (0). False if any failed.
+/// call stopped is told by marks in the destination. They are laid at once if that is expected, or else when first
+/// needed, and the call is repeated. An object that fails has lost its mark (Op::lag 1) or kept it (0). False if any
+/// failed.
 template <class Op>
-bool callAll(Op &op, int n, KvlStatus *status)
+bool callAll(Op &op, int n, KvlStatus *status, bool areMarked)
 {
-    bool areMarked = false;
+    const auto markAll = [&] {
+        for (int k = 0; k < n; ++k)
+            op.mark(k);
+    };
+    if (areMarked)
+        markAll();
+    bool isWhole = true;
     for (int i = 0; i < n;) {
         const KvlStatus result = op.call(i, n - i);
         if (result == kvlOk)
             break;
+        isWhole = false;
         if (!areMarked) {
-            for (int k = i; k < n; ++k)
-                op.mark(k);
+            markAll();
             areMarked = true;
             continue;
         }
@@ -338,7 +359,7 @@ bool callAll(Op &op, int n, KvlStatus *status)
         status[failed] = result;
         i = failed + 1;
     }
-    return !areMarked;
+    return isWhole;
 }
 
 inline bool isOk(KvlStatus status)
@@ -358,24 +379,33 @@ bool settleOne(Op &op, int i, bool isGood, KvlStatus &status)
     op.finish(i, status);
     return status != kvlOk;
 }
-/// A second attempt for each of n objects from object i on that is not good, as a check of many at once tells, then of
-/// some, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
-template <class Op>
+/// A second attempt for each of n objects from object i on that is not good, as a check of so many at once tells, then
+/// of fewer, then of one; the status of an object doesn't depend on what stands beside it. Returns how many failed.
+template <int AtOnce = 128, class Op>
 int settle(Op &op, int i, int n, KvlStatus *status)
 {
-    const bool areGood = n == 0 || op.areGood(i, n);
-    if (areGood && !op.isAsked())
-        return 0;
     int failures = 0;
-    if (areGood || n == 1) {
-        for (const int end = i + n; i < end; ++i)
-            failures += settleOne(op, i, areGood, status[i]);
-    } else {
-        const int part = (n + 7) / 8;
-        for (int k = 0; k < n; k += part)
-            failures += settle(op, i + k, std::min(part, n - k), status);
+    for (const int end = i + n; i < end; i += AtOnce) {
+        const int part = std::min(AtOnce, end - i);
+        if (AtOnce > 1 && op.isAsked()) {
+            failures += settle<1>(op, i, part, status);
+        } else if (const bool areGood = op.areGood(i, part); !areGood || op.isAsked()) {
+            if constexpr (AtOnce > 1)
+                failures += settle<std::max(1, AtOnce / 8)>(op, i, part, status);
+            else
+                failures += settleOne(op, i, areGood, status[i]);
+        }
     }
     return failures;
+}
+/// A number of objects up to `most` that leaves nothing over when the C functions work several at once: what is left
+/// they do one by one, which takes many times as long.
+inline int inGroups(int most)
+{
+    int group = 32;
+    while (group > 1 && 4 * group > most)
+        group /= 2;
+    return most - most % group;
 }
 /// Each block: load, call and complete, settle, store. Returns how many failed.
 template <class Op>
@@ -385,14 +415,17 @@ int run(Op &&op, KvlStatus *statuses)
     if (threads_omp_of_n_kvl > 1)
         most = std::max(1, std::min(most, leastOfTeams / op.work()));
 
+    most = inGroups(most);
+
     int failures = 0;
+    bool hasCompleted = true;
     const int count = op.count();
-    for (int first = 0; first < count; first += most) {
-        const int n = std::min(most, count - first);
+    for (int first = 0, n; first < count; first += n) {
+        n = std::min(most, count - first);
         KvlStatus *const status = statuses + first;
         std::fill_n(status, n, kvlOk);
         op.load(first, n);
-        const bool hasCompleted = callAll(op, n, status);
+        hasCompleted = callAll(op, n, status, !hasCompleted);
         op.complete(n);
         // Those between two that failed, and the one that did.
         for (int i = 0; i < n; ++i) {

@@ -52,28 +52,36 @@ inline void scale(double *x, int count, int exponent, int stride = 1)
 /// The exponent of right-hand sides that leaves room for what grows, and for what is small beside the rest.
 inline constexpr int exponentOfSides = 400;
 
+/// The same of elements that are divided by 2^exponents.
+inline int exponentOf(const double *x, const int *exponents, int count, int stride = 1)
+{
+    int largest = std::numeric_limits<int>::min();
+    for (int k = 0; k < count; ++k, x += stride)
+        if (*x != 0)
+            largest = std::max(largest, exponentOf(x, 1) - exponents[k]);
+    return largest == std::numeric_limits<int>::min() ? 0 : largest;
+}
+
 /// Divides x by 2^exponents and all of it by another power of two, to magnitudes of that exponent: returns its own.
 inline int normalize(double *x, const int *exponents, int n)
 {
-    int up = std::numeric_limits<int>::min();
-    for (int k = 0; k < n; ++k)
-        if (x[k] != 0)
-            up = std::max(up, exponentOf(x + k, 1) - exponents[k]);
-    if (up == std::numeric_limits<int>::min())
-        return 0;
-    up -= exponentOfSides;
+    const int up = exponentOf(x, exponents, n) - exponentOfSides;
     for (int k = 0; k < n; ++k)
         x[k] = shifted(x[k], -up - exponents[k]);
     return up;
 }
 
-/// Brings rows, then columns, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c]) times as large.
+/// Brings rows, then columns, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c]) times as large. Both at
+/// once: what is large in its column may vanish beside its row.
 inline void equilibrate(double *a, int height, int width, int *rows, int *columns)
 {
     for (int r = 0; r < height; ++r)
-        scale(a + r * width, width, -(rows[r] = exponentOf(a + r * width, width)));
-    for (int c = 0; c < width; ++c)
-        scale(a + c, height, -(columns[c] = exponentOf(a + c, height, width)), width);
+        rows[r] = exponentOf(a + r * width, width);
+    for (int c = 0; c < width; ++c) {
+        columns[c] = exponentOf(a + c, rows, height, width);
+        for (int r = 0; r < height; ++r)
+            a[r * width + c] = shifted(a[r * width + c], -rows[r] - columns[c]);
+    }
 }
 
 /// P*A = L*U by partial pivoting, rows in place, in the form of kvlmLUDecomp (Golub and Van Loan, Matrix Computations,

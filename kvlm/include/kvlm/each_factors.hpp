@@ -59,15 +59,29 @@ constexpr T leastSafeRoot = sizeof(T) == 4 ? T(0x1p-50) : T(0x1p-480);
 template <class T>
 constexpr T greatest = std::numeric_limits<T>::max();
 
-/// Whether Middling holds for elements (k, k) of so many objects from object i on, for k in [begin, end).
+/// areMiddling of elements (k, k) of so many objects from object i on, for k in [begin, end).
 template <class T>
 bool isDiagonalMiddling(const Strided<T> &x, int i, int objects, int begin, int end, T low)
 {
-    Middling<T> elements(low);
-    for (int k = begin; k < end; ++k)
-        for (int at = i; at < i + objects; ++at)
-            elements.add(x(at, k, k));
-    return elements.areAll();
+    const auto least = magnitudeBits(low);
+    auto seen = least - least;
+    for (int k = begin; k < end; ++k) {
+        Strided<T> from = x.from(i);
+        const auto add = [&](int at) {
+            const auto bits = loaded<decltype(magnitudeBits(low))>(&from(at, k, k), 0) - least;
+            seen |= bits + bits;
+        };
+        int rest = objects;
+        for (; rest >= 4; rest -= 4, from = from.from(4)) {
+            add(0);
+            add(1);
+            add(2);
+            add(3);
+        }
+        for (int at = 0; at < rest; ++at)
+            add(at);
+    }
+    return seen >> (8 * sizeof(T) - 1) == 0;
 }
 
 /// What all operations on matrices share: how the source is read, what stands where an object failed.
@@ -157,10 +171,15 @@ public:
     /// least pivot that the C functions accept; in place of the last one they test what stands last in memory.
     bool areGood(int i, int objects) const
     {
-        const auto pivotOf = [&](int at, int k) { return out(at, pivot[at * n + k], k); };
-        return forAll(objects, [&](int k) { return isWithin(pivotOf(i + k, n - 1), leastPivot, greatest<T>); }) &&
+        const auto least = magnitudeBits(leastPivot);
+        auto below = least - least; // its first bit
+        const int *row = pivot + i * n + n - 1;
+        Strided<T> column = out.from(i).column(n - 1);
+        for (int k = 0; k < objects; ++k, row += n, column = column.from(1))
+            below |= magnitudeBits(column(0, *row, 0)) - least;
+        return below >> (8 * sizeof(T) - 1) == 0 &&
                (areBounded(out, i, objects, n, n, greatest<T>) ||
-                (objects == 1 && forAll(n, [&](int k) { return isFinite(pivotOf(i, k)); })));
+                (objects == 1 && forAll(n, [&](int k) { return isFinite(out(i, pivot[i * n + k], k)); })));
     }
     KvlStatus again(int i)
     {
@@ -168,12 +187,21 @@ public:
         int *const table = pivot + i * n;
         bool isDone = this->read(i, a, behind, 0);
         if (isDone) {
-            // As large as growth allows, since small pivots may stand beside large ones.
-            const int up = 960 - exponentOf(a, n * n);
+            // As large as growth allows, since small pivots may stand beside large ones; down only where it must be.
+            const int room = 960 - exponentOf(a, n * n);
+            int up = std::max(room, 0);
             scale(a, n * n, up);
             isDone = factorLU(a, table, n);
-            for (int k = 0; isDone && k < n; ++k)
-                scale(a + table[k] * n + k, n - k, -up);
+            if (room < 0 && !areFinite(a, n * n)) {
+                this->read(i, a, behind, 0);
+                scale(a, n * n, up = room);
+                isDone = factorLU(a, table, n);
+            }
+            for (int k = 0; isDone && k < n; ++k) {
+                double *const top = a + table[k] * n + k;
+                scale(top, n - k, -up);
+                isDone = static_cast<T>(*top) != 0;
+            }
         }
         isDone = this->finishWrite(out, i, isDone, [&](int r, int c) { return a[r * n + c]; });
         for (int k = 0; !isDone && k < n; ++k)
@@ -321,12 +349,10 @@ public:
     KvlStatus again(int i)
     {
         double *a, *behind;
-        const bool isDone = this->read(i, a, behind, 0) && factor(a);
-        return this->finishWrite(
-                   out, i, isDone,
-                   [&](int r, int c) { return shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0); })
-                   ? kvlOk
-                   : failure;
+        const auto value = [&](int r, int c) { return shifted(a[r * w + c], r <= c ? this->columnNumbers[c] : 0); };
+        const bool isDone = this->read(i, a, behind, 0) && factor(a) &&
+                            forAll(w, [&](int k) { return static_cast<T>(value(k, k)) != 0; });
+        return this->finishWrite(out, i, isDone, value) ? kvlOk : failure;
     }
 
 protected:

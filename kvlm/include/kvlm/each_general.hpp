@@ -298,8 +298,8 @@ int eigenvalues(const A &a, detail::ElementOf<A> *re, detail::ElementOf<A> *im, 
 /**
  * The same with right vectors, A*x = w*x, of Euclidean length 1: of a real value at k, column k of `right`; of a pair
  * at k and k + 1, x = u + i*v belongs to the value at k, with u in column k and v in column k + 1. (The C functions
- * call these left vectors.) `right` may be a. The vectors are those of the matrix scaled up: of a matrix of denormal
- * numbers a pair may be told by its columns alone, as both imaginary parts are rounded to zeros.
+ * call these left vectors.) `right` may be a. Of a pair whose imaginary parts are too small for the type, and zeros,
+ * the columns are those of the pair still.
  *
  * By kvlmEigenValuesVectorsRight and its like. |A*x - w*x| of all vectors together must be below 4*n*epsilon*|A|;
  * anything else is done again in double, with vectors by back substitution in the complex Schur form (Golub and Van

@@ -72,10 +72,15 @@ public:
         double *const inverse = behind + 2 * n;
         if (isDone) {
             equilibrate(a, n, n, rows, columns);
+            const double size = squares(a, numberOf(n, n));
             int *const table = pivots.get(numberOf(n));
             isDone = factorLU(a, table, n);
-            if (isDone)
+            if (isDone) {
                 invertLU(a, table, n, behind, behind + n, inverse);
+                // A pivot that is a rounding error stands for zero.
+                constexpr double most = 1 / std::numeric_limits<double>::epsilon();
+                isDone = size * squares(inverse, numberOf(n, n)) <= most * most;
+            }
         }
         return this->finishWrite(out, i, isDone,
                                  [&](int r, int c) { return shifted(inverse[r * n + c], -columns[r] - rows[c]); })
@@ -132,10 +137,9 @@ public:
     bool areGood(int i, int objects) const
     {
         // Minors of what gives such a determinant, and is short, can't have lost much to underflow or overflow.
-        Middling<T> magnitudes(sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400));
-        for (int k = i; k < i + objects; ++k)
-            magnitudes.add(out[k]);
-        return 2 <= n && n <= 6 && magnitudes.areAll() && areBounded(this->in, i, objects, n, n, mostSquares<T>);
+        constexpr T least = sizeof(T) == 4 ? T(0x1p-40) : T(0x1p-400);
+        return 2 <= n && n <= 6 && areMiddling(out + i, numberOf(objects), least) &&
+               areBounded(this->in, i, objects, n, n, mostSquares<T>);
     }
     KvlStatus again(int i)
     {
@@ -190,7 +194,8 @@ private:
  * `conditions`, if not null, gets 1/(|A|*|A^-1|) in the 1-norm for each object, from that inverse; 0 for a singular
  * one, NaN for what is not finite. Objects below epsilon then count as singular, too.
  *
- * kvlErrSingular for a zero pivot, what is not finite, and an inverse that the type can't hold.
+ * kvlErrSingular for a zero pivot, for |A|*|A^-1| of the scaled matrix above 1/epsilon of double, as what is singular
+ * gets by rounding errors, for what is not finite, and for an inverse that the type can't hold.
  */
 template <class A, class F>
 int invert(const A &a, const F &inverses, KvlStatus *statuses, detail::ElementOf<A> *conditions = nullptr)

@@ -77,21 +77,6 @@ bool isMark(T x)
     return magnitudeBits(x) == magnitudeBits(markOf<T>());
 }
 
-/// Whether magnitudes are at least `low`, at most 1, and not far above it, by less than half of all exponents. They are
-/// collected in two instructions each.
-template <class T>
-class Middling {
-public:
-    explicit Middling(T low) : least(magnitudeBits(low)) {}
-    void add(T x) { seen |= 2 * (magnitudeBits(x) - least); }
-    bool areAll() const { return seen >> (8 * sizeof(T) - 1) == 0; }
-
-private:
-    using Bits = decltype(magnitudeBits(T()));
-    const Bits least;
-    Bits seen = 0;
-};
-
 /// A power of two, factor, that brings a magnitude to about 1, and its reciprocal; both are normal numbers.
 template <class T>
 struct Power {
@@ -109,25 +94,35 @@ struct Power {
     T factor = 1, reciprocal = 1;
 };
 
+/// Element k of x and those behind it that fill a register, wherever they lie.
+template <class Vector, class T>
+Vector loaded(const T *x, std::size_t k)
+{
+    Vector result;
+    std::memcpy(&result, x + k, sizeof(result));
+    return result;
+}
+
 /// The sum of squares of so many elements, which overflows as soon as one does.
 template <class T>
 T squares(const T *x, std::size_t elements)
 {
     typedef T Vector __attribute__((vector_size(16)));
     constexpr std::size_t lanes = 16 / sizeof(T);
-    const auto addSquare = [x](Vector &sum, std::size_t at) {
-        Vector loaded;
-        std::memcpy(&loaded, x + at, sizeof(loaded));
-        sum += loaded * loaded;
+    const auto squareOf = [x](std::size_t k) {
+        const Vector v = loaded<Vector>(x, k);
+        return v * v;
     };
     Vector a = {}, b = {}, c = {}, d = {};
     std::size_t k = 0;
-    for (; k + 4 * lanes <= elements; k += 4 * lanes) {
-        addSquare(a, k);
-        addSquare(b, k + lanes);
-        addSquare(c, k + 2 * lanes);
-        addSquare(d, k + 3 * lanes);
+    for (; k + 8 * lanes <= elements; k += 8 * lanes) {
+        a += squareOf(k) + squareOf(k + lanes);
+        b += squareOf(k + 2 * lanes) + squareOf(k + 3 * lanes);
+        c += squareOf(k + 4 * lanes) + squareOf(k + 5 * lanes);
+        d += squareOf(k + 6 * lanes) + squareOf(k + 7 * lanes);
     }
+    for (; k + lanes <= elements; k += lanes)
+        b += squareOf(k);
     a += b + (c + d);
     T sum = 0;
     for (; k < elements; ++k)
@@ -137,29 +132,45 @@ T squares(const T *x, std::size_t elements)
     return sum;
 }
 
+/// Whether mark(x), of the bits of x, has a first bit of 0 for all elements.
+template <class T, class Mark>
+bool areUnmarked(const T *x, std::size_t elements, Mark mark)
+{
+    using Word = decltype(magnitudeBits(T()));
+    typedef Word Vector __attribute__((vector_size(16)));
+    constexpr std::size_t lanes = 16 / sizeof(T);
+    const auto markAt = [&](std::size_t k) { return mark(loaded<Vector>(x, k)); };
+    Vector seen = {};
+    std::size_t k = 0;
+    for (; k + 4 * lanes <= elements; k += 4 * lanes)
+        seen |= (markAt(k) | markAt(k + lanes)) | (markAt(k + 2 * lanes) | markAt(k + 3 * lanes));
+    for (; k + lanes <= elements; k += lanes)
+        seen |= markAt(k);
+    Word all = 0;
+    for (; k < elements; ++k)
+        all |= mark(loaded<Word>(x, k));
+    for (std::size_t lane = 0; lane < lanes; ++lane)
+        all |= seen[lane];
+    return all >> (8 * sizeof(T) - 1) == 0;
+}
 /// Whether no magnitude is so small that products with it have lost digits; zeros have none to lose.
 template <class T>
 bool areZeroOrNormal(const T *x, std::size_t elements)
 {
     using Word = decltype(magnitudeBits(T()));
-    typedef Word Vector __attribute__((vector_size(16)));
-    constexpr std::size_t lanes = 16 / sizeof(T);
     const Word least = magnitudeBits(std::numeric_limits<T>::min() / std::numeric_limits<T>::epsilon());
-    // The first bit of x - least tells, but of zero, for which that of ~(x - 1) does.
-    Vector seen = {};
-    std::size_t k = 0;
-    for (; k + lanes <= elements; k += lanes) {
-        Vector loaded;
-        std::memcpy(&loaded, x + k, sizeof(loaded));
-        loaded &= ~Word(0) >> 1;
-        seen |= (loaded - least) & ~(loaded - 1);
-    }
-    Word all = 0;
-    for (; k < elements; ++k)
-        all |= (magnitudeBits(x[k]) - least) & ~(magnitudeBits(x[k]) - 1);
-    for (std::size_t lane = 0; lane < lanes; ++lane)
-        all |= seen[lane];
-    return all >> (8 * sizeof(T) - 1) == 0;
+    // One less than its magnitude, zero is the largest of all.
+    return areUnmarked(x, elements, [least](auto bits) { return ((bits - 1) & (~Word(0) >> 1)) - (least - 1); });
+}
+/// Whether magnitudes are at least `low`, at most 1, and not far above it, by less than half of all exponents.
+template <class T>
+bool areMiddling(const T *x, std::size_t elements, T low)
+{
+    const auto least = magnitudeBits(low);
+    return areUnmarked(x, elements, [least](auto bits) {
+        bits -= least;
+        return bits + bits;
+    });
 }
 } // namespace detail
 } // namespace each

@@ -187,8 +187,8 @@ int symmetric(const A &a, const F &vectors, T *values, KvlStatus *statuses)
     int failures = 0;
     T reciprocals[lanes];
     const int most = std::min({lanes, source.most(), destination.most()});
-    for (int first = 0; first < count; first += most) {
-        const int objects = std::min(most, count - first);
+    for (int first = 0, objects; first < count; first += objects) {
+        objects = std::min(most, count - first);
         const auto in = source.load(first, objects);
         for (int lane = 0; lane < lanes; ++lane) {
             const int i = std::min(lane, objects - 1);

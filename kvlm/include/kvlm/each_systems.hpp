@@ -53,8 +53,8 @@ public:
     }
     int most() const
     {
-        return std::max(1, std::min({this->source.most(), right.most(), solution.most(),
-                                     factors.capacity / (this->height * this->width)}));
+        const int fitting = std::min(factors.capacity / (this->height * this->width), pivots.capacity / this->width);
+        return std::max(1, std::min({this->source.most(), right.most(), solution.most(), fitting}));
     }
     void load(int start, int objects)
     {
@@ -112,8 +112,8 @@ private:
     Block<X> solution;
     Strided<const T> b;
     Strided<T> x;
-    Room<T> factors;
-    Room<int, 384> pivots;
+    Room<T, inCache / sizeof(T)> factors;
+    Room<int, 1536> pivots;
     const int sides;
     int first = 0;
 };
@@ -135,9 +135,9 @@ int solve(const A &a, const B &b, const X &x, KvlStatus *statuses, ElementOf<A> 
  * P*A = L*U by Gaussian elimination with partial pivoting (Golub and Van Loan, Matrix Computations, 3.4), in the form
  * of kvlmLUDecomp, for kvlmLUBackSubst: n ints of `pivots` for each object, no row is moved.
  *
- * A pivot that is zero is kvlErrSingular, whatever the size of the elements; so is an element that is not finite. The
- * table of an object that failed is 0, 1, 2, ... The second attempt is in double, scaled up. |P*A - L*U| is a small
- * multiple of n*epsilon*|A|.
+ * A pivot that is zero, or too small for the type, is kvlErrSingular, whatever the size of the elements; so is an
+ * element that is not finite. The table of an object that failed is 0, 1, 2, ... The second attempt is in double,
+ * scaled up. |P*A - L*U| is a small multiple of n*epsilon*|A|.
  */
 template <class A, class F>
 int luDecompose(const A &a, const F &factors, int *pivots, KvlStatus *statuses)
@@ -170,7 +170,7 @@ int choleskyDecompose(const A &a, const F &factors, KvlStatus *statuses)
  * A = Q*R by Householder reflections, columns() <= rows() (Golub and Van Loan, Matrix Computations, 5.2), in the form
  * of kvlmQRDecomp, for kvlmQRBackSubst.
  *
- * kvlErrSingular only where a zero stands on the diagonal of R, however small the elements are: the second attempt
+ * kvlErrSingular only where R would have a zero on its diagonal, however small the elements are: the second attempt
  * scales each column by a power of two, which R takes back. Column by column |A - Q*R| is a small multiple of
  * n*epsilon times the length of the column of A.
  */
