@@ -71,17 +71,35 @@ inline int normalize(double *x, const int *exponents, int n)
     return up;
 }
 
-/// Brings rows, then columns, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c]) times as large. Both at
-/// once: what is large in its column may vanish beside its row.
-inline void equilibrate(double *a, int height, int width, int *rows, int *columns)
+/// Brings rows, then columns, or columns, then rows, to magnitudes in [1/2, 1): a(r, c) was 2^(rows[r] + columns[c])
+/// times as large. Both at once: what is large in its column may vanish beside its row.
+inline void equilibrate(double *a, int height, int width, int *rows, int *columns, bool columnsFirst = false)
 {
+    if (columnsFirst)
+        for (int c = 0; c < width; ++c)
+            columns[c] = exponentOf(a + c, height, width);
     for (int r = 0; r < height; ++r)
-        rows[r] = exponentOf(a + r * width, width);
+        rows[r] = columnsFirst ? exponentOf(a + r * width, columns, width) : exponentOf(a + r * width, width);
     for (int c = 0; c < width; ++c) {
-        columns[c] = exponentOf(a + c, rows, height, width);
+        if (!columnsFirst)
+            columns[c] = exponentOf(a + c, rows, height, width);
         for (int r = 0; r < height; ++r)
             a[r * width + c] = shifted(a[r * width + c], -rows[r] - columns[c]);
     }
+}
+/// Whether columns differ more in size than rows, whose sizes they would hide.
+inline bool columnsDifferMore(const double *a, int height, int width)
+{
+    const auto spread = [a](int count, int step, int length, int stride) {
+        int least = std::numeric_limits<int>::max(), most = std::numeric_limits<int>::min();
+        for (int k = 0; k < count; ++k) {
+            const int exponent = exponentOf(a + k * step, length, stride);
+            least = std::min(least, exponent);
+            most = std::max(most, exponent);
+        }
+        return most - least;
+    };
+    return spread(width, 1, height, width) > spread(height, width, width, 1);
 }
 
 /// P*A = L*U by partial pivoting, rows in place, in the form of kvlmLUDecomp (Golub and Van Loan, Matrix Computations,

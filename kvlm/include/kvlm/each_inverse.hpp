@@ -67,21 +67,18 @@ public:
     KvlStatus again(int i)
     {
         double *a, *behind;
-        bool isDone = this->read(i, a, behind, n * n + 3 * n);
-        int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
-        double *const inverse = behind + 2 * n;
+        const int more = n * n + 3 * n;
+        bool isDone = this->read(i, a, behind, more);
         if (isDone) {
-            equilibrate(a, n, n, rows, columns);
-            const double size = squares(a, numberOf(n, n));
-            int *const table = pivots.get(numberOf(n));
-            isDone = factorLU(a, table, n);
-            if (isDone) {
-                invertLU(a, table, n, behind, behind + n, inverse);
-                // A pivot that is a rounding error stands for zero.
-                constexpr double most = 1 / std::numeric_limits<double>::epsilon();
-                isDone = size * squares(inverse, numberOf(n, n)) <= most * most;
+            const bool columnsFirst = columnsDifferMore(a, n, n);
+            isDone = invertScaled(a, behind, columnsFirst);
+            if (!isDone) {
+                this->read(i, a, behind, more);
+                isDone = invertScaled(a, behind, !columnsFirst);
             }
         }
+        const double *const inverse = behind + 2 * n;
+        const int *const rows = this->rowNumbers, *const columns = this->columnNumbers;
         return this->finishWrite(out, i, isDone,
                                  [&](int r, int c) { return shifted(inverse[r * n + c], -columns[r] - rows[c]); })
                    ? kvlOk
@@ -99,6 +96,20 @@ private:
     /// The C functions serve orders 3 to 6; larger ones they make slowly, and without zeros. Who asks for conditions
     /// gets the inverse that they are taken from.
     bool isByCofactors() const { return 2 <= n && n <= 6 && !this->conditions; }
+    /// The inverse of the scaled matrix, behind two vectors. False if it is singular, to working precision.
+    bool invertScaled(double *a, double *behind, bool columnsFirst)
+    {
+        double *const inverse = behind + 2 * n;
+        equilibrate(a, n, n, this->rowNumbers, this->columnNumbers, columnsFirst);
+        const double size = squares(a, numberOf(n, n));
+        int *const table = pivots.get(numberOf(n));
+        if (!factorLU(a, table, n))
+            return false;
+        invertLU(a, table, n, behind, behind + n, inverse);
+        // A pivot that is a rounding error stands for zero.
+        constexpr double most = 1 / std::numeric_limits<double>::epsilon();
+        return size * squares(inverse, numberOf(n, n)) <= most * most;
+    }
 
     Block<F> destination;
     Strided<T> out;
