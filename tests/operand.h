@@ -240,7 +240,7 @@ public:
         if (form != 'P' && (letter == 'm' || letter == 't'))
             append(args, Arg::integer('T', row * size));
         if (form != 'P' && letter != 'c' && letter != 'd')
-            append(args, Arg::integer('T', elem * size));
+            append(args, Arg::elemStride(elem * size));
     }
 
 private:

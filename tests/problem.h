@@ -180,6 +180,7 @@ private:
                                                            : n * n + pivotWords;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             append(args, *buffer);
+            args.back().role = 'b';
         } else if (letter == 'k')
             append(args, Arg::integer('C', setting.count));
         else
