@@ -106,6 +106,7 @@ public:
     Operand<T> &target() const { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
     const std::vector<Operand<T> *> &otherResults() const { return others; }
+    const std::vector<std::unique_ptr<Operand<T>>> &allOperands() const { return operands; }
 
     Args args;
 
