@@ -58,7 +58,7 @@ void callTogether(std::vector<Caller> &callers, int turns)
         EXPECT_EQ(caller.verdict(caller.status), "");
 }
 
-#ifdef __SANITIZE_THREAD__
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
 constexpr int threadsAtOnce = 100, turns = 3;
 #else
 constexpr int threadsAtOnce = 1000, turns = 20;
