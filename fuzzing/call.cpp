@@ -1,6 +1,7 @@
 #include "call.h"
 
 #include "../tests/defects.h"
+#include "../tests/painted.h"
 #include "../tests/problem.h"
 
 #include "kvlcore.h"
@@ -206,22 +207,6 @@ KvlStatus spoil(const Member &member, const Plan &plan, Args &args)
     for (const Defect &defect : chosen)
         apply(defect, args);
     return statusOf(first->check);
-}
-
-// Calls with the stack below this frame painted, and looks at it afterwards.
-__attribute__((noinline, no_sanitize("address"))) KvlStatus callPainted(const Function &function, const Args &args,
-                                                                        long &used)
-{
-    constexpr long painted = 1 << 16, own = 512;
-    constexpr unsigned char paint = 0xa7;
-    volatile unsigned char *const frame = static_cast<unsigned char *>(__builtin_frame_address(0));
-    for (long k = own; k < painted; ++k)
-        frame[-k] = paint;
-    const KvlStatus status = function(args);
-    used = painted - 1;
-    while (used > own && frame[-used] == paint)
-        --used;
-    return status;
 }
 
 // The exported kernel behind the member that takes the same arguments, if there is one for these.

@@ -4,7 +4,7 @@ set(testFilter *)
 set(nullFunctions)
 if(KVLM_FAMILIES)
   # What tests any member, then what needs certain families.
-  set(testFilter "Checks.*:Values.*:Memory.*:Processor.*:Driver.*:Routing.*:Frame.*")
+  set(testFilter "Checks.*:Exports.*:Values.*:Memory.*:Processor.*:Driver.*:Routing.*:Frame.*")
   foreach(rule "add,sub,dotproduct,l2norm,saxpy,frobnorm=Vectors.*" "copy,extract,loadidentity,transpose=Moves.*" "mul=Products.*"
       "transpose=CacheSize.*:Streaming.*:Routines.*" "det,invert,lu=Accuracy/*.Determinants*"
       "cholesky=Accuracy/*.Cholesky*" "qr=Accuracy/*.QR*:LongBatches/*" "eigen=GeneralEigen/*:SymmetricEigenproblems/*")

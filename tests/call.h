@@ -16,19 +16,22 @@
 
 // One argument. `check` is the class of check that it is subject to: N pointer, S size, C count, T stride, H shift,
 // O object stride (T to most members); V is a constant passed by value. A size that must match another one is
-// `matched`. `round` tells arguments apart whose class is checked twice (0: the first time).
+// `matched`; `role` is e for a stride of elements, b for the buffer, which some kernels lack. `round` tells arguments
+// apart whose class is checked twice (0: the first time).
 struct Arg {
     char check;
     const void *pointer = nullptr;
     int number = 0;
     double value = 0;
     bool table = false, matched = false;
+    char role = 0;
     int round = 0;
 
     static Arg base(const void *p) { return {'N', p}; }
     static Arg tableOf(const void *p) { return {'N', p, 0, 0, true}; }
     static Arg integer(char check, int n) { return {check, nullptr, n}; }
     static Arg size(int n, bool matched) { return {'S', nullptr, n, 0, false, matched}; }
+    static Arg elemStride(int n) { return {'T', nullptr, n, 0, false, false, 'e'}; }
     static Arg constant(double v) { return {'V', nullptr, 0, v}; }
 };
 using Args = std::vector<Arg>;

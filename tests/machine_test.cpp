@@ -1,4 +1,5 @@
 // The library's identity, and what a call leaves of the processor's state and asks of the stack.
+#include "painted.h"
 #include "problem.h"
 
 #include "kvlcore.h"
@@ -106,6 +107,31 @@ TEST(Processor, ControlWordsAreHonouredAndLeft)
                     EXPECT_EQ(tags, 0xffffu) << member.name;
                 });
 }
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(Processor, StackThatCallsUse)
+{
+    constexpr long most = 48 * 1024;
+    const Size sizes[] = {{3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}, {12, 12}, {6, 64}, {6, 65}};
+    for (const Member &member : members())
+        for (const Size &size : sizes)
+            for (Layout layout : {Layout::packed, Layout::strided})
+                for (const Function &function : {member.call, member.driver}) {
+                    const bool isSquare = size.width == size.height;
+                    if (!function || (member.hasFixedSize() && size.width > 3) || (!isSquare && member.isSquare()))
+                        continue;
+                    withType(member, [&](auto zero) {
+                        const Setting setting = {size.width, size.height, isSquare ? 19 : 33, layout, layout, layout};
+                        const Problem<decltype(zero)> problem(member, setting, 1);
+                        long used = 0;
+                        running() = problem.name();
+                        function(problem.args); // what is done once, such as to find the runtime
+                        callPainted(function, problem.args, used);
+                        EXPECT_LE(used, most) << problem.name();
+                    });
+                }
+}
+#endif
 
 #ifdef __i386__
 // Calls with the stack pointer at `misalignment` modulo 16 where the arguments start.

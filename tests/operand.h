@@ -214,6 +214,12 @@ public:
         return "byte " + std::to_string(byte) + " is no element and was changed";
     }
 
+    // What the first of its arguments is, the bytes from data() to each element, and where these are.
+    const void *argument() const { return form == 'S' ? room->data() : table->data(); }
+    const std::vector<int> &places() const { return offsets; }
+    unsigned char *data() const { return room->data(); }
+    bool isTable() const { return form == 'P'; }
+    bool isList() const { return form == 'L'; }
     bool hasAdjacentElements() const { return elem == 1 || letter == 'c'; }
     bool isArray() const { return array; }
     bool isConstant() const { return letter == 'c'; }
@@ -242,7 +248,7 @@ public:
         if (form != 'P' && (letter == 'm' || letter == 't'))
             append(args, Arg::integer('T', row * size));
         if (form != 'P' && letter != 'c' && letter != 'd')
-            append(args, Arg::integer('T', elem * size));
+            append(args, Arg::elemStride(elem * size));
     }
 
 private:

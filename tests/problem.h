@@ -106,6 +106,7 @@ public:
     Operand<T> &target() const { return setting.inPlace ? *sources[setting.inPlace - 1] : *dst; }
     Operand<int> *pivotTable() { return pivots.get(); }
     const std::vector<Operand<T> *> &otherResults() const { return others; }
+    const std::vector<std::unique_ptr<Operand<T>>> &allOperands() const { return operands; }
 
     Args args;
 
@@ -180,6 +181,7 @@ private:
                                                            : n * n + pivotWords;
             buffer = addOperand("d", {1, elements, 1}, Layout::packed);
             append(args, *buffer);
+            args.back().role = 'b';
         } else if (letter == 'k')
             append(args, Arg::integer('C', setting.count));
         else

@@ -3,16 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#define SCALING_KERNEL(order)                                                                                          \
-    KvlStatus ownmMul_mac_32f_##order##_ASM(const float *, int, int, float, float *, int, int, int);                   \
-    KvlStatus ownmMul_mac_32f_##order##_S2_ASM(const float *, int, int, float, float *, int, int, int);
-extern "C" {
-SCALING_KERNEL(3x3)
-SCALING_KERNEL(4x4)
-SCALING_KERNEL(5x5)
-SCALING_KERNEL(6x6)
-KvlStatus ownkvlmMul_mac_32f_P_ASM(const float *const *, int, int, float, float *const *, int, int, int, int, int);
-}
+extern "C" KvlStatus ownkvlmMul_mac_32f_P_ASM(const float *const *, int, int, float, float *const *, int, int, int, int,
+                                              int);
 
 namespace {
 
@@ -21,32 +13,6 @@ bool sameBits(const std::vector<T> &x, const std::vector<T> &y)
 {
     return std::equal(x.begin(), x.end(), y.begin(), y.end(),
                       [](T a, T b) { return std::memcmp(&a, &b, sizeof(T)) == 0 || (std::isnan(a) && std::isnan(b)); });
-}
-
-// The scaling kernels that no function of the library calls.
-TEST(Products, ScalingKernelsOfOneOrder)
-{
-    const Function kernels[] = {ownmMul_mac_32f_3x3_ASM,    ownmMul_mac_32f_3x3_S2_ASM, ownmMul_mac_32f_4x4_ASM,
-                                ownmMul_mac_32f_4x4_S2_ASM, ownmMul_mac_32f_5x5_ASM,    ownmMul_mac_32f_5x5_S2_ASM,
-                                ownmMul_mac_32f_6x6_ASM,    ownmMul_mac_32f_6x6_S2_ASM};
-    for (int k = 0; k < 8; ++k)
-        for (int count : {1, 4, 7})
-            for (Layout layout : {Layout::packed, Layout::padded, Layout::gaps}) {
-                const int order = 3 + k / 2;
-                Random random(order + count);
-                Operand<float> src("ma", 'S', {order, order, count}, layout, random);
-                Operand<float> dst("ma", 'S', {order, order, count}, layout, random);
-                std::vector<float> values = someFactors<float>(src.elements(), false, true, random);
-                src.set(values);
-                Args from = argsOf(src), to = argsOf(dst);
-                from.pop_back(); // elements are adjacent
-                to.pop_back();
-                EXPECT_EQ(call(kernels[k], from, 0.3, to, count), kvlOk);
-                for (float &x : values)
-                    x *= 0.3f;
-                dst.expect(values, 0, count);
-                EXPECT_EQ(dst.difference(), "") << order;
-            }
 }
 
 // Objects lie adjacent, whatever the object strides say; the shifts count.

@@ -174,6 +174,9 @@ std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &
     const T small = std::ldexp(T(1), sizeof(T) == 4 ? -100 : -900), huge = std::numeric_limits<T>::max();
     const T odd[] = {std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::infinity(), huge, small};
     const int chosen = random.below(n) / 2; // of the blocks of 1 or 2 along the diagonal
+    // Tiny blocks, or some whose solutions would overflow while the squares of their elements don't vanish.
+    const T low = chosen ? std::ldexp(T(1), sizeof(T) == 4 ? -58 : -500) : small;
+    const T large = chosen ? std::ldexp(T(1), sizeof(T) == 4 ? 72 : 530) : T(16);
     eachElement(n, a, [&](int r, int c, T &x) {
         const bool isInBlock = r / 2 == c / 2, isBelow = c < r && !isInBlock;
         if (kind == whole)
@@ -198,10 +201,10 @@ std::vector<T> difficultGeneral(int n, const std::vector<T> &difficult, Random &
             x *= small;
         else if (kind == special && isInBlock && r / 2 == chosen && random.below(3) == 0)
             x = odd[random.below(4)];
-        else if (kind == tight && !isInBlock) // equal tiny blocks, coupled by large elements
-            x *= 16;
+        else if (kind == tight && !isInBlock) // equal small blocks, coupled by large elements
+            x *= large;
         else if (kind == tight)
-            x = r == c ? small : c > r ? small * T(-0.5) : small * T(random.below(2) ? 0.5 : 0.25);
+            x = r == c ? low : c > r ? low * T(-0.5) : low * T(random.below(2) ? 0.5 : 0.25);
     });
     if (kind == jordan && n > 1)
         std::swap_ranges(&a[0], &a[0] + n, &a[random.below(n - 1) * n + n]);

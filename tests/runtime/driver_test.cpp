@@ -211,6 +211,11 @@ TEST(Routing, ExactlyAtTheLimit)
                     << member.name << (strided ? " strided" : " contiguous") << ", estimate " << estimate;
             }
             EXPECT_GE(tried, 2) << member.name;
+            // Of order 1 any number of objects may be little work.
+            constexpr int count = 50000;
+            EXPECT_EQ(reachesDriver(member, 1, 1, count, strided),
+                      member.estimate(1, 1, count) >= limit && !member.neverDriven)
+                << member.name << (strided ? " strided" : " contiguous") << ", order 1";
         }
 }
 
