@@ -61,7 +61,7 @@ KVLM_INLINE Lanes<float> lanedSquares(const float *p, Length n)
     const auto square = [](V x) KVLM_INLINED { return x * x; };
     V low = V::all(0), high = low;
     int k = 0;
-    for (; k + 8 <= n; k += 8) {
+    for (; n - k >= 8; k += 8) {
         low = low + square(V::load(p + k));
         high = high + square(V::load(p + k + 4));
     }

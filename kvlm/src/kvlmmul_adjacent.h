@@ -193,11 +193,11 @@ KVLM_NOINLINE void productsByRows(const A &givenA, const X &givenX, const D &giv
     const Factor single(x.object(0));
     int i = 0;
     if constexpr (N % lanes == 1 && X::isSingle) {
-        for (; i + 2 <= count; i += 2)
+        for (; count - i >= 2; i += 2)
             rowPairs<N, Order>(a.view(i), a.view(i + 1), single, single, single.parts[N / 2], d.object(i),
                                d.object(i + 1));
     } else if constexpr (N % lanes == 1) {
-        for (; i + 2 <= count; i += 2) {
+        for (; count - i >= 2; i += 2) {
             const Factor first(x.object(i)), second(x.object(i + 1));
             rowPairs<N, Order>(a.view(i), a.view(i + 1), first, second,
                                unpackLow(first.parts[N / 2], second.parts[N / 2]), d.object(i), d.object(i + 1));
@@ -242,7 +242,7 @@ KVLM_NOINLINE void adjacentProducts(const A &givenA, const X &givenX, const E &g
         int i = 0;
         if constexpr (!D::isList)
             if (d.objStride >= N * static_cast<int>(sizeof(T)))
-                for (; i + several <= count; i += several)
+                for (; count - i >= several; i += several)
                     vectorRows<T, N, Order, several>(leftFactor<T, N>(asRows(x, i)), right, asRows(term, i),
                                                      asRows(d, i));
         for (; i < count; ++i)

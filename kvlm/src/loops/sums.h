@@ -117,7 +117,7 @@ KVLM_INLINE T lanedSum(const T *a, const T *x, int length, int lead)
         sum += product(k);
     V l[registers] = {};
     l[0].v[0] = sum;
-    for (; k + 8 <= length; k += 8)
+    for (; length - k >= 8; k += 8)
 #pragma GCC unroll 4
         for (int r = 0; r < registers; ++r)
             l[r] = l[r] + V::load(a + k + r * V::count) * V::load(x + k + r * V::count);
