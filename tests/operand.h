@@ -123,11 +123,10 @@ public:
         std::vector<int> position(perObject), start(objects);
         for (int k = 0; k < perObject; ++k)
             position[k] = size * (k / columns * row + k % columns * elem);
+        // Entries of packed objects mostly stay in their order: the library has a way of its own for such tables.
         if (form == 'P' && overlaps && array && random.below(2))
             overlapNeighbours(position, random);
-        else if (form == 'P' && layout == Layout::packed && random.below(8))
-            ; // whole objects, by whose entries a table can be told from any other
-        else if (form == 'P')
+        else if (form == 'P' && (layout != Layout::packed || random.below(8) == 0))
             reorder(position, random);
         for (int i = 0; i < objects; ++i)
             start[i] = objects > 1 ? size * i * obj : 0;

@@ -29,6 +29,7 @@ KVLM_INLINE void trace(const S &s, Order n, T *dst, ptrdiff_t i)
 template <class Order, class S, class T>
 KVLM_NOINLINE KvlStatus tracesInPlanes(const S &s, Order n, T *dst, int count)
 {
+    const auto one = [&](ptrdiff_t i) KVLM_INLINED { trace(s, n, dst, i); };
     return inAnyGroups<T, true>(
         count,
         [&](ptrdiff_t i, auto number) KVLM_INLINED {
@@ -37,10 +38,7 @@ KVLM_NOINLINE KvlStatus tracesInPlanes(const S &s, Order n, T *dst, int count)
             sumOfDiagonal<V>(n, [&](int k) KVLM_INLINED { return V::load(src.at(k, k)); }).store(dst + i);
             return true;
         },
-        [&](ptrdiff_t i) KVLM_INLINED {
-            trace(s, n, dst, i);
-            return KvlStatus(kvlOk);
-        });
+        NeverFails<decltype(one)>{one});
 }
 
 // Apart from planes, so that nothing here has an address: the compiler keeps all of it in registers.
